@@ -1,0 +1,39 @@
+#pragma once
+
+#include <vector>
+
+/// The opacities and sizes that the window effects step through. Opacities are 0 (invisible) to 255.
+namespace quillbay {
+
+struct EffectSize {
+    int width;  ///< twips
+    int height; ///< twips
+};
+
+/// 1, 1 + step, ... up to the target (0 counts as 255). The step is `speed` times the window's area over the
+/// main window's, rounded down, at least 1.
+std::vector<int> FadeInSteps(int target, int speed, EffectSize window, EffectSize mainWindow);
+
+/// `intensity`, intensity - step, ... down to 1; nothing when the intensity is 0. The step is rounded up.
+std::vector<int> FadeOutSteps(int intensity, int speed, EffectSize window, EffectSize mainWindow);
+
+/// from, ... in steps of `step` (0 counts as 10) towards `to`, the last one not beyond it.
+std::vector<int> FadeBetweenSteps(int from, int to, int step);
+
+struct ClosingSwitches {
+    bool xAxis = true;
+    bool yAxis = true;
+    bool simultaneous = false;
+};
+
+/// The sizes in whole pixels that a window takes while it closes smoothly, without the one it starts with and
+/// without repetitions: height first, then width, or both at once. `minimum` is where the platform stops
+/// (pixels). Empty when both axes are off.
+struct PixelSize {
+    int width;
+    int height;
+    friend bool operator==(const PixelSize&, const PixelSize&) = default;
+};
+std::vector<PixelSize> SmoothCloseSizes(PixelSize start, PixelSize minimum, ClosingSwitches switches);
+
+} // namespace quillbay

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "library/GameFolders.h"
+#include "platform/FileSystem.h"
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillbay {
+
+/// A folder found at one of the GameFolders positions: its path in stored spelling, without a final
+/// separator, and what it holds.
+struct ListedFolder {
+    std::string path;
+    std::vector<DirEntry> entries;
+};
+
+/// The known folders that exist below one root, each listed once. A position can hold several folders where
+/// names may differ in letter case only: the one that look-ups find (the exact spelling, else the first
+/// listed) comes first. Missing folders are found missing in their parent's listing and cost nothing; folders
+/// that cannot be listed are left out.
+using KnownFolders = std::array<std::vector<ListedFolder>, kGameFolderCount>;
+
+/// `afterEach(position)` (0 to 78) is called once per position, in list order with the root (78) last; it may
+/// be empty.
+KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
+                              const std::function<void(std::size_t)>& afterEach = {});
+
+/// Plain files in the known folders of `root`; `afterEach(position, totalSoFar)` may be empty.
+std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
+                            const std::function<void(std::size_t, std::size_t)>& afterEach = {});
+
+/// Plain files (no folders, not hidden) in one folder; 0 when it does not exist.
+std::size_t CountFilesInFolder(const FileSystem& files, std::string_view folder);
+
+} // namespace quillbay

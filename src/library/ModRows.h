@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The rows of a mod list and the folders they stand for.
+namespace quillbay {
+
+inline constexpr std::string_view kAddonIndent = "    ";
+inline constexpr std::string_view kNoModsRow = "(No mods found.)";
+
+/// A folder below `mods`: `<mod>` or `<mod>\Addon\<addon>`. Empty: no mod, and every command refuses it.
+struct ModPath {
+    std::string text;
+
+    bool Empty() const { return text.empty(); }
+    friend bool operator==(const ModPath&, const ModPath&) = default;
+};
+
+/// An addon row begins with four blanks.
+bool IsAddonRow(std::string_view row);
+
+/// The row without the four blanks of an addon row.
+std::string_view DisplayName(std::string_view row);
+
+/// The mod path of row `index`, given the text of every row up to it by `rowText`. An addon belongs to the
+/// nearest row above that is no addon row; without one, and for the placeholder, the path is empty.
+ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, std::size_t index);
+
+struct ModRow {
+    std::string text;
+    ModPath path;
+
+    bool IsAddon() const { return IsAddonRow(text); }
+    friend bool operator==(const ModRow&, const ModRow&) = default;
+};
+
+/// The rows of the library: a row for each folder of `modsFolder`, sorted by folded name, with the folders in
+/// its `Addon` folder below it (the last one listed first). Folders that cannot be listed give no rows.
+/// Without any mod the result is empty; the placeholder is the list's business.
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder);
+
+/// Makes `modsFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
+/// `mods` can both exist, `mods` is used and nothing is merged or renamed. True when it was made.
+bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory);
+
+/// `programDirectory\mods`
+std::string ModsFolder(std::string_view programDirectory);
+
+} // namespace quillbay

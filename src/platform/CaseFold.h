@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbay {
+
+/// The form in which two names are compared when letter case is ignored: each letter in upper case, one
+/// character for one, by Unicode's simple mapping (as NTFS does; a letter beyond ASCII never becomes an ASCII
+/// one). Bytes that are not UTF-8 stay as they are.
+std::string FoldCase(std::string_view name);
+
+/// FoldCase(a) == FoldCase(b), without making the two strings where both are ASCII.
+bool EqualFolded(std::string_view a, std::string_view b);
+
+/// The order of lists: by folded form, then by code point.
+bool LessFolded(std::string_view a, std::string_view b);
+
+} // namespace quillbay

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "common/Result.h"
+
+#include <string>
+#include <string_view>
+
+/// DOS paths (`C:\Games`) and the file system's own. On Windows they are the same; on POSIX the
+/// `dosdevices` of a Wine prefix connect them.
+namespace quillbay {
+
+/// A DOS path as a path of this system, by the drives of the Wine prefix in `$WINEPREFIX`, else `~/.wine`.
+/// A final separator is kept. A text that is no DOS path, or names a drive that the prefix does not have,
+/// comes back unchanged.
+std::string NativePath(std::string_view dosPath);
+
+/// The folder in a form that an 8-bit batch file can hold: on Windows its 8.3 path (the long path where the
+/// volume has no 8.3 names), on POSIX its DOS path inside the Wine prefix that holds it (on no other drive of
+/// that prefix: its `Z:` form, when the prefix has that drive). An error when there is none.
+Result<std::string> ShortPath(std::string_view folder);
+
+/// Where a search for the game starts: on Windows the drive of `programDirectory` (`C:`), on POSIX the drive
+/// of the Wine prefix that holds it, unless that drive is `/`, else the prefix's `drive_c`.
+std::string SearchRoot(std::string_view programDirectory);
+
+/// The drive root that a user would call his own: on Windows that of `programDirectory` (its first three
+/// characters), on POSIX `C:\`.
+std::string DriveRootText(std::string_view programDirectory);
+
+/// Searches the tree below `root` for a file of that name in any letter case and returns the full path of
+/// the first hit, or an empty string. Links to folders are not followed.
+std::string FindFileInTree(std::string_view root, std::string_view fileName);
+
+} // namespace quillbay

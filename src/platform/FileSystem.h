@@ -1,0 +1,129 @@
+#pragma once
+
+#include "common/Result.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace quillbay {
+
+using FileTime = std::chrono::sys_seconds;
+
+enum class EntryKind {
+    File,
+    Folder,
+    Other, ///< a device, a socket, or a link that leads nowhere
+};
+
+/// One name in a folder.
+struct DirEntry {
+    std::string name;                  ///< as it is stored
+    EntryKind kind = EntryKind::Other; ///< of what a link leads to, when `isLink`
+    bool isLink = false;               ///< a symbolic link (Windows: a reparse point)
+    bool hidden = false;               ///< Windows: hidden or system attribute; POSIX: a leading dot
+    // The rest only where it was asked for.
+    bool readOnly = false;
+    std::uint64_t size = 0; ///< bytes; of what a link leads to
+    FileTime modified{};    ///< of what a link leads to
+
+    /// What a listing of "plain files" shows: no folder, not hidden.
+    bool IsPlainFile() const { return kind == EntryKind::File && !hidden; }
+};
+
+struct FileInfo : DirEntry {
+    unsigned links = 1; ///< how many names (hard links) the file has
+};
+
+enum class Detail {
+    Names, ///< name, kind, isLink, hidden
+    Full,  ///< every member (one more system call an entry on POSIX)
+};
+
+struct CopyOptions {
+    bool replace = false;      ///< an existing destination is replaced; otherwise it is `file_exists`
+    bool keepLink = false;     ///< a link is copied as a link, not as what it leads to
+    bool flush = false;        ///< the copy is on the disk, not only in the cache, before it has its name
+    bool makeWritable = false; ///< the copy is not read-only, even if the source is
+};
+
+/// The only road to user data.
+///
+/// Paths are UTF-8 with `\` or `/` between components. Letter case is ignored in look-ups, as Windows does:
+/// on POSIX a component that does not exist as spelled is looked for in its folder (an exact hit costs no
+/// listing, a miss costs one). Names that are not UTF-8 (POSIX) or not UTF-16 (Windows) come and go as they
+/// are. A POSIX name that holds a backslash cannot be named this way and is left out of listings.
+///
+/// The last component of a *new* name (`to` of Copy, HardLink, Rename) is used exactly as given: the caller
+/// has listed that folder. MakeFolder and WriteFile do look for another spelling first.
+///
+/// Errors are those of std::errc where one fits: no_such_file_or_directory, file_exists, not_a_directory,
+/// is_a_directory, directory_not_empty, permission_denied, no_space_on_device, cross_device_link,
+/// operation_not_supported, io_error. A failed operation changes nothing, unless its text says otherwise.
+/// Of RemoveTree a part may be done.
+///
+/// Temporary names of the operations themselves are `kTempNew` and `kTempOld`, in the folder of the
+/// destination. After a crash they may be left over; the next operation that needs the name removes it.
+class FileSystem {
+public:
+    virtual ~FileSystem() = default;
+
+    /// The entries of a folder in the order of the file system, without `.` and `..`.
+    [[nodiscard]] virtual Result<std::vector<DirEntry>> List(std::string_view folder,
+                                                             Detail detail) const = 0;
+    /// One entry; a link is reported as a link, sizes and times are those of what it leads to. A final
+    /// separator is passed over.
+    [[nodiscard]] virtual Result<FileInfo> Stat(std::string_view path) const = 0;
+    /// At most `maxBytes` bytes from `offset`; fewer (or none) only at the end of the file.
+    [[nodiscard]] virtual Result<std::string> Read(std::string_view file, std::uint64_t offset,
+                                                   std::size_t maxBytes) const = 0;
+    /// The text of a symbolic link, as it is stored; `invalid_argument` for anything else.
+    [[nodiscard]] virtual Result<std::string> ReadLink(std::string_view path) const = 0;
+    /// True when both files hold the same bytes. Links are followed.
+    [[nodiscard]] virtual Result<bool> SameContents(std::string_view file, std::string_view other) const = 0;
+    /// The bytes of all files below a folder; links count nothing and are not followed.
+    [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;
+    /// The path without links and in its stored spelling; equal for two names of one folder.
+    [[nodiscard]] virtual Result<std::string> RealPath(std::string_view path) const = 0;
+
+    /// Makes one folder; its parent must exist. A folder that exists already is no error.
+    [[nodiscard]] virtual std::error_code MakeFolder(std::string_view folder) = 0;
+    /// Removes a folder when it is empty; `directory_not_empty` otherwise. A link to a folder stays.
+    [[nodiscard]] virtual std::error_code RemoveEmptyFolder(std::string_view folder) = 0;
+    /// Removes a file (a read-only one too) or a link itself, never a folder.
+    [[nodiscard]] virtual std::error_code RemoveFile(std::string_view file) = 0;
+    /// Removes a folder with everything in it, read-only files included; never follows a link, junction or
+    /// mount out of it. Goes on after a failure and reports the first one.
+    [[nodiscard]] virtual std::error_code RemoveTree(std::string_view folder) = 0;
+    /// Copies a file with its modification time, permissions and attributes. The bytes go to `kTempNew`
+    /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`. With
+    /// `replace` what stood there is first moved out of the way (exchanged, or renamed to `kTempOld`) and
+    /// removed last: an end in between may leave no file `to`, so the caller keeps the old one elsewhere.
+    [[nodiscard]] virtual std::error_code Copy(std::string_view from, std::string_view to,
+                                               CopyOptions options) = 0;
+    /// A second name `to` for the file `from` (a link gets a second name itself). `file_exists` when `to`
+    /// exists; cross_device_link or operation_not_supported where there are no hard links, and for a
+    /// read-only file on Windows, where the two names would share the attribute that protects them.
+    [[nodiscard]] virtual std::error_code HardLink(std::string_view from, std::string_view to) = 0;
+    /// Renames a file or folder inside its volume; `file_exists` when `to` is another existing entry. A
+    /// change of letter case alone is possible.
+    [[nodiscard]] virtual std::error_code Rename(std::string_view from, std::string_view to) = 0;
+    /// Replaces the whole file, or makes it: temporary name, flush, rename. On failure the old one stays.
+    [[nodiscard]] virtual std::error_code WriteFile(std::string_view file, std::string_view bytes) = 0;
+    [[nodiscard]] virtual std::error_code SetReadOnly(std::string_view file, bool readOnly) = 0;
+    /// Sets the modification time of a file or folder.
+    [[nodiscard]] virtual std::error_code SetModified(std::string_view path, FileTime time) = 0;
+};
+
+/// Leftovers of an interrupted operation have these names; they are nobody's data.
+inline constexpr std::string_view kTempNew = "~quillbay.new";
+inline constexpr std::string_view kTempOld = "~quillbay.old";
+
+/// The file system of this computer.
+std::unique_ptr<FileSystem> MakeFileSystem();
+
+} // namespace quillbay

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <system_error>
+
+namespace quillbay {
+
+/// Hands files, folders and web addresses to the desktop.
+class ShellOpener {
+public:
+    virtual ~ShellOpener() = default;
+
+    /// Opens `target` with the program the user has for it, detached from this one. `workingFolder` is where
+    /// a batch file starts; empty for none. On POSIX a batch file (`.bat`) starts under Wine, in the prefix
+    /// that holds it; everything else goes to `xdg-open`. no_such_file_or_directory when the opener itself is
+    /// missing.
+    [[nodiscard]] virtual std::error_code OpenWithShell(std::string_view target,
+                                                        std::string_view workingFolder = {}) = 0;
+};
+
+std::unique_ptr<ShellOpener> MakeShellOpener();
+
+} // namespace quillbay
