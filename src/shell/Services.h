@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace quillbay {
+
+class AppSettings;
+class FileSystem;
+class Registry;
+class ShellOpener;
+class SoundPlayer;
+
+/// Everything outside the program that its windows use. `main` hands in the real ones, a test its own; all
+/// of them outlive the main window.
+struct Services {
+    FileSystem& files;
+    const Registry& registry;
+    AppSettings& settings;
+    ShellOpener& shell;
+    SoundPlayer& sound;
+    std::string programDirectory; ///< without a final separator
+};
+
+} // namespace quillbay
