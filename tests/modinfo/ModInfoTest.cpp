@@ -1,7 +1,7 @@
 #include "modinfo/ModInfo.h"
 
-#include <gtest/gtest.h>
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <random>
 #include <tuple>
 
