@@ -1,5 +1,6 @@
 #include "library/ModRows.h"
 
+#include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
 #include <algorithm>
@@ -8,24 +9,6 @@
 
 namespace quillbay {
 namespace {
-
-/// Lists every folder sorted by name, on every system, and counts how often each was listed.
-class SortedListing : public FileSystemWrapper {
-public:
-    using FileSystemWrapper::FileSystemWrapper;
-
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
-        ++listed[std::string(folder)];
-        auto entries = Base().List(folder, detail);
-        if (entries) {
-            std::sort(entries->begin(), entries->end(),
-                      [](const DirEntry& a, const DirEntry& b) { return a.name < b.name; });
-        }
-        return entries;
-    }
-
-    mutable std::map<std::string, int> listed;
-};
 
 ModPath Resolve(const std::vector<std::string>& rows, std::size_t index) {
     return ResolveModPath([&](std::size_t i) { return rows.at(i); }, index);
@@ -53,7 +36,7 @@ TEST(ScanModLibrary, ListsModsSortedWithTheirAddonsReversed) {
     temp.WriteFile("readme.txt", "no mod");
     temp.WriteFile("A\\Addon\\file.txt", "no addon");
     temp.WriteFile("b\\Addon", "a file");
-    const SortedListing files(temp.Files());
+    const ListingFileSystem files(temp.Files());
 
     const std::vector<ModRow> rows = ScanModLibrary(files, temp.Path());
 
@@ -69,11 +52,12 @@ TEST(ScanModLibrary, ListsModsSortedWithTheirAddonsReversed) {
         EXPECT_EQ(times, 1) << folder;
 }
 
-TEST(ScanModLibrary, ALibraryThatCannotBeListedHasNoRows) {
+TEST(ModsFolder, AFileOfThatNameStaysAndHasNoRows) {
     TempFolder temp;
-    temp.WriteFile("mods", "a file");
-    EXPECT_TRUE(ScanModLibrary(temp.Files(), temp.Path("mods")).empty());
-    EXPECT_TRUE(ScanModLibrary(temp.Files(), temp.Path("missing")).empty());
+    temp.WriteFile("Mods", "data");
+    EXPECT_FALSE(PrepareModsFolder(temp.Files(), temp.Path()));
+    EXPECT_EQ(temp.ReadFile("Mods"), "data");
+    EXPECT_TRUE(ScanModLibrary(temp.Files(), temp.Path("Mods")).empty());
 }
 
 TEST(PrepareModsFolder, MakesTheFolderOrGivesItItsLowerCaseName) {
@@ -86,13 +70,6 @@ TEST(PrepareModsFolder, MakesTheFolderOrGivesItItsLowerCaseName) {
     EXPECT_FALSE(PrepareModsFolder(files, temp.Path()));
     EXPECT_EQ(files.Stat(temp.Path("mods")).ValueOr({}).name, "mods");
     EXPECT_EQ(ScanModLibrary(files, ModsFolder(temp.Path())).size(), 1U);
-}
-
-TEST(PrepareModsFolder, AFileOfThatNameStays) {
-    TempFolder temp;
-    temp.WriteFile("Mods", "data");
-    EXPECT_FALSE(PrepareModsFolder(temp.Files(), temp.Path()));
-    EXPECT_EQ(temp.ReadFile("Mods"), "data");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "modinfo/ModDetails.h"
 #include "support/TempFolder.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace quillbay {

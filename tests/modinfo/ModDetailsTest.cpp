@@ -1,5 +1,6 @@
 #include "modinfo/ModDetails.h"
 
+#include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
 #include <algorithm>
@@ -9,31 +10,13 @@
 namespace quillbay {
 namespace {
 
-/// Lists the wanted name before all others, and counts the listings of each folder.
-class ListingFirst : public FileSystemWrapper {
+class UnreadableFiles : public FileSystemWrapper {
 public:
-    ListingFirst(FileSystem& base, std::string first) : FileSystemWrapper(base), first_(std::move(first)) {}
+    using FileSystemWrapper::FileSystemWrapper;
 
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
-        ++listed[std::string(folder)];
-        auto entries = Base().List(folder, detail);
-        if (entries) {
-            std::stable_partition(entries->begin(), entries->end(),
-                                  [this](const DirEntry& entry) { return entry.name == first_; });
-        }
-        return entries;
+    Result<std::string> Read(std::string_view, std::uint64_t, std::size_t) const override {
+        return std::errc::permission_denied;
     }
-    Result<std::string> Read(std::string_view file, std::uint64_t offset,
-                             std::size_t maxBytes) const override {
-        if (unreadable) return std::errc::permission_denied;
-        return Base().Read(file, offset, maxBytes);
-    }
-
-    mutable std::map<std::string, int> listed;
-    bool unreadable = false;
-
-private:
-    std::string first_;
 };
 
 std::vector<std::string> PictureNames(const ModDetails& details) {
@@ -49,7 +32,7 @@ TEST(ModDetails, CountsKnownFoldersButMeasuresTheWholeFolder) {
     temp.WriteFile("Backup\\odf\\ships\\a.odf", std::string(20, 'x'));
     temp.WriteFile("Docs\\README.txt", std::string(30, 'x'));
     temp.WriteFile("mODiNFO.TXT", "Author: Bob");
-    const ListingFirst files(temp.Files(), "");
+    const ListingFileSystem files(temp.Files());
 
     const ModDetails details = ReadModDetails(files, temp.Path());
 
@@ -67,32 +50,23 @@ TEST(ModDetails, CountsKnownFoldersButMeasuresTheWholeFolder) {
 TEST(ModDetails, TheListingOrderDecidesBetweenPictures) {
     using Names = std::vector<std::string>;
     TempFolder temp;
-    temp.WriteFile("ModPic.jpg", "j");
     temp.WriteFile("modpic.gif", "g");
-    const ModDetails gifFirst = ReadModDetails(ListingFirst(temp.Files(), "modpic.gif"), temp.Path());
+    EXPECT_FALSE(ReadModDetails(temp.Files(), temp.Path()).hasPicture);
+    temp.WriteFile("ModPic.jpg", "j");
+    const ModDetails gifFirst = ReadModDetails(ListingFileSystem(temp.Files(), "modpic.gif"), temp.Path());
     EXPECT_TRUE(gifFirst.hasPicture);
     EXPECT_TRUE(gifFirst.pictures.empty());
     temp.WriteFile("ModPic.bmp", "b");
-    EXPECT_EQ(PictureNames(ReadModDetails(ListingFirst(temp.Files(), "ModPic.bmp"), temp.Path())),
+    EXPECT_EQ(PictureNames(ReadModDetails(ListingFileSystem(temp.Files(), "ModPic.bmp"), temp.Path())),
               Names{"ModPic.bmp"});
-    EXPECT_EQ(PictureNames(ReadModDetails(ListingFirst(temp.Files(), "ModPic.jpg"), temp.Path())),
+    EXPECT_EQ(PictureNames(ReadModDetails(ListingFileSystem(temp.Files(), "ModPic.jpg"), temp.Path())),
               (Names{"ModPic.bmp", "ModPic.jpg"}));
-}
-
-TEST(ModDetails, PicturesInOtherLetterCaseAreNone) {
-    TempFolder temp;
-    temp.WriteFile("modpic.bmp", "b");
-    temp.MakeFolders("ModPic.jpg");
-    const ModDetails details = ReadModDetails(temp.Files(), temp.Path());
-    EXPECT_FALSE(details.hasPicture);
-    EXPECT_TRUE(details.pictures.empty());
 }
 
 TEST(ModDetails, WhatCannotBeReadKeepsItsFallback) {
     TempFolder temp;
     temp.WriteFile("ModInfo.txt", "Author: Bob");
-    ListingFirst files(temp.Files(), "");
-    files.unreadable = true;
+    const UnreadableFiles files(temp.Files());
     EXPECT_EQ(ReadModDetails(files, temp.Path()).captions.author, "(File does not contain author)");
     const ModDetails gone = ReadModDetails(files, temp.Path("gone"));
     EXPECT_FALSE(gone.fileCount);

@@ -53,14 +53,5 @@ TEST(CheckCandidate, TakesFoldersInExactLetterCaseOnly) {
     EXPECT_EQ(state(game + "\\\\"), CandidateState::NoName) << "only one separator is taken off";
 }
 
-TEST(IsExistingFolder, KnowsTheMarkerAndFiles) {
-    TempFolder temp;
-    temp.WriteFile("file", "x");
-    EXPECT_TRUE(IsExistingFolder(temp.Files(), temp.Path() + "\\"));
-    for (const std::string& path : {std::string(), std::string(kGameNotFound), temp.Path("file")}) {
-        EXPECT_FALSE(IsExistingFolder(temp.Files(), path)) << path;
-    }
-}
-
 } // namespace
 } // namespace quillbay
