@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace quillbay {
+namespace quillbay::test {
 
 /// Lists every folder in the same order on every system, sorted by name with `first` before all others, and
 /// counts how often each folder was listed.
@@ -31,4 +31,4 @@ private:
     std::string first_;
 };
 
-} // namespace quillbay
+} // namespace quillbay::test
