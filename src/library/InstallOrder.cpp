@@ -1,8 +1,8 @@
 #include "library/InstallOrder.h"
 
 #include "common/PathText.h"
+#include "library/FindEntry.h"
 #include "library/InstalledMods.h"
-#include "platform/CaseFold.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,64 +14,73 @@ namespace {
 /// FAT keeps times to two seconds, so that a step of two is the smallest that survives everywhere.
 constexpr std::chrono::seconds kTimeStep{2};
 
-std::optional<FileTime> ReadMarker(const FileSystem& files, const std::string& folder) {
-    const auto text = files.Read(Join(folder, kTimeMarker), 0, 32);
-    if (!text) return std::nullopt;
+std::optional<FileTime> ReadMarker(const FileSystem& files, const std::string& folder, ReadFailure& failure) {
+    const auto marker = Join(folder, kTimeMarker);
+    const auto text = files.Read(marker, 0, 32);
+    if (!text) {
+        failure.Note(marker, text.Error());
+        return std::nullopt;
+    }
     std::int64_t seconds = 0;
     const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), seconds);
     if (error != std::errc{} || end != text->data() + text->size()) return std::nullopt;
     return FileTime{std::chrono::seconds{seconds}};
 }
 
-bool IsAddonFolder(const DirEntry& entry) {
-    return entry.kind == EntryKind::Folder && EqualFolded(entry.name, "Addon");
-}
-
 class Walk {
 public:
-    Walk(const FileSystem& files, std::vector<InstalledMod>& found) : files_(files), found_(found) {}
+    Walk(const FileSystem& files, const ListedMod& listed, InstalledMods& found, ReadFailure& failure)
+        : files_(files), listed_(listed), found_(found), failure_(failure) {}
+
+    std::vector<DirEntry> List(std::string_view folder) {
+        auto entries = files_.List(folder, Detail::Names);
+        failure_.Note(folder, entries.Error());
+        return std::move(entries).ValueOr({});
+    }
 
     void Visit(ModPath path, std::string folder, bool withAddons) {
-        const auto entries = files_.List(folder, Detail::Names);
-        if (!entries) return;
-        const auto addons = withAddons ? std::ranges::find_if(*entries, IsAddonFolder) : entries->end();
-        if (addons != entries->end()) VisitAddons(path, Join(folder, addons->name));
-        const auto backup = FindBackup(*entries);
+        const auto entries = path == listed_.path ? listed_.entries : List(folder);
+        const auto addons = withAddons ? FindEntry(entries, "Addon", EntryKind::Folder) : nullptr;
+        if (addons) VisitAddons(path, Join(folder, addons->name));
+        if (FindEntry(entries, kTempBackup, EntryKind::Folder))
+            found_.tempBackups.push_back(Join(folder, kTempBackup));
+        const auto backup = FindBackup(entries);
         if (!backup) return;
 
         InstalledMod mod{std::move(path), std::move(folder), {}, {}};
         mod.backup = Join(mod.folder, *backup);
-        mod.hasMarker = std::ranges::find(*entries, kTimeMarker, &DirEntry::name) != entries->end();
-        const auto noted = mod.hasMarker ? ReadMarker(files_, mod.folder) : std::nullopt;
+        mod.hasMarker = std::ranges::find(entries, kTimeMarker, &DirEntry::name) != entries.end();
+        const auto noted = mod.hasMarker ? ReadMarker(files_, mod.folder, failure_) : std::nullopt;
         if (noted) {
             mod.installed = *noted;
         } else if (const auto info = files_.Stat(mod.backup)) {
             mod.installed = info->modified;
+        } else {
+            failure_.Note(mod.backup, info.Error());
         }
-        found_.push_back(std::move(mod));
+        found_.mods.push_back(std::move(mod));
     }
 
 private:
     void VisitAddons(const ModPath& mod, const std::string& addonFolder) {
-        const auto entries = files_.List(addonFolder, Detail::Names);
-        if (!entries) return;
-        for (const auto& entry : *entries)
+        for (const auto& entry : List(addonFolder))
             if (entry.kind == EntryKind::Folder)
                 Visit({mod.text + "\\Addon\\" + entry.name}, Join(addonFolder, entry.name), false);
     }
 
     const FileSystem& files_;
-    std::vector<InstalledMod>& found_;
+    const ListedMod& listed_;
+    InstalledMods& found_;
+    ReadFailure& failure_;
 };
 
 } // namespace
 
-std::vector<InstalledMod> ListInstalledMods(const FileSystem& files, std::string_view modsFolder) {
-    std::vector<InstalledMod> found;
-    const auto entries = files.List(modsFolder, Detail::Names);
-    if (!entries) return found;
-    Walk walk(files, found);
-    for (const auto& entry : *entries)
+InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modsFolder, const ListedMod& listed,
+                                ReadFailure& failure) {
+    InstalledMods found;
+    Walk walk(files, listed, found, failure);
+    for (const auto& entry : walk.List(modsFolder))
         if (entry.kind == EntryKind::Folder) walk.Visit({entry.name}, Join(modsFolder, entry.name), true);
     return found;
 }

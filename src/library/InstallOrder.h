@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/ModRows.h"
+#include "library/ReadFailure.h"
 #include "platform/FileSystem.h"
 
 #include <optional>
@@ -26,8 +27,21 @@ struct InstalledMod {
     bool hasMarker = false;
 };
 
-/// Every mod and addon with a `Backup` folder. Each folder is listed once; what cannot be listed is left out.
-std::vector<InstalledMod> ListInstalledMods(const FileSystem& files, std::string_view modsFolder);
+/// A mod whose folder has been listed already.
+struct ListedMod {
+    ModPath path;
+    const std::vector<DirEntry>& entries;
+};
+
+struct InstalledMods {
+    std::vector<InstalledMod> mods;       ///< every mod and addon with a `Backup` folder
+    std::vector<std::string> tempBackups; ///< folders named kTempBackup, which interrupted operations left
+};
+
+/// Looks through the library. Each folder is listed once, that of `listed` not again; what cannot be read is
+/// left out and noted in `failure`.
+InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modsFolder, const ListedMod& listed,
+                                ReadFailure& failure);
 
 /// Writes down the time of `mod`'s `Backup` before something in it changes. On failure nothing may change.
 [[nodiscard]] std::error_code HoldBackupTime(FileSystem& files, const InstalledMod& mod);

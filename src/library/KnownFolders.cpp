@@ -35,12 +35,16 @@ const TreePlace& PlaceOf(std::size_t position) {
     return places[position];
 }
 
-void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::string path, Detail detail) {
-    if (auto entries = files.List(path, detail)) listed.push_back({std::move(path), std::move(*entries)});
+void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::string path, Detail detail,
+              ReadFailure* failure) {
+    if (auto entries = files.List(path, detail))
+        listed.push_back({std::move(path), std::move(*entries)});
+    else if (failure)
+        failure->Note(path, entries.Error());
 }
 
 std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
-                                       std::string_view name, Detail detail) {
+                                       std::string_view name, Detail detail, ReadFailure* failure) {
     std::vector<ListedFolder> listed;
     for (const ListedFolder& parent : parents) {
         std::vector<std::string_view> spellings;
@@ -50,7 +54,7 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
             spellings.insert(exact ? spellings.begin() : spellings.end(), entry.name);
         }
         for (const std::string_view spelling : spellings) {
-            ListInto(listed, files, Join(parent.path, spelling), detail);
+            ListInto(listed, files, Join(parent.path, spelling), detail, failure);
         }
     }
     return listed;
@@ -59,9 +63,10 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
 } // namespace
 
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach) {
+                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach,
+                              ReadFailure* failure) {
     KnownFolders known;
-    if (!root.empty()) ListInto(known[kKnownFolderCount], files, std::string(root), detail);
+    if (!root.empty()) ListInto(known[kKnownFolderCount], files, std::string(root), detail, failure);
     for (ListedFolder& folder : known[kKnownFolderCount]) {
         // A drive root keeps its separator for its own listing only.
         folder.path = WithoutFinalSeparators(folder.path);
@@ -69,7 +74,7 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         if (position < kKnownFolderCount) {
             const TreePlace& place = PlaceOf(position);
-            known[position] = ListChildren(files, known[place.parent], place.name, detail);
+            known[position] = ListChildren(files, known[place.parent], place.name, detail, failure);
         }
         if (afterEach) afterEach(known, position);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/GameFolders.h"
+#include "library/ReadFailure.h"
 #include "platform/FileSystem.h"
 
 #include <array>
@@ -21,13 +22,14 @@ struct ListedFolder {
 /// The known folders that exist below one root, each listed once. A position can hold several folders where
 /// names may differ in letter case only: the one that look-ups find (the exact spelling, else the first
 /// listed) comes first. Missing folders are found missing in their parent's listing and cost nothing; folders
-/// that cannot be listed are left out.
+/// that cannot be listed are left out, and noted in `failure` where one is given.
 using KnownFolders = std::array<std::vector<ListedFolder>, kGameFolderCount>;
 
 /// `afterEach(known, position)` (0 to 78) is called once per position, in list order with the root (78) last;
 /// `known` is filled up to that position, and at the root's. It may be empty. An empty `root` has no folders.
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {});
+                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
+                              ReadFailure* failure = nullptr);
 
 /// Plain files among the entries of one folder, or in all folders of one position.
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);

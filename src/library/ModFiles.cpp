@@ -56,14 +56,12 @@ bool IsLeftover(std::string_view name) {
     return name == kTempNew || name == kTempBackup || name == kTimeMarker;
 }
 
-std::vector<std::string> FindLeftovers(const KnownFolders& folders) {
-    std::vector<std::string> found;
+void AddLeftovers(const KnownFolders& folders, std::vector<std::string>& leftovers) {
     for (const auto& atPosition : folders)
         for (const auto& folder : atPosition)
             for (const auto& entry : folder.entries)
                 if (entry.kind != EntryKind::Folder && entry.name != kTimeMarker && IsLeftover(entry.name))
-                    found.push_back(Join(folder.path, entry.name));
-    return found;
+                    leftovers.push_back(Join(folder.path, entry.name));
 }
 
 } // namespace quillbay

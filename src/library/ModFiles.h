@@ -46,7 +46,7 @@ bool IsReplaceable(const DirEntry& entry);
 /// True for the names that only interrupted operations of this program leave behind.
 bool IsLeftover(std::string_view name);
 
-/// The leftovers among listed entries, as paths.
-std::vector<std::string> FindLeftovers(const KnownFolders& folders);
+/// Adds the paths of the leftover files among listed entries.
+void AddLeftovers(const KnownFolders& folders, std::vector<std::string>& leftovers);
 
 } // namespace quillbay

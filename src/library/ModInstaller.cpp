@@ -18,17 +18,17 @@ class InstallRun {
 public:
     InstallRun(FileSystem& files, const InstallPlan& plan, const ProgressSink& progress)
         : files_(files), plan_(plan), progress_(progress),
-          self_(plan.installedBefore.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, {}})),
+          self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, {}})),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
           notSaved_(plan.items.size()) {}
 
     InstallResult Run() {
-        if (plan_.error) {
-            Stop(InstallOutcome::NoModFolder, self_.folder, plan_.error);
+        if (plan_.failure) {
+            Stop(InstallOutcome::Unreadable, plan_.failure.path, plan_.failure.error);
             return std::move(result_);
         }
-        SweepLeftovers();
-        if (plan_.installedBefore ? SaveIntoBackup() : SaveIntoNewBackup()) {
+        SweepLeftovers(files_, plan_);
+        if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) {
             CopyFiles();
             RemoveNeedlessCopies();
             RemoveEmptyGameFolders();
@@ -46,14 +46,6 @@ private:
         result_.concerned = std::move(path);
         result_.error = error;
         return false;
-    }
-
-    void SweepLeftovers() {
-        RestoreBackupTimes(files_, plan_.otherMods);
-        if (plan_.installedBefore) RestoreBackupTimes(files_, {self_});
-        for (const auto& path : plan_.leftovers)
-            Ignore(files_.RemoveFile(path));
-        if (plan_.leftoverFolder) leftoverStays_ = files_.RemoveTree(*plan_.leftoverFolder);
     }
 
     /// The first installation: everything that will be replaced goes into a folder which then, whole, becomes
@@ -81,10 +73,13 @@ private:
         self_.backup = Join(self_.folder, kBackupName);
         if (const auto error = files_.Rename(stage, self_.backup))
             return giveUp(InstallOutcome::NoBackup, self_.backup, error);
+        for (auto& saved : savedNow_)
+            if (!saved.empty()) saved.replace(0, stage.size(), self_.backup);
         return true;
     }
 
-    /// A repeated installation: saved copies stay, and what has none is saved too, unless it is a mod's file.
+    /// A repeated installation: saved copies stay, and what has none is saved too, unless it is the file of a
+    /// mod installed later.
     bool SaveIntoBackup() {
         std::vector<std::size_t> toSave;
         for (const auto i : ItemsToSave()) {
@@ -92,7 +87,7 @@ private:
             if (!item.targetIsLink) {
                 const auto own = files_.SameContents(item.targetPath, item.file.path);
                 if (!own) return Stop(InstallOutcome::UnsafeFile, item.targetPath, own.Error());
-                if (*own || BelongsToOtherMod(item)) continue;
+                if (*own || BelongsToLaterMod(item)) continue;
             }
             toSave.push_back(i);
         }
@@ -143,15 +138,18 @@ private:
         return *same ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
     }
 
-    bool BelongsToOtherMod(const InstallItem& item) {
-        if (!otherFiles_) {
-            otherFiles_.emplace();
+    /// A file of a mod that was installed later must not become a saved copy: when that mod goes, nobody
+    /// would take it out of here again. That of a mod installed earlier is saved like the game's own.
+    bool BelongsToLaterMod(const InstallItem& item) {
+        if (!laterFiles_) {
+            laterFiles_.emplace();
             for (const auto& mod : plan_.otherMods)
-                otherFiles_->push_back(ListKnownFolders(files_, mod.folder, Detail::Names));
-            for (const auto& folders : *otherFiles_)
-                otherIndexes_.emplace_back(folders);
+                if (mod.installed >= self_.installed)
+                    laterFiles_->push_back(ListKnownFolders(files_, mod.folder, Detail::Names));
+            for (const auto& folders : *laterFiles_)
+                laterIndexes_.emplace_back(folders);
         }
-        return std::ranges::any_of(otherIndexes_, [&](EntryIndex& index) {
+        return std::ranges::any_of(laterIndexes_, [&](EntryIndex& index) {
             const auto* entry = index.Find(item.file.position, item.name);
             if (!entry || !entry->IsPlainFile()) return false;
             const auto same = files_.SameContents(item.targetPath, index.PathOf(item.file.position, *entry));
@@ -230,13 +228,12 @@ private:
     const ProgressSink& progress_;
     InstalledMod self_;
     FolderMaker gameFolders_;
-    std::error_code leftoverStays_;
     std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
     std::vector<bool> notSaved_;        ///< by item: could not be saved, so it stays as it is
     std::vector<std::size_t> notReplaced_;
     std::array<bool, kGameFolderCount> filled_{};
-    std::optional<std::vector<KnownFolders>> otherFiles_;
-    std::vector<EntryIndex> otherIndexes_;
+    std::optional<std::vector<KnownFolders>> laterFiles_;
+    std::vector<EntryIndex> laterIndexes_;
     InstallResult result_;
 };
 
@@ -244,35 +241,10 @@ private:
 
 InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
     InstallPlan plan;
-    plan.job = job;
-    // In stored spelling, so that no path below needs a look-up of its own.
-    plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
-    plan.modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
-    const auto modFolders = ListKnownFolders(files, plan.modFolder, Detail::Full);
-    const auto& root = modFolders.back();
-    if (root.empty()) {
-        plan.error = std::make_error_code(std::errc::no_such_file_or_directory);
-        return plan;
-    }
-    for (const auto& entry : root.front().entries)
-        if (entry.name == kTempBackup) plan.leftoverFolder = Join(plan.modFolder, kTempBackup);
-
-    for (auto& mod : ListInstalledMods(files, job.modsFolder)) {
-        if (mod.path == job.mod)
-            plan.installedBefore = std::move(mod);
-        else
-            plan.otherMods.push_back(std::move(mod));
-    }
-    plan.gameFolders = ListKnownFolders(files, plan.job.gameDirectory, Detail::Names);
-    if (plan.installedBefore)
-        plan.backupFolders = ListKnownFolders(files, plan.installedBefore->backup, Detail::Names);
-    for (const KnownFolders* folders :
-         {&modFolders, &std::as_const(plan.gameFolders), &std::as_const(plan.backupFolders)})
-        std::ranges::move(FindLeftovers(*folders), std::back_inserter(plan.leftovers));
-
+    ReadJobPlan(files, job, Detail::Full, plan);
     EntryIndex game(plan.gameFolders);
     EntryIndex saved(plan.backupFolders);
-    for (auto& file : CollectModFiles(modFolders)) {
+    for (auto& file : plan.modFiles) {
         InstallItem item;
         item.file = std::move(file);
         item.name = item.file.name;

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "library/InstallOrder.h"
-#include "library/KnownFolders.h"
-#include "library/ModFiles.h"
-#include "library/ModJob.h"
+#include "library/JobPlan.h"
 #include "platform/FileSystem.h"
 
-#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -29,25 +25,16 @@ struct InstallItem {
     bool isSaved = false; ///< `Backup` has a saved copy from an earlier installation
 };
 
-/// What an installation would do. Each folder has been listed once; nothing has been changed.
-struct InstallPlan {
-    ModJob job;
-    std::string modFolder;
-    std::error_code error; ///< set when the mod's folder cannot be listed: there is nothing to run
-    std::optional<InstalledMod> installedBefore; ///< this mod, when it has a `Backup` already
-    std::vector<InstalledMod> otherMods;         ///< installed ones
+/// What an installation would do.
+struct InstallPlan : JobPlan {
     std::vector<InstallItem> items;
-    KnownFolders gameFolders;
-    KnownFolders backupFolders; ///< of `installedBefore`
-    std::vector<std::string> leftovers;
-    std::optional<std::string> leftoverFolder;
 };
 
 enum class InstallOutcome {
     Done,
-    NoModFolder, ///< the mod's folder cannot be listed
-    NoBackup,    ///< `Backup` could not be made: nothing was installed
-    UnsafeFile,  ///< a game file could be neither saved nor told from the mod's own: nothing was installed
+    Unreadable, ///< a folder that has to be known cannot be read: nothing was done
+    NoBackup,   ///< `Backup` could not be made: nothing was installed
+    UnsafeFile, ///< a game file could be neither saved nor told from the mod's own: nothing was installed
 };
 
 struct InstallResult {

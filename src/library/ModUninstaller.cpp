@@ -18,9 +18,9 @@ public:
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), inPlace_(plan.items.size()) {}
 
     UninstallResult Run() {
-        result_.error = plan_.error;
-        if (plan_.error) return std::move(result_);
-        SweepLeftovers();
+        result_.failure = plan_.failure;
+        if (plan_.failure) return std::move(result_);
+        SweepLeftovers(files_, plan_);
         DeleteFiles();
         RestoreFiles();
         if (!plan_.installed) return std::move(result_);
@@ -33,14 +33,6 @@ public:
 private:
     void Report(JobPhase phase, std::size_t done, std::size_t total) const {
         if (progress_) progress_(phase, done, total);
-    }
-
-    void SweepLeftovers() {
-        RestoreBackupTimes(files_, plan_.otherMods);
-        if (plan_.installed) RestoreBackupTimes(files_, {*plan_.installed});
-        for (const auto& path : plan_.leftovers)
-            Ignore(files_.RemoveFile(path));
-        if (plan_.leftoverFolder) Ignore(files_.RemoveTree(*plan_.leftoverFolder));
     }
 
     /// What the mod added. Files with a saved copy leave the game when that takes their place, so that the
@@ -109,6 +101,10 @@ private:
             const auto game = files_.ReadLink(item.gamePath);
             return saved && game && *saved == *game;
         }
+        const auto saved = files_.Stat(item.savedPath);
+        const auto game = files_.Stat(item.gamePath);
+        if (!saved || !game || saved->modified != game->modified || saved->readOnly != game->readOnly)
+            return false;
         const auto same = files_.SameContents(item.savedPath, item.gamePath);
         return same && *same;
     }
@@ -228,44 +224,20 @@ std::vector<std::string> FindStrangers(const KnownFolders& backup,
 
 UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     UninstallPlan plan;
-    plan.job = job;
-    // In stored spelling, so that no path below needs a look-up of its own.
-    plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
-    const auto modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
-    const auto modFolders = ListKnownFolders(files, modFolder, Detail::Names);
-    if (modFolders.back().empty()) {
-        plan.error = std::make_error_code(std::errc::no_such_file_or_directory);
-        return plan;
-    }
-    for (const auto& entry : modFolders.back().front().entries)
-        if (entry.name == kTempBackup) plan.leftoverFolder = Join(modFolder, kTempBackup);
-
-    for (auto& mod : ListInstalledMods(files, job.modsFolder)) {
-        if (mod.path == job.mod)
-            plan.installed = std::move(mod);
-        else
-            plan.otherMods.push_back(std::move(mod));
-    }
-    plan.gameFolders = ListKnownFolders(files, plan.job.gameDirectory, Detail::Names);
+    ReadJobPlan(files, job, Detail::Names, plan);
     if (plan.installed) {
-        plan.backupFolders = ListKnownFolders(files, plan.installed->backup, Detail::Names);
-        for (const auto& mod : plan.otherMods)
-            if (mod.installed > plan.installed->installed)
-                plan.laterMods.push_back({mod, ListKnownFolders(files, mod.backup, Detail::Names)});
+        for (const auto& mod : plan.otherMods) {
+            if (mod.installed <= plan.installed->installed) continue;
+            plan.laterMods.push_back(
+                {mod, ListKnownFolders(files, mod.backup, Detail::Names, {}, &plan.failure)});
+            AddLeftovers(plan.laterMods.back().backupFolders, plan.leftoverFiles);
+        }
     }
-    const auto addLeftovers = [&](const KnownFolders& folders) {
-        std::ranges::move(FindLeftovers(folders), std::back_inserter(plan.leftovers));
-    };
-    addLeftovers(modFolders);
-    addLeftovers(plan.gameFolders);
-    addLeftovers(plan.backupFolders);
-    for (const auto& later : plan.laterMods)
-        addLeftovers(later.backupFolders);
 
     EntryIndex game(plan.gameFolders);
     EntryIndex saved(plan.backupFolders);
     std::unordered_set<std::string> savedPaths;
-    for (auto& file : CollectModFiles(modFolders)) {
+    for (auto& file : plan.modFiles) {
         UninstallItem item;
         item.name = file.name;
         item.file = std::move(file);

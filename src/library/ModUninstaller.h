@@ -1,12 +1,8 @@
 #pragma once
 
-#include "library/InstallOrder.h"
-#include "library/KnownFolders.h"
-#include "library/ModFiles.h"
-#include "library/ModJob.h"
+#include "library/JobPlan.h"
 #include "platform/FileSystem.h"
 
-#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -30,24 +26,15 @@ struct LaterMod {
     KnownFolders backupFolders;
 };
 
-/// What an uninstallation would do. Each folder has been listed once; nothing has been changed.
-struct UninstallPlan {
-    ModJob job;
-    std::error_code error; ///< set when the mod's folder cannot be listed: there is nothing to run
-    std::optional<InstalledMod> installed; ///< this mod; without a `Backup` its files are only deleted
-    std::vector<InstalledMod> otherMods;   ///< installed ones, for the repair of their times
-    std::vector<LaterMod> laterMods;
+/// What an uninstallation would do. A mod without a `Backup` only loses its files.
+struct UninstallPlan : JobPlan {
     std::vector<UninstallItem> items;
+    std::vector<LaterMod> laterMods;
     std::vector<std::string> strangers; ///< in `Backup`, but not saved copies of the mod's present files
-    KnownFolders gameFolders;
-    KnownFolders backupFolders;
-    std::vector<std::string> leftovers;
-    std::optional<std::string> leftoverFolder;
 };
 
-/// Why `Backup` is still there after an uninstallation; the mod then still counts as installed.
 struct UninstallResult {
-    std::error_code error; ///< set when the mod's folder could not be listed: nothing was done
+    ReadFailure failure; ///< set when a folder that has to be known could not be read: nothing was done
 
     std::size_t deleted = 0;                ///< mod files removed from the game
     std::size_t restored = 0;               ///< saved copies that are back in the game
@@ -58,6 +45,7 @@ struct UninstallResult {
     std::vector<std::string> strangers;     ///< files in `Backup` that are not the mod's saved copies
     std::error_code backupNotRemoved;       ///< everything was done, but `Backup` could not be renamed
 
+    /// True when `Backup` is still there because of one of these; the mod then still counts as installed.
     bool BackupStays() const {
         return !notDeleted.empty() || !notRestored.empty() || !notHandedOver.empty() || !strangers.empty() ||
                backupNotRemoved;

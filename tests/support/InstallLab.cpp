@@ -20,7 +20,7 @@ std::string Differences(const TreeState& before, const TreeState& after) {
         else if (found->second.bytes != state.bytes || found->second.isLink != state.isLink)
             text += "other contents: " + path + "\n";
         else if (found->second != state)
-            text += "other time, permissions or number of names: " + path + "\n";
+            text += "other time or permissions: " + path + "\n";
     }
     for (const auto& [path, state] : after)
         if (!before.contains(path)) text += "new: " + path + "\n";
@@ -57,6 +57,10 @@ ModJob InstallLab::Job(std::string_view mod) const {
 
 bool InstallLab::Installed(std::string_view mod) const { return IsInstalled(*files_, Job(mod).ModFolder()); }
 
+FileTime InstallLab::BackupTime(std::string_view mod) const {
+    return files_->Stat(Join(Job(mod).ModFolder(), kBackupName))->modified;
+}
+
 InstallResult InstallLab::Install(FileSystem& files, std::string_view mod) {
     return RunInstall(files, PlanInstall(files, Job(mod)), {});
 }
@@ -78,7 +82,6 @@ TreeState InstallLab::State(std::string_view folder) const {
             file.bytes.assign(std::istreambuf_iterator<char>(stream), {});
             file.modified = entry.last_write_time();
             file.permissions = entry.status().permissions();
-            file.names = entry.hard_link_count();
         } else {
             continue;
         }
@@ -86,6 +89,14 @@ TreeState InstallLab::State(std::string_view folder) const {
         state.emplace(std::string(name.begin(), name.end()), std::move(file));
     }
     return state;
+}
+
+std::string InstallLab::SharedFiles() const {
+    std::string shared;
+    for (const auto& entry : fs::recursive_directory_iterator(root_))
+        if (!entry.is_symlink() && entry.is_regular_file() && entry.hard_link_count() > 1)
+            shared += entry.path().string() + "\n";
+    return shared;
 }
 
 } // namespace quillbay

@@ -19,7 +19,6 @@ struct FileState {
     bool isLink = false;
     std::filesystem::file_time_type modified;
     std::filesystem::perms permissions{};
-    std::uintmax_t names = 1; ///< hard links
 
     friend bool operator==(const FileState&, const FileState&) = default;
 };
@@ -42,6 +41,7 @@ public:
 
     ModJob Job(std::string_view mod) const;
     bool Installed(std::string_view mod) const;
+    FileTime BackupTime(std::string_view mod) const;
     InstallResult Install(std::string_view mod) { return Install(*files_, mod); }
     InstallResult Install(FileSystem& files, std::string_view mod);
     UninstallResult Uninstall(std::string_view mod) { return Uninstall(*files_, mod); }
@@ -49,6 +49,8 @@ public:
 
     /// Every file below a folder of the lab, by its path there; folders themselves do not count.
     TreeState State(std::string_view folder) const;
+    /// Files that have more than one name (hard links), one a line.
+    std::string SharedFiles() const;
     FileSystem& Files() { return *files_; }
 
 private:
