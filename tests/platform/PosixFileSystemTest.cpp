@@ -8,6 +8,7 @@
 #include <array>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -195,12 +196,17 @@ TEST_F(PosixFileSystemTest, NamesOfAnyBytesComeAndGo) {
 }
 
 TEST_F(PosixFileSystemTest, TreesMayBeDeeperThanPathsAndDescriptorsReach) {
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    const rlimit few{60, limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    const std::string name(50, 'n');
     PutFolder(temp_ / "deep");
     UniqueFd folder(::open(Native(temp_ / "deep").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    for (int depth = 0; depth < 3000; ++depth) {
-        ASSERT_EQ(::mkdirat(folder.Get(), "level", 0700), 0);
+    for (int depth = 0; depth < 100; ++depth) {
+        ASSERT_EQ(::mkdirat(folder.Get(), name.c_str(), 0700), 0);
         ASSERT_EQ(::mkdirat(folder.Get(), "side", 0700), 0);
-        folder = UniqueFd(::openat(folder.Get(), "level", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        folder = UniqueFd(::openat(folder.Get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         ASSERT_TRUE(folder);
     }
     const UniqueFd file(::openat(folder.Get(), "file", O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
@@ -208,6 +214,7 @@ TEST_F(PosixFileSystemTest, TreesMayBeDeeperThanPathsAndDescriptorsReach) {
     EXPECT_EQ(fs_.TreeSize(temp_ / "deep").ValueOr(0), 5U);
     EXPECT_FALSE(fs_.RemoveTree(temp_ / "deep"));
     EXPECT_EQ(Names(temp_.Path()), Strings{});
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
 }
 
 TEST_F(PosixFileSystemTest, CopiesAndReplacesWhereTheSystemHelpsLess) {

@@ -40,7 +40,7 @@ std::optional<DirEntry> MakeEntry(int folder, const dirent& read, Detail detail)
     entry.hidden = read.d_name[0] == '.';
     const bool kindKnown = read.d_type != DT_UNKNOWN && read.d_type != DT_LNK;
     if (detail == Detail::Names && kindKnown) {
-        entry.kind = KindOfMode(DTTOIF(read.d_type));
+        entry.kind = KindOfMode(static_cast<mode_t>(DTTOIF(read.d_type)));
         return entry;
     }
     struct stat info {};
