@@ -1,6 +1,6 @@
 #include "platform/CaseFold.h"
 
-#include "platform/windows/WideText.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <windows.h>
@@ -16,7 +16,7 @@ constexpr char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<ch
 char32_t UpperPoint(char32_t point) {
     // Letters of the game's and its mods' names lie in the basic plane; the others keep their case, as on
     // NTFS.
-    if (point >= 0x10000 || IsSurrogate(point)) return point;
+    if (point >= 0x10000) return point;
     const auto letter = static_cast<wchar_t>(point);
     wchar_t upper = letter;
     if (LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, &letter, 1, &upper, 1, nullptr, nullptr, 0) !=
@@ -30,19 +30,18 @@ char32_t UpperPoint(char32_t point) {
 std::string FoldCase(std::string_view name) {
     std::string folded;
     folded.reserve(name.size());
-    while (!name.empty()) {
-        if (IsAscii(name.front())) {
-            folded.push_back(AsciiUpper(name.front()));
-            name.remove_prefix(1);
+    for (std::size_t at = 0; at < name.size();) {
+        if (IsAscii(name[at])) {
+            folded.push_back(AsciiUpper(name[at++]));
             continue;
         }
-        const DecodedChar c = DecodeChar(name);
+        const Utf8Character c = ReadUtf8(name, at);
         if (c.valid) {
-            AppendUtf8(folded, UpperPoint(c.point));
+            AppendUtf8(folded, UpperPoint(c.codePoint));
         } else {
-            folded.push_back(name.front());
+            folded.push_back(name[at]);
         }
-        name.remove_prefix(c.length);
+        at += c.length;
     }
     return folded;
 }

@@ -53,7 +53,7 @@ bool CodePageCodec::EncodeExactly(std::wstring_view wide, std::string& bytes) co
 }
 
 std::size_t CodePageCodec::CharLength(std::string_view bytes) const {
-    if (codePage_ == CP_UTF8) return DecodeChar(bytes).length;
+    if (codePage_ == CP_UTF8) return ReadUtf8(bytes, 0).length;
     const bool isPair = bytes.size() > 1 && IsDBCSLeadByteEx(codePage_, static_cast<BYTE>(bytes[0]));
     return isPair ? 2 : 1;
 }
@@ -98,11 +98,11 @@ EncodedText CodePageCodec::Encode(std::string_view text) const {
         result.bytes.append(text.substr(0, ascii));
         text.remove_prefix(ascii);
         if (text.empty()) break;
-        const DecodedChar c = DecodeChar(text);
+        const Utf8Character c = ReadWideUtf8(text, 0);
         const std::string_view character = text.substr(0, c.length);
-        if (c.valid && IsRawByte(c.point)) {
-            result.bytes.push_back(static_cast<char>(c.point - kRawBytes));
-        } else if (c.valid && !IsSurrogate(c.point) && EncodeExactly(WidenText(character), bytes)) {
+        if (c.valid && IsRawByte(c.codePoint)) {
+            result.bytes.push_back(static_cast<char>(c.codePoint - kRawBytes));
+        } else if (c.valid && !IsSurrogate(c.codePoint) && EncodeExactly(WidenText(character), bytes)) {
             result.bytes.append(bytes);
         } else {
             result.unencodable = std::string(character);

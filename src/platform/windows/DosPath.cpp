@@ -47,7 +47,7 @@ std::string SearchRoot(std::string_view programDirectory) {
 std::string DriveRootText(std::string_view programDirectory) {
     std::string root;
     for (int i = 0; i < 3 && !programDirectory.empty(); ++i) {
-        const std::size_t length = DecodeChar(programDirectory).length;
+        const std::size_t length = ReadWideUtf8(programDirectory, 0).length;
         root.append(programDirectory.substr(0, length));
         programDirectory.remove_prefix(length);
     }

@@ -1,5 +1,6 @@
 #include "platform/windows/FileCopy.h"
 
+#include "platform/CaseFold.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/LinkText.h"
@@ -114,6 +115,8 @@ std::error_code PutInPlace(const std::wstring& made, const std::wstring& to, boo
 
 /// Whether `to` may be given to another file at all.
 std::error_code CheckTarget(const std::wstring& to, bool replace) {
+    if (EqualFolded(NarrowText(LongName(to)), kTempNew))
+        return std::make_error_code(std::errc::invalid_argument);
     const DWORD target = GetFileAttributesW(to.c_str());
     if (target == INVALID_FILE_ATTRIBUTES) return {};
     if (!replace) return std::make_error_code(std::errc::file_exists);
@@ -171,7 +174,7 @@ std::error_code LinkToName(const std::wstring& from, const std::wstring& to, boo
 
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes) {
     DWORD attributes = GetFileAttributesW(file.c_str());
-    if (Has(attributes, FILE_ATTRIBUTE_DIRECTORY)) return std::make_error_code(std::errc::is_a_directory);
+    if (const auto error = CheckTarget(file, true)) return error;
     if (Has(attributes, kReadOnly)) return std::make_error_code(std::errc::permission_denied);
     if (attributes == INVALID_FILE_ATTRIBUTES || Has(attributes, FILE_ATTRIBUTE_REPARSE_POINT))
         attributes = FILE_ATTRIBUTE_NORMAL;

@@ -1,5 +1,7 @@
 #include "platform/FileSystem.h"
 
+#include "common/PathText.h"
+#include "platform/CaseFold.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
@@ -123,6 +125,44 @@ bool IsSameFile(const Handle& file, const Handle& other) {
            std::memcmp(&a.FileId, &b.FileId, sizeof a.FileId) == 0;
 }
 
+Result<std::wstring> FindRealPath(const std::wstring& path) {
+    const Handle handle = OpenInformation(path);
+    if (!handle) return LastError();
+    std::wstring real(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetFinalPathNameByHandleW(handle.Get(), real.data(), static_cast<DWORD>(real.size()), 0);
+        if (length == 0) break;
+        const bool complete = length < real.size();
+        real.resize(length);
+        if (complete) return real;
+    }
+    const auto error = LastError();
+    // Wine knows no final path of more than 260 characters; that of the folder above may be shorter.
+    const auto entry = FindEntry(path);
+    const auto parent = LongParent(path);
+    if (!entry || IsLink(*entry) || parent.size() == path.size()) return error;
+    const auto realParent = FindRealPath(std::wstring(parent));
+    if (!realParent) return realParent.Error();
+    return InFolder(*realParent, entry->cFileName);
+}
+
+std::error_code MoveName(const std::wstring& from, const std::wstring& to) {
+    return MoveFileExW(from.c_str(), to.c_str(), 0) ? std::error_code{} : LastError();
+}
+
+/// After a rename that changed letter case alone: some file systems report success and keep the old spelling.
+std::error_code CorrectSpelling(const std::wstring& path) {
+    const auto stored = FindEntry(path);
+    if (!stored) return stored.Error();
+    if (LongName(path) == stored->cFileName) return {};
+    const std::wstring between = InFolder(LongParent(path), WidenText(kTempNew));
+    if (const auto error = MoveName(path, between)) return error;
+    const auto error = MoveName(between, path);
+    if (error) Ignore(MoveName(between, InFolder(LongParent(path), stored->cFileName)));
+    return error;
+}
+
 class WindowsFileSystem : public FileSystem {
 public:
     Result<std::vector<DirEntry>> List(std::string_view folder, Detail) const override {
@@ -218,6 +258,8 @@ public:
             const std::wstring current = std::move(pending.back());
             pending.pop_back();
             const auto entries = ScanFolder(current);
+            // A folder below may go while it is counted.
+            if (current != *path && entries.Error() == std::errc::no_such_file_or_directory) continue;
             if (!entries) return entries.Error();
             for (const WIN32_FIND_DATAW& entry : *entries) {
                 if (IsFolder(entry)) {
@@ -233,17 +275,9 @@ public:
     Result<std::string> RealPath(std::string_view entry) const override {
         const auto path = LongPath(entry);
         if (!path) return path.Error();
-        const Handle handle = OpenInformation(*path);
-        if (!handle) return LastError();
-        std::wstring real(MAX_PATH, L'\0');
-        for (;;) {
-            const DWORD length =
-                GetFinalPathNameByHandleW(handle.Get(), real.data(), static_cast<DWORD>(real.size()), 0);
-            if (length == 0) return LastError();
-            const bool complete = length < real.size();
-            real.resize(length);
-            if (complete) return NarrowText(WithoutLongPrefix(real));
-        }
+        const auto real = FindRealPath(*path);
+        if (!real) return real.Error();
+        return NarrowText(WithoutLongPrefix(*real));
     }
 
     std::error_code MakeFolder(std::string_view folder) override {
@@ -271,6 +305,12 @@ public:
     }
 
     std::error_code RemoveTree(std::string_view folder) override {
+        // Nobody means to empty a drive, or the folder above.
+        const auto name = LastComponent(WithoutFinalSeparators(folder));
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        if (LongName(*path).empty() || name == "." || name == "..")
+            return std::make_error_code(std::errc::invalid_argument);
         return WithFolder(folder, RemoveFolderTree);
     }
 
@@ -284,7 +324,9 @@ public:
 
     std::error_code Rename(std::string_view from, std::string_view to) override {
         return WithTwo(from, to, [](const auto& a, const auto& b) {
-            return MoveFileExW(a.c_str(), b.c_str(), 0) ? std::error_code{} : LastError();
+            const auto error = MoveName(a, b);
+            if (error || a == b || !EqualFolded(NarrowText(a), NarrowText(b))) return error;
+            return CorrectSpelling(b);
         });
     }
 

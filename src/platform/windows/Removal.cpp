@@ -63,7 +63,7 @@ std::error_code RemoveFolderName(const std::wstring& longPath) {
 std::error_code RemoveFolderTree(const std::wstring& longFolder) {
     std::error_code first;
     const auto note = [&](const std::error_code& error) {
-        if (!first) first = error;
+        if (!first && error != std::errc::no_such_file_or_directory) first = error;
     };
     std::vector<std::wstring> folders{longFolder};
     for (std::size_t i = 0; i < folders.size(); ++i) {

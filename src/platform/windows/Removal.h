@@ -19,7 +19,8 @@ std::error_code RemoveFileName(const std::wstring& longPath);
 /// Removes an empty folder, or a link to a folder.
 std::error_code RemoveFolderName(const std::wstring& longPath);
 
-/// Removes a folder with everything in it. Goes on after a failure and reports the first one.
+/// Removes a folder with everything in it. Goes on after a failure and reports the first one;
+/// what somebody else has removed meanwhile is none.
 std::error_code RemoveFolderTree(const std::wstring& longFolder);
 
 /// Runs `operation` (true: done) on a path whose read-only attribute is cleared for it, and puts the

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::wstring_view kLongPrefix = L"\\\\?\\";
 constexpr std::wstring_view kLongShare = L"\\\\?\\UNC\\";
-constexpr std::wstring_view kForbidden{L"\0:*?\"<>|", 8};
+constexpr std::wstring_view kForbidden = L":*?\"<>|";
 
 bool IsWideSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
@@ -53,7 +53,7 @@ std::wstring Absolute(std::wstring path) {
 } // namespace
 
 Result<std::wstring> LongPath(std::string_view path) {
-    if (path.empty()) return std::errc::no_such_file_or_directory;
+    if (path.empty() || path.find('\0') != std::string_view::npos) return std::errc::invalid_argument;
     const std::wstring absolute = Absolute(WidenText(path));
     std::wstring_view rest = absolute;
 

@@ -11,8 +11,8 @@ namespace quillbay {
 /// The absolute path in the form `\\?\C:\...` or `\\?\UNC\server\share\...`, which the system takes as it is:
 /// more than 260 characters, final dots and blanks, and names like `con` are possible. `/`, doubled
 /// separators, `.` and `..` are resolved as text; `C:` is the root folder of that drive.
-/// no_such_file_or_directory for a text that no path can be: an empty one, or one with a NUL, a colon
-/// beyond the drive's (it would name a stream inside a file) or a wildcard.
+/// invalid_argument for an empty text or one with a NUL; no_such_file_or_directory for one that names nothing
+/// but would mislead the system: with a colon beyond the drive's (a stream inside a file) or a wildcard.
 Result<std::wstring> LongPath(std::string_view path);
 
 /// The path without the `\\?\` in front.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Utf8.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -8,17 +10,8 @@
 /// that its number would have (WTF-8).
 namespace quillbay {
 
-struct DecodedChar {
-    char32_t point = 0;
-    std::size_t length = 1; ///< bytes
-    bool valid = false;     ///< otherwise one byte that belongs to no character
-};
-
-/// The character at the beginning of `text`, which must not be empty. A surrogate is valid here.
-DecodedChar DecodeChar(std::string_view text);
-
-void AppendUtf8(std::string& text, char32_t point);
-void AppendUtf16(std::wstring& text, char32_t point);
+/// As ReadUtf8, but a surrogate counts as a character.
+Utf8Character ReadWideUtf8(std::string_view text, std::size_t at);
 
 constexpr bool IsSurrogate(char32_t point) { return point >= 0xD800 && point <= 0xDFFF; }
 
