@@ -45,6 +45,7 @@ constexpr Row kRows[] = {
     {ERROR_INVALID_FUNCTION, std::errc::operation_not_supported},
     {ERROR_NOT_SUPPORTED, std::errc::operation_not_supported},
     {ERROR_CALL_NOT_IMPLEMENTED, std::errc::operation_not_supported},
+    {ERROR_BAD_EXE_FORMAT, std::errc::executable_format_error},
     {ERROR_NO_ASSOCIATION, std::errc::operation_not_supported},
     {ERROR_TOO_MANY_LINKS, std::errc::too_many_links},
     {ERROR_INVALID_PARAMETER, std::errc::invalid_argument},
