@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <string>
+#include <system_error>
+
+/// Files that get their name only when they are whole; paths are long paths (WidePath.h).
+namespace quillbay {
+
+/// FileSystem::Copy.
+std::error_code CopyToName(const std::wstring& from, const std::wstring& to, CopyOptions options);
+
+/// FileSystem::HardLink.
+std::error_code LinkToName(const std::wstring& from, const std::wstring& to, bool replace);
+
+/// FileSystem::WriteFile. `file` has the spelling that it is to have.
+std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes);
+
+} // namespace quillbay

@@ -1,0 +1,389 @@
+#include "platform/FileSystem.h"
+
+#include "common/PathText.h"
+#include "platform/CaseFold.h"
+#include "platform/windows/FileCopy.h"
+#include "platform/windows/FolderScan.h"
+#include "platform/windows/Handle.h"
+#include "platform/windows/LinkText.h"
+#include "platform/windows/Removal.h"
+#include "platform/windows/WidePath.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WinError.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+namespace quillbay {
+
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::int64_t kTicksPerSecond = 10'000'000;
+constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
+
+std::uint64_t Wide(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
+
+FileTime FromFileTime(const FILETIME& time) {
+    const auto ticks = Wide(time.dwHighDateTime, time.dwLowDateTime);
+    return FileTime(
+        std::chrono::seconds(static_cast<std::int64_t>(ticks / kTicksPerSecond) - kSecondsFrom1601To1970));
+}
+
+std::optional<FILETIME> ToFileTime(FileTime time) {
+    const auto seconds = std::int64_t{time.time_since_epoch().count()} + kSecondsFrom1601To1970;
+    if (seconds <= 0 || seconds > INT64_MAX / kTicksPerSecond) return std::nullopt;
+    const auto ticks = static_cast<std::uint64_t>(seconds) * kTicksPerSecond;
+    return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+Handle OpenInformation(const std::wstring& path, DWORD flags = 0) {
+    return Handle(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                              FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
+}
+
+/// Of what the path leads to, links followed.
+Result<BY_HANDLE_FILE_INFORMATION> ReadInformation(const std::wstring& path) {
+    BY_HANDLE_FILE_INFORMATION information{};
+    const Handle file = OpenInformation(path);
+    if (!file || !GetFileInformationByHandle(file.Get(), &information)) return LastError();
+    return information;
+}
+
+bool IsFolderAttribute(DWORD attributes) { return attributes & FILE_ATTRIBUTE_DIRECTORY; }
+
+EntryKind KindOf(DWORD attributes) {
+    if (attributes & FILE_ATTRIBUTE_DEVICE) return EntryKind::Other;
+    return IsFolderAttribute(attributes) ? EntryKind::Folder : EntryKind::File;
+}
+
+void SetContents(DirEntry& entry, DWORD attributes, std::uint64_t size, const FILETIME& modified) {
+    entry.kind = KindOf(attributes);
+    entry.readOnly = (attributes & FILE_ATTRIBUTE_READONLY) && !IsFolderAttribute(attributes);
+    entry.size = entry.kind == EntryKind::File ? size : 0;
+    entry.modified = FromFileTime(modified);
+}
+
+/// `path` is asked only when the entry is a link.
+void Fill(DirEntry& entry, const WIN32_FIND_DATAW& found, const std::wstring& path) {
+    entry.name = NarrowText(found.cFileName);
+    entry.hidden = found.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    entry.isLink = IsLink(found);
+    if (!entry.isLink) {
+        SetContents(entry, found.dwFileAttributes, Wide(found.nFileSizeHigh, found.nFileSizeLow),
+                    found.ftLastWriteTime);
+    } else if (const auto target = ReadInformation(path)) {
+        SetContents(entry, target->dwFileAttributes, Wide(target->nFileSizeHigh, target->nFileSizeLow),
+                    target->ftLastWriteTime);
+    }
+}
+
+Result<Handle> OpenForReading(const std::wstring& path) {
+    Handle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (file) return file;
+    const auto error = LastError();
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && IsFolderAttribute(attributes))
+        return std::errc::is_a_directory;
+    return error;
+}
+
+Result<std::uint64_t> SizeOf(const Handle& file) {
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file.Get(), &size)) return LastError();
+    return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+/// Fills `bytes` from `offset` on; shortens it at the end of the file.
+std::error_code ReadAt(const Handle& file, std::uint64_t offset, std::string& bytes) {
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const std::uint64_t at = offset + filled;
+        OVERLAPPED where{};
+        where.Offset = static_cast<DWORD>(at);
+        where.OffsetHigh = static_cast<DWORD>(at >> 32);
+        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - filled, 1u << 24));
+        DWORD got = 0;
+        if (!ReadFile(file.Get(), bytes.data() + filled, wanted, &got, &where) &&
+            GetLastError() != ERROR_HANDLE_EOF)
+            return LastError();
+        if (got == 0) break;
+        filled += got;
+    }
+    bytes.resize(filled);
+    return {};
+}
+
+bool IsSameFile(const Handle& file, const Handle& other) {
+    FILE_ID_INFO a{};
+    FILE_ID_INFO b{};
+    return GetFileInformationByHandleEx(file.Get(), FileIdInfo, &a, sizeof a) &&
+           GetFileInformationByHandleEx(other.Get(), FileIdInfo, &b, sizeof b) &&
+           a.VolumeSerialNumber == b.VolumeSerialNumber &&
+           std::memcmp(&a.FileId, &b.FileId, sizeof a.FileId) == 0;
+}
+
+Result<std::wstring> FindRealPath(const std::wstring& path) {
+    const Handle handle = OpenInformation(path);
+    if (!handle) return LastError();
+    std::wstring real(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetFinalPathNameByHandleW(handle.Get(), real.data(), static_cast<DWORD>(real.size()), 0);
+        if (length == 0) break;
+        const bool complete = length < real.size();
+        real.resize(length);
+        if (complete) return real;
+    }
+    const auto error = LastError();
+    // Wine knows no final path of more than 260 characters; that of the folder above may be shorter.
+    const auto entry = FindEntry(path);
+    const auto parent = LongParent(path);
+    if (!entry || IsLink(*entry) || parent.size() == path.size()) return error;
+    const auto realParent = FindRealPath(std::wstring(parent));
+    if (!realParent) return realParent.Error();
+    return InFolder(*realParent, entry->cFileName);
+}
+
+std::error_code MoveName(const std::wstring& from, const std::wstring& to) {
+    return MoveFileExW(from.c_str(), to.c_str(), 0) ? std::error_code{} : LastError();
+}
+
+/// After a rename that changed letter case alone: some file systems report success and keep the old spelling.
+std::error_code CorrectSpelling(const std::wstring& path) {
+    const auto stored = FindEntry(path);
+    if (!stored) return stored.Error();
+    if (LongName(path) == stored->cFileName) return {};
+    const std::wstring between = InFolder(LongParent(path), WidenText(kTempNew));
+    if (const auto error = MoveName(path, between)) return error;
+    const auto error = MoveName(between, path);
+    if (error) Ignore(MoveName(between, InFolder(LongParent(path), stored->cFileName)));
+    return error;
+}
+
+class WindowsFileSystem : public FileSystem {
+public:
+    Result<std::vector<DirEntry>> List(std::string_view folder, Detail) const override {
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        const auto found = ScanFolder(*path);
+        if (!found) return found.Error();
+        std::vector<DirEntry> entries(found->size());
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const WIN32_FIND_DATAW& entry = (*found)[i];
+            Fill(entries[i], entry, IsLink(entry) ? InFolder(*path, entry.cFileName) : std::wstring());
+        }
+        return entries;
+    }
+
+    Result<FileInfo> Stat(std::string_view file) const override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const auto found = FindEntry(*path);
+        if (!found) return found.Error();
+        FileInfo info;
+        Fill(info, *found, *path);
+        if (IsFolder(*found)) return info;
+        const Handle itself = OpenInformation(*path, FILE_FLAG_OPEN_REPARSE_POINT);
+        BY_HANDLE_FILE_INFORMATION now{};
+        if (!itself || !GetFileInformationByHandle(itself.Get(), &now)) return LastError();
+        info.links = now.nNumberOfLinks;
+        // A folder holds size and time as they were when the file was last opened by this name.
+        if (!info.isLink)
+            SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow),
+                        now.ftLastWriteTime);
+        return info;
+    }
+
+    Result<std::string> Read(std::string_view file, std::uint64_t offset,
+                             std::size_t maxBytes) const override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const auto handle = OpenForReading(*path);
+        if (!handle) return handle.Error();
+        const auto size = SizeOf(*handle);
+        if (!size) return size.Error();
+        if (offset >= *size) return std::string();
+        std::string bytes(static_cast<std::size_t>(std::min<std::uint64_t>(maxBytes, *size - offset)), '\0');
+        if (const auto error = ReadAt(*handle, offset, bytes)) return error;
+        return bytes;
+    }
+
+    Result<std::string> ReadLink(std::string_view link) const override {
+        const auto path = LongPath(link);
+        if (!path) return path.Error();
+        const auto text = ReadLinkText(*path);
+        if (!text) return text.Error();
+        return NarrowText(*text);
+    }
+
+    Result<bool> SameContents(std::string_view file, std::string_view other) const override {
+        const auto pathA = LongPath(file);
+        if (!pathA) return pathA.Error();
+        const auto pathB = LongPath(other);
+        if (!pathB) return pathB.Error();
+        const auto a = OpenForReading(*pathA);
+        if (!a) return a.Error();
+        const auto b = OpenForReading(*pathB);
+        if (!b) return b.Error();
+        if (IsSameFile(*a, *b)) return true;
+        const auto sizeA = SizeOf(*a);
+        if (!sizeA) return sizeA.Error();
+        const auto sizeB = SizeOf(*b);
+        if (!sizeB) return sizeB.Error();
+        if (*sizeA != *sizeB) return false;
+
+        constexpr std::size_t kBlock = 1u << 18;
+        const auto block = static_cast<std::size_t>(std::min<std::uint64_t>(*sizeA, kBlock));
+        std::string bytesA;
+        std::string bytesB;
+        for (std::uint64_t offset = 0;; offset += block) {
+            bytesA.resize(block);
+            bytesB.resize(block);
+            if (const auto error = ReadAt(*a, offset, bytesA)) return error;
+            if (const auto error = ReadAt(*b, offset, bytesB)) return error;
+            if (bytesA != bytesB) return false;
+            if (bytesA.size() < block || block == 0) return true;
+        }
+    }
+
+    Result<std::uint64_t> TreeSize(std::string_view folder) const override {
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        std::uint64_t size = 0;
+        std::vector<std::wstring> pending{*path};
+        while (!pending.empty()) {
+            const std::wstring current = std::move(pending.back());
+            pending.pop_back();
+            const auto entries = ScanFolder(current);
+            // A folder below may go while it is counted.
+            if (current != *path && entries.Error() == std::errc::no_such_file_or_directory) continue;
+            if (!entries) return entries.Error();
+            for (const WIN32_FIND_DATAW& entry : *entries) {
+                if (IsFolder(entry)) {
+                    pending.push_back(InFolder(current, entry.cFileName));
+                } else if (!IsLink(entry)) {
+                    size += Wide(entry.nFileSizeHigh, entry.nFileSizeLow);
+                }
+            }
+        }
+        return size;
+    }
+
+    Result<std::string> RealPath(std::string_view entry) const override {
+        const auto path = LongPath(entry);
+        if (!path) return path.Error();
+        const auto real = FindRealPath(*path);
+        if (!real) return real.Error();
+        return NarrowText(WithoutLongPrefix(*real));
+    }
+
+    std::error_code MakeFolder(std::string_view folder) override {
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        if (CreateDirectoryW(path->c_str(), nullptr)) return {};
+        const auto error = LastError();
+        // A root is denied, not reported as existing.
+        const auto existing = ReadInformation(*path);
+        return existing && IsFolderAttribute(existing->dwFileAttributes) ? std::error_code{} : error;
+    }
+
+    std::error_code RemoveEmptyFolder(std::string_view folder) override {
+        return WithFolder(folder, RemoveFolderName);
+    }
+
+    std::error_code RemoveFile(std::string_view file) override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const auto error = RemoveFileName(*path);
+        if (!error) return {};
+        const auto entry = FindEntry(*path);
+        if (!entry || !IsFolderAttribute(entry->dwFileAttributes)) return error;
+        return IsLink(*entry) ? RemoveFolderName(*path) : std::make_error_code(std::errc::is_a_directory);
+    }
+
+    std::error_code RemoveTree(std::string_view folder) override {
+        // Nobody means to empty a drive, or the folder above.
+        const auto name = LastComponent(WithoutFinalSeparators(folder));
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        if (LongName(*path).empty() || name == "." || name == "..")
+            return std::make_error_code(std::errc::invalid_argument);
+        return WithFolder(folder, RemoveFolderTree);
+    }
+
+    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override {
+        return WithTwo(from, to, [&](const auto& a, const auto& b) { return CopyToName(a, b, options); });
+    }
+
+    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
+        return WithTwo(from, to, [&](const auto& a, const auto& b) { return LinkToName(a, b, replace); });
+    }
+
+    std::error_code Rename(std::string_view from, std::string_view to) override {
+        return WithTwo(from, to, [](const auto& a, const auto& b) {
+            const auto error = MoveName(a, b);
+            if (error || a == b || !EqualFolded(NarrowText(a), NarrowText(b))) return error;
+            return CorrectSpelling(b);
+        });
+    }
+
+    std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const auto existing = FindEntry(*path);
+        return WriteWholeFile(existing ? InFolder(LongParent(*path), existing->cFileName) : *path, bytes);
+    }
+
+    std::error_code SetReadOnly(std::string_view file, bool readOnly) override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const DWORD now = GetFileAttributesW(path->c_str());
+        if (now == INVALID_FILE_ATTRIBUTES) return LastError();
+        constexpr DWORD kReadOnly = FILE_ATTRIBUTE_READONLY;
+        DWORD wanted = readOnly ? now | kReadOnly : now & ~kReadOnly;
+        if (wanted == 0) wanted = FILE_ATTRIBUTE_NORMAL;
+        if (wanted == now) return {};
+        return SetFileAttributesW(path->c_str(), wanted) ? std::error_code{} : LastError();
+    }
+
+    std::error_code SetModified(std::string_view entry, FileTime time) override {
+        const auto path = LongPath(entry);
+        if (!path) return path.Error();
+        const auto wanted = ToFileTime(time);
+        if (!wanted) return std::make_error_code(std::errc::invalid_argument);
+        const Handle handle(CreateFileW(path->c_str(), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr,
+                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        if (!handle || !SetFileTime(handle.Get(), nullptr, nullptr, &*wanted)) return LastError();
+        return {};
+    }
+
+private:
+    /// Runs `operation` on a folder that is no link.
+    template <typename Operation>
+    static std::error_code WithFolder(std::string_view folder, Operation operation) {
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        const auto entry = FindEntry(*path);
+        if (!entry) return entry.Error();
+        if (!IsFolder(*entry)) return std::make_error_code(std::errc::not_a_directory);
+        return operation(*path);
+    }
+
+    template <typename Operation>
+    static std::error_code WithTwo(std::string_view from, std::string_view to, Operation operation) {
+        const auto source = LongPath(from);
+        if (!source) return source.Error();
+        const auto target = LongPath(to);
+        if (!target) return target.Error();
+        return operation(*source, *target);
+    }
+};
+
+} // namespace
+
+std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<WindowsFileSystem>(); }
+
+} // namespace quillbay

@@ -1,0 +1,111 @@
+#include "platform/CaseFold.h"
+#include "platform/DosPath.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramLocation.h"
+#include "platform/ShellOpener.h"
+#include "platform/SingleInstance.h"
+#include "platform/SoundPlayer.h"
+#include "platform/windows/WideText.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <windows.h>
+
+namespace quillbay::test {
+namespace {
+
+TEST(WindowsTextTest, LosesNoUnitOfAName) {
+    std::mt19937 random(20260402);
+    for (int round = 0; round < 2000; ++round) {
+        std::wstring name(random() % 12, L'\0');
+        for (wchar_t& unit : name)
+            unit = static_cast<wchar_t>(random() % 2 ? 0xD700 + random() % 0xA00 : random() % 0x10000);
+        ASSERT_EQ(WidenText(NarrowText(name)), name);
+    }
+    EXPECT_EQ(NarrowText(L"\xD83D\xDE00 \xD83D"), "\U0001F600 \xED\xA0\xBD");
+    // No two names that are not UTF-8 lead to one.
+    EXPECT_NE(WidenText("\xFF"), WidenText("\xFE"));
+}
+
+TEST(WindowsCaseFoldTest, MapsLettersOneForOne) {
+    struct {
+        const char* name;
+        const char* folded;
+    } const rows[] = {
+        {"odf\\Ships_1.z", "ODF\\SHIPS_1.Z"},
+        {"\u00E4\u00F6\u00FF\u0153", "\u00C4\u00D6\u0178\u0152"},
+        {"\u03B1\u03C9\u03AC", "\u0391\u03A9\u0386"},
+        {"\u0436\u0451", "\u0416\u0401"},
+        {"\u00DF", "\u00DF"},
+        {"\u0131\u017F", "\u0131\u017F"}, // their capitals are ASCII
+        {"\xFF\xE4z", "\xFF\xE4Z"},
+        {"\xED\xA0\x80z", "\xED\xA0\x80Z"},
+        {"\U00010428", "\U00010428"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(FoldCase(row.name), row.folded) << row.name;
+        EXPECT_TRUE(EqualFolded(row.name, row.folded)) << row.name;
+        EXPECT_FALSE(EqualFolded(row.name, std::string(row.folded) + "x")) << row.name;
+    }
+    EXPECT_FALSE(EqualFolded("i", "\u0131"));
+    EXPECT_TRUE(LessFolded("B", "a") == false && LessFolded("a", "B"));
+    EXPECT_TRUE(LessFolded("A", "a") && !LessFolded("a", "A") && !LessFolded("a", "a"));
+}
+
+TEST(WindowsDosPathTest, GivesShortNamesThatLeadToTheSameFolder) {
+    const TempFolder folder;
+    PutFile(folder / "A long name\u00E4\\with blanks\\file", "x");
+    const auto shortPath = ShortPath(folder / "A long name\u00E4\\with blanks");
+    ASSERT_TRUE(shortPath);
+    EXPECT_EQ(shortPath->find_first_of(" \xC3?"), std::string::npos) << *shortPath;
+    EXPECT_EQ(shortPath->substr(1, 2), ":\\");
+    EXPECT_EQ(FileBytes(*shortPath + "\\file"), "x");
+    EXPECT_EQ(ShortPath(folder / "missing").Error(), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(MakeFileSystem()->Stat(*shortPath).ValueOr({}).name, "with blanks");
+}
+
+TEST(WindowsDosPathTest, TellsDrives) {
+    EXPECT_EQ(SearchRoot("D:\\Games\\Quillbay"), "D:");
+    EXPECT_EQ(SearchRoot("\\\\server\\share\\folder"), "\\\\server\\share");
+    EXPECT_EQ(DriveRootText("D:\\Games"), "D:\\");
+    EXPECT_EQ(DriveRootText("D:"), "D:\\");
+    EXPECT_EQ(NativePath("C:\\Games\\"), "C:\\Games\\");
+}
+
+TEST(WindowsDosPathTest, FindsAFileAnywhereBelow) {
+    const TempFolder folder;
+    PutFile(folder / "a\\b\\TEMPEST2.exe", "x");
+    PutFolder(folder / "c\\tempest2.exe\\d");
+    EXPECT_EQ(FindFileInTree(folder.Path(), "Tempest2.exe"), folder / "a\\b\\TEMPEST2.exe");
+    EXPECT_EQ(FindFileInTree(folder / "c", "Tempest2.exe"), "");
+    EXPECT_EQ(FindFileInTree(folder / "missing", "Tempest2.exe"), "");
+}
+
+TEST(WindowsProgramTest, KnowsItsOwnFolder) {
+    wchar_t file[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(nullptr, file, MAX_PATH);
+    ASSERT_LT(length, static_cast<DWORD>(MAX_PATH));
+    const std::string own = DiskPath(FindProgramDirectory()).string();
+    EXPECT_NE(own.back(), '\\');
+    EXPECT_TRUE(std::filesystem::equivalent(own, std::filesystem::path(file).parent_path()));
+}
+
+TEST(WindowsProgramTest, RunsOnce) {
+    auto first = SingleInstance::Acquire();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(SingleInstance::Acquire(), nullptr);
+    first.reset();
+    EXPECT_NE(SingleInstance::Acquire(), nullptr);
+}
+
+TEST(WindowsProgramTest, ReportsWhatCannotBeOpenedOrPlayed) {
+    const TempFolder folder;
+    EXPECT_EQ(MakeShellOpener()->OpenWithShell(folder / "missing.bat", folder.Path()),
+              std::errc::no_such_file_or_directory);
+    EXPECT_EQ(MakeSoundPlayer()->Play(folder / "missing.wav"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(MakeSoundPlayer()->Play(folder.Path()), std::errc::is_a_directory);
+}
+
+} // namespace
+} // namespace quillbay::test
