@@ -1,8 +1,8 @@
-#include "effects/EffectHost.h"
 #include "effects/EffectWindow.h"
 #include "effects/WindowEffects.h"
 #include "support/AnswerBoxesWindow.h"
 #include "support/FakeLayeredWindow.h"
+#include "support/TestHost.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,22 +18,6 @@ namespace {
 
 using test::LayeredWindows;
 using test::WaitFor;
-
-class Host : public EffectHost {
-public:
-    Host() {
-        main.resize(400, 300);
-        main.show();
-        FadeSpeed = 30;
-    }
-    ClosingSwitches SmoothClosing() const override { return switches; }
-    bool SmoothCloseMainWindowOnly() const override { return mainWindowOnly; }
-    QWidget& MainWindow() override { return main; }
-
-    QWidget main;
-    ClosingSwitches switches;
-    bool mainWindowOnly = false;
-};
 
 /// A window that writes down what happens to it.
 class Window : public EffectWindow {
@@ -62,6 +46,10 @@ public:
 
 class Effects : public testing::Test {
 protected:
+    Effects() {
+        host.FadeSpeed = 30;
+        host.mainWindowOnly = false;
+    }
     void Open() {
         window->Open();
         ASSERT_TRUE(window->isVisible());
@@ -76,7 +64,7 @@ protected:
         QMetaObject::invokeMethod(qApp, action, Qt::QueuedConnection);
     }
 
-    Host host;
+    test::TestHost host;
     QAction item;
     std::unique_ptr<Window> window = std::make_unique<Window>(host, &item);
 };
