@@ -26,9 +26,10 @@ public:
         setWindowTitle("Probe");
         auto* layout = new QVBoxLayout(this);
         layout->addWidget(new QPushButton("Button", this));
-        resize(400, 300);
     }
-    void Form_Load() override { ++loads; }
+    void Form_Load() override {
+        if (++loads == 1) resize(400, 300);
+    }
     void Form_Shown() override { ++shown; }
     void resizeEvent(QResizeEvent* event) override {
         if (!isVisible()) return;
