@@ -15,7 +15,8 @@ QString UserSettings::GetAppSetting(const QString& section, const QString& key,
     const auto store = OpenUserSettings();
     if (store->status() != QSettings::NoError) return fallback;
     const QVariant value = store->value(Address(section, key));
-    // A text with a comma is read as a list, a broken file as other types: none of them was written here.
+    // A comma in a text that a user typed into the file makes a list of it; other types are rubbish.
+    if (value.typeId() == QMetaType::QStringList) return value.toStringList().join(QLatin1Char(','));
     return value.typeId() == QMetaType::QString ? value.toString() : fallback;
 }
 

@@ -38,6 +38,9 @@ TEST(UserSettings, KeepsExactTextsInOneSectionEach) {
 TEST(UserSettings, RubbishCountsAsAbsent) {
     WriteFile("[Fade]\nIntensity=50\nSpeed=@Variant(\\0\\0\\0\\x2\\0)\n\x01\xFF\0[[rubbish\n");
     EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Speed", "1"), "1");
+    WriteFile("[Smooth Closing]\nXAxis=True,1\nYAxis=\n");
+    EXPECT_EQ(UserSettings().GetAppSetting("Smooth Closing", "XAxis", "True"), "True,1");
+    EXPECT_EQ(UserSettings().GetAppSetting("Smooth Closing", "YAxis", "True"), "");
     WriteFile(QByteArray(100'000, '\0'));
     EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Intensity", "237"), "237");
     UserSettings().SaveAppSetting("Fade", "Intensity", "60");
