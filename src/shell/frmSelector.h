@@ -89,7 +89,9 @@ private:
     void menuSelector_Click();
     void modChangeT2Directory_Click();
     void menuManagerCheckInstalledMods_Click();
-    void SaveSwitch(const QString& key, bool on);
+    void SaveSwitch(const char* key, bool on);
+    /// Items without a command stay disabled.
+    void EnableIfServed(QAction* item, bool enabled);
 
     // The mod list
     void lstMods_Click();

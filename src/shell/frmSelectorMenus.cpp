@@ -3,12 +3,14 @@
 #include "library/frmInstalledMods.h"
 #include "platform/FileSystem.h"
 #include "shell/AppSettings.h"
+#include "shell/ManagerItems.h"
 #include "shell/frmChangeT2Dir.h"
 #include "ui_frmSelector.h"
 
 #include <QAction>
 #include <QMenu>
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 
@@ -72,3 +74,60 @@ void frmSelector::NameSeparators() {
         }
     }
 }
+
+void frmSelector::ConnectMenus() {
+    const auto onClick = [this](QAction* item, auto handler) {
+        connect(item, &QAction::triggered, this, handler);
+    };
+    connect(ui_->menuSelector, &QMenu::aboutToShow, this, &frmSelector::menuSelector_Click);
+    onClick(ui_->modChangeT2Directory, &frmSelector::modChangeT2Directory_Click);
+    onClick(ui_->menuManagerCheckInstalledMods, &frmSelector::menuManagerCheckInstalledMods_Click);
+    onClick(ui_->menuManagerSmoothClosingXAxis, [this](bool on) { SaveSwitch("XAxis", on); });
+    onClick(ui_->menuManagerSmoothClosingYAxis, [this](bool on) { SaveSwitch("YAxis", on); });
+    onClick(ui_->menuManagerSmoothClosingSimultaneous, [this](bool on) { SaveSwitch("Simultaneous", on); });
+    onClick(ui_->menuManagerSmoothClosingMainWindowOnly,
+            [this](bool on) { SaveSwitch("Main Window Only", on); });
+    onClick(ui_->menuQuit, &frmSelector::EndProgram);
+    onClick(ui_->menuModInstall, &frmSelector::InstallMod);
+    onClick(ui_->menuModRefreshModList, [this] { RefreshModList({}); });
+    onClick(ui_->menuModUninstall, &frmSelector::UninstallMod);
+    ui_->menuModCurrentMod->setDefaultAction(ui_->menuModInstall);
+    for (const auto item : kNotYetServed) {
+        ((*ui_).*item)->setEnabled(false);
+    }
+}
+
+void frmSelector::EnableIfServed(QAction* item, bool enabled) {
+    const bool served = std::none_of(kNotYetServed.begin(), kNotYetServed.end(),
+                                     [&](auto member) { return (*ui_).*member == item; });
+    item->setEnabled(served && enabled);
+}
+
+void frmSelector::menuSelector_Click() {
+    const ManagerItems items = FindManagerItems(services_.files, GameDirectory, ProgramDirectory);
+    EnableIfServed(ui_->menuManagerLaunchT2, items.hasGameExecutable);
+    EnableIfServed(ui_->menuManagerInstallMapEditor, !items.hasMapEditor);
+    EnableIfServed(ui_->menuManagerLaunchMapEditor, items.hasMapEditor);
+    EnableIfServed(ui_->menuManagerFindModifiedFiles, items.hasFileList);
+}
+
+void frmSelector::modChangeT2Directory_Click() {
+    chooser_->Open();
+}
+
+void frmSelector::menuManagerCheckInstalledMods_Click() {
+    installedMods_->Open();
+}
+
+void frmSelector::SaveSwitch(const char* key, bool on) {
+    services_.settings.SaveAppSetting(QStringLiteral("Smooth Closing"), QLatin1String(key),
+                                      on ? QStringLiteral("True") : QStringLiteral("False"));
+}
+
+void frmSelector::SetMainMenusEnabled(bool enabled) {
+    for (QMenu* menu : {ui_->menuSelector, ui_->menuMod, ui_->menuHelp}) {
+        menu->setEnabled(enabled);
+    }
+}
+
+} // namespace quillbay
