@@ -1,0 +1,32 @@
+#include "common/ShowMessage.h"
+
+#include <QLabel>
+#include <QPointer>
+
+namespace quillbay {
+
+QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, const QString& title,
+                                        QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+                                        const QString& informative) {
+    // On the heap: the parent may be destroyed, and the box with it, while the box is open.
+    const QPointer<QMessageBox> box = new QMessageBox(icon, title, QString(), buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    if (!informative.isEmpty()) {
+        box->setInformativeText(informative);
+        for (QLabel* label : box->findChildren<QLabel*>())
+            label->setTextFormat(Qt::PlainText);
+    }
+    const bool hasNo = buttons.testFlag(QMessageBox::No);
+    if (hasNo) box->setEscapeButton(QMessageBox::No);
+
+    const auto answer = static_cast<QMessageBox::StandardButton>(box->exec());
+    delete box;
+    return answer == QMessageBox::NoButton && hasNo ? QMessageBox::No : answer;
+}
+
+void ShowError(QWidget* parent, const QString& text) {
+    ShowMessage(parent, text, QStringLiteral("Error!"), QMessageBox::Critical);
+}
+
+} // namespace quillbay
