@@ -11,6 +11,7 @@
 #include "platform/window/LayeredWindow.h"
 #include "shell/AppSettings.h"
 #include "shell/GameDirectory.h"
+#include "shell/ShownProgress.h"
 #include "shell/frmChangeT2Dir.h"
 #include "ui_frmSelector.h"
 

@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,8 @@ namespace quillbay {
 
 class frmChangeT2Dir;
 class frmInstalledMods;
+struct InstallResult;
+struct UninstallResult;
 
 /// How RefreshModList does its work.
 struct RefreshOptions {
@@ -104,6 +107,8 @@ private:
     // Installing and uninstalling
     std::optional<ModJob> JobForSelection(QString& displayName);
     bool ModStillThere(const ModJob& job);
+    InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
+    UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
     bool CanStart(const QAction& item) const;
 
     Services services_;
