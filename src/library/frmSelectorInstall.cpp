@@ -1,11 +1,10 @@
-#include "shell/frmSelector.h"
-
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
 #include "library/InstalledMods.h"
 #include "library/ModInstaller.h"
 #include "library/ModUninstaller.h"
 #include "shell/ShownProgress.h"
+#include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
 #include <QApplication>
@@ -84,16 +83,15 @@ bool HasGame(QWidget* window, GameDirectoryState state) {
                                          "Choose it with Manager\\Change T2 Directory."));
         return false;
     case GameDirectoryState::InsideMods:
-        ShowError(window, QStringLiteral("The Tempest II directory lies inside the mods folder, so nothing was "
-                                         "changed. Choose another one with Manager\\Change T2 Directory."));
+        ShowError(window,
+                  QStringLiteral("The Tempest II directory lies inside the mods folder, so nothing was "
+                                 "changed. Choose another one with Manager\\Change T2 Directory."));
         return false;
     }
     return false;
 }
 
-QString Reason(const std::error_code& error) {
-    return QString::fromLocal8Bit(error.message().c_str());
-}
+QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
 
 void ReportInstall(QWidget* window, const InstallResult& result) {
     const QString path = ToQString(result.concerned);
@@ -119,18 +117,17 @@ void ReportUninstall(QWidget* window, const UninstallResult& result) {
     if (result.error) {
         TellFolderGone(window);
     } else if (!result.notRestored.empty()) {
-        ShowError(window, QStringLiteral("%1 saved file(s) could not be put back into the game and stay in the "
-                                         "mod's Backup folder. Uninstall the mod again to retry.\n\n")
-                                  .arg(result.notRestored.size()) +
-                              ToQString(result.notRestored.front()));
+        ShowError(window,
+                  QStringLiteral("%1 saved file(s) could not be put back into the game and stay in the "
+                                 "mod's Backup folder. Uninstall the mod again to retry.\n\n")
+                          .arg(result.notRestored.size()) +
+                      ToQString(result.notRestored.front()));
     }
 }
 
 } // namespace
 
-bool frmSelector::CanStart(const QAction& item) const {
-    return item.isEnabled() && !closing_ && !ended_;
-}
+bool frmSelector::CanStart(const QAction& item) const { return item.isEnabled() && !closing_ && !ended_; }
 
 std::optional<ModJob> frmSelector::JobForSelection(QString& displayName) {
     const auto row = ui_->lstMods->SelectedRow();
@@ -168,13 +165,17 @@ void frmSelector::InstallMod() {
         QString name;
         const auto job = JobForSelection(name);
         if (!job) return;
-        if (!Confirmed(this, QStringLiteral("You have selected the ") + name + QStringLiteral(" mod. Do you want to install it?"),
+        if (!Confirmed(this,
+                       QStringLiteral("You have selected the ") + name +
+                           QStringLiteral(" mod. Do you want to install it?"),
                        QStringLiteral("Install ") + name + QStringLiteral(" mod?"), QMessageBox::Question)) {
             return;
         }
         busy.SetCaption(QStringLiteral("Installing"));
         if (IsInstalled(services_.files, job->ModFolder()) &&
-            !Confirmed(this, QStringLiteral("It appears that the ") + name + QStringLiteral(" mod is already installed. Continue?"),
+            !Confirmed(this,
+                       QStringLiteral("It appears that the ") + name +
+                           QStringLiteral(" mod is already installed. Continue?"),
                        QStringLiteral("Continue installation?"), QMessageBox::Warning)) {
             return;
         }
@@ -214,12 +215,16 @@ void frmSelector::UninstallMod() {
         QString name;
         const auto job = JobForSelection(name);
         if (!job) return;
-        if (!Confirmed(this, QStringLiteral("Are you sure you want to uninstall the ") + name + QStringLiteral(" mod?"),
-                       QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"), QMessageBox::Question)) {
+        if (!Confirmed(
+                this,
+                QStringLiteral("Are you sure you want to uninstall the ") + name + QStringLiteral(" mod?"),
+                QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"), QMessageBox::Question)) {
             return;
         }
         if (!IsInstalled(services_.files, job->ModFolder()) &&
-            !Confirmed(this, QStringLiteral("This mod does not appear to be installed. If there is no backup for a file, it will be deleted and not replaced. Continue anyway?"),
+            !Confirmed(this,
+                       QStringLiteral("This mod does not appear to be installed. If there is no backup for a "
+                                      "file, it will be deleted and not replaced. Continue anyway?"),
                        QStringLiteral("Mod not installed"), QMessageBox::Warning)) {
             return;
         }
@@ -237,7 +242,8 @@ void frmSelector::UninstallMod() {
     ReportUninstall(this, result);
 }
 
-UninstallResult frmSelector::TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption) {
+UninstallResult frmSelector::TakeModOut(const ModJob& job,
+                                        const std::function<void(const QString&)>& setCaption) {
     ShownProgress progress(*ui_->pgbPercent);
     const UninstallPlan plan = PlanUninstall(services_.files, job);
     return RunUninstall(services_.files, plan, [&](JobPhase phase, std::size_t done, std::size_t total) {

@@ -1,10 +1,9 @@
-#include "shell/frmSelector.h"
-
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "library/InstalledMods.h"
 #include "library/frmInstalledMods.h"
 #include "platform/FileSystem.h"
+#include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
 #include <QApplication>
@@ -79,16 +78,13 @@ void frmSelector::lstMods_Click() {
 }
 
 void frmSelector::SetButtonsFor(const std::optional<ModRow>& row) {
-    const bool installed =
-        row && !row->path.Empty() &&
-        IsInstalled(services_.files, Join(ModsFolder(ProgramDirectory), row->path.text));
+    const bool installed = row && !row->path.Empty() &&
+                           IsInstalled(services_.files, Join(ModsFolder(ProgramDirectory), row->path.text));
     ui_->cmdUninstallMod->setEnabled(installed);
     ui_->cmdInstallMod->setEnabled(true);
 }
 
-void frmSelector::lstMods_MouseDown(QPoint globalPosition) {
-    ui_->menuModCurrentMod->popup(globalPosition);
-}
+void frmSelector::lstMods_MouseDown(QPoint globalPosition) { ui_->menuModCurrentMod->popup(globalPosition); }
 
 void frmSelector::timRefreshModList_Timer() {
     const int interval = isMinimized() ? kRefreshMinimizedEveryMs : kRefreshEveryMs;
@@ -98,7 +94,8 @@ void frmSelector::timRefreshModList_Timer() {
     const auto rows = ScanModLibrary(files, ModsFolder(ProgramDirectory));
     if (!made && rows == ui_->lstMods->Rows()) return;
     ui_->lstSortItems->clear();
-    for (const ModRow& row : rows) ui_->lstSortItems->addItem(ToQString(row.text));
+    for (const ModRow& row : rows)
+        ui_->lstSortItems->addItem(ToQString(row.text));
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true});
 }
 

@@ -29,7 +29,8 @@ QString FileCountCaption(const std::optional<std::size_t>& count) {
 /// For labels of one line, whose text may be longer than they are wide.
 void SetCutText(QLabel& label, const QString& text) {
     label.setText(text);
-    const bool cut = text.contains(QLatin1Char('\n')) || label.fontMetrics().horizontalAdvance(text) > label.width();
+    const bool cut =
+        text.contains(QLatin1Char('\n')) || label.fontMetrics().horizontalAdvance(text) > label.width();
     label.setToolTip(cut ? PlainToolTip(text) : QString());
 }
 

@@ -1,9 +1,8 @@
-#include "shell/frmSelector.h"
-
 #include "common/PathText.h"
 #include "common/UpdateLock.h"
 #include "modinfo/ModDetails.h"
 #include "modinfo/ModPicture.h"
+#include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
 namespace quillbay {

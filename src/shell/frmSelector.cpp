@@ -224,9 +224,7 @@ void frmSelector::changeEvent(QEvent* event) {
     }
 }
 
-const std::vector<ModRow>& frmSelector::ModRows() const {
-    return ui_->lstMods->Rows();
-}
+const std::vector<ModRow>& frmSelector::ModRows() const { return ui_->lstMods->Rows(); }
 
 ClosingSwitches frmSelector::SmoothClosing() const {
     return {.xAxis = ui_->menuManagerSmoothClosingXAxis->isChecked(),

@@ -1,10 +1,9 @@
-#include "shell/frmSelector.h"
-
 #include "library/frmInstalledMods.h"
 #include "platform/FileSystem.h"
 #include "shell/AppSettings.h"
 #include "shell/ManagerItems.h"
 #include "shell/frmChangeT2Dir.h"
+#include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
 #include <QAction>
@@ -111,13 +110,9 @@ void frmSelector::menuSelector_Click() {
     EnableIfServed(ui_->menuManagerFindModifiedFiles, items.hasFileList);
 }
 
-void frmSelector::modChangeT2Directory_Click() {
-    chooser_->Open();
-}
+void frmSelector::modChangeT2Directory_Click() { chooser_->Open(); }
 
-void frmSelector::menuManagerCheckInstalledMods_Click() {
-    installedMods_->Open();
-}
+void frmSelector::menuManagerCheckInstalledMods_Click() { installedMods_->Open(); }
 
 void frmSelector::SaveSwitch(const char* key, bool on) {
     services_.settings.SaveAppSetting(QStringLiteral("Smooth Closing"), QLatin1String(key),
