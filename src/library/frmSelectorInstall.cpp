@@ -127,7 +127,7 @@ void ReportUninstall(QWidget* window, const UninstallResult& result) {
 
 } // namespace
 
-bool frmSelector::CanStart(const QAction& item) const { return item.isEnabled() && !closing_ && !ended_; }
+bool frmSelector::CanStart(const QAction& item) const { return item.isEnabled() && Phase == ProgramPhase::Running; }
 
 std::optional<ModJob> frmSelector::JobForSelection(QString& displayName) {
     const auto row = ui_->lstMods->SelectedRow();

@@ -63,7 +63,7 @@ void frmSelector::RefreshModList(const RefreshOptions& options) {
         }
         if (controls) controls->SetCaption(QStringLiteral("Refresing mod list"));
         ui_->lstMods->SetRows(ScanModLibrary(files, ModsFolder(ProgramDirectory)));
-        installedMods_->Rebuild();
+        installedMods_->Rebuild(ui_->lstMods->Rows());
         ui_->lstMods->SelectFirstIfNone();
     }
     const auto selected = ui_->lstMods->SelectedRow();

@@ -7,11 +7,11 @@
 #include <cstddef>
 #include <optional>
 
+namespace quillbay {
+
 namespace Ui {
 class frmSelector;
 }
-
-namespace quillbay {
 
 /// The labels and the picture of the main window that tell about the selected mod.
 class DetailsPanel {

@@ -61,6 +61,11 @@ frmSelector::frmSelector(const Services& services)
       timClickMod_(MakeTimer(this, "timClickMod", kFirstDetailsAfterMs)) {
     ui_->setupUi(this);
     NameSeparators();
+    chooser_ =
+        std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
+    installedMods_ = std::make_unique<frmInstalledMods>(*this, ui_->menuManagerCheckInstalledMods, services_,
+                                                        [this] { return ModRows(); });
+    connect(chooser_.get(), &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
     ConnectControls();
     ConnectMenus();
     FitToFont();
@@ -94,18 +99,18 @@ bool frmSelector::Start() {
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
-    if (ended_) {
+    if (Phase == ProgramPhase::Ended) {
         return false;
     }
     CountGameFilesAtStart();
-    if (ended_) {
+    if (Phase == ProgramPhase::Ended) {
         return false;
     }
     setWindowTitle(QLatin1String(kProgramTitle));
     if (!IsExistingFolder(services_.files, GameDirectory)) {
         AskForGameDirectory();
     }
-    return !ended_;
+    return Phase != ProgramPhase::Ended;
 }
 
 void frmSelector::ReadSettings() {
@@ -127,7 +132,7 @@ void frmSelector::CountGameFilesAtStart() {
     QElapsedTimer sincePaint;
     sincePaint.start();
     const auto showCount = [&](std::size_t, std::size_t soFar) {
-        if (ended_) {
+        if (Phase == ProgramPhase::Ended) {
             return;
         }
         ui_->lblT2NumOfFiles->setText(QString::number(soFar));
@@ -140,7 +145,7 @@ void frmSelector::CountGameFilesAtStart() {
     if (IsExistingFolder(services_.files, GameDirectory)) {
         total = CountKnownFiles(services_.files, GameDirectory, showCount);
     }
-    if (!ended_) {
+    if (Phase != ProgramPhase::Ended) {
         ui_->lblT2NumOfFiles->setText(QString::number(total));
         QCoreApplication::processEvents();
     }
@@ -150,7 +155,7 @@ void frmSelector::AskForGameDirectory() {
     ui_->lblT2NumOfFiles->setText(QLatin1String(kNoFolderCount));
     GameDirectory = kGameNotFound;
     ShowMessage(this, QStringLiteral("Pause"));
-    if (!ended_) {
+    if (Phase != ProgramPhase::Ended) {
         chooser_->OpenModal();
     }
 }
@@ -237,27 +242,22 @@ bool frmSelector::SmoothCloseMainWindowOnly() const {
 }
 
 void frmSelector::closeEvent(QCloseEvent* event) {
-    if (closing_ && !ended_) {
-        event->ignore(); // the effects of the first closing still run
+    if (Phase == ProgramPhase::Ended) {
+        event->accept();
         return;
     }
-    if (!ended_) {
-        closing_ = true;
-        timRefreshModList_->stop();
-        CloseMainWindow(*this);
-        EndProgram();
-    }
-    event->accept();
+    // The effects end with the end of the program, which hides the window.
+    event->ignore();
+    CloseProgramWithEffects(*this, *timRefreshModList_, [this] { EndProgram(); });
 }
 
 void frmSelector::EndProgram() {
-    ended_ = true;
+    Phase = ProgramPhase::Ended;
     timRefreshModList_->stop();
     timClickMod_->stop();
     const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
+    for (QWidget* window : windows)
         window->hide();
-    }
     QCoreApplication::exit(0);
 }
 

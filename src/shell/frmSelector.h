@@ -16,11 +16,11 @@
 
 class QAction;
 
+namespace quillbay {
+
 namespace Ui {
 class frmSelector;
 }
-
-namespace quillbay {
 
 class frmChangeT2Dir;
 class frmInstalledMods;
@@ -119,8 +119,6 @@ private:
     std::unique_ptr<frmChangeT2Dir> chooser_;
     std::unique_ptr<frmInstalledMods> installedMods_;
     int baseHeight_ = 0; ///< of the layout without picture, in pixels
-    bool closing_ = false;
-    bool ended_ = false;
 };
 
 } // namespace quillbay
