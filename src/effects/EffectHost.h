@@ -8,6 +8,12 @@ class QWidget;
 
 namespace quillbay {
 
+enum class ProgramPhase {
+    Running,
+    Closing, ///< the main window's closing effects run
+    Ended,   ///< the event loop is being left: no effect goes on and no window opens
+};
+
 /// What the window effects need of the main window, which implements this.
 class EffectHost {
 public:
@@ -15,6 +21,10 @@ public:
 
     std::uint8_t FadeIntensity = 237; ///< opacity that windows fade in to and out from; 0 fades in to 255
     std::uint8_t FadeSpeed = 1;       ///< opacity step of a window as large as the main window
+
+    /// Whatever lets events run looks here afterwards and goes on only while the program runs. Ended is set
+    /// by CloseProgramWithEffects and by whoever ends the program in another way.
+    ProgramPhase Phase = ProgramPhase::Running;
 
     /// The check marks of the Smooth closing submenu.
     virtual ClosingSwitches SmoothClosing() const = 0;

@@ -10,8 +10,9 @@ namespace quillbay {
 class EffectHost;
 
 /// Base of every window but the main one: takes the main window's icon, opens modeless with ShowWithFade and
-/// a check mark at its menu item, closes with SmoothClose and FadeOut and clears the mark. It lives as long
-/// as the main window and is opened again and again.
+/// a check mark at its menu item, closes with SmoothClose and FadeOut and clears the mark. It is opened again
+/// and again. It has no Qt parent, so that the main window can lie above it: its owner, the main window,
+/// destroys it.
 class EffectWindow : public QWidget {
     Q_OBJECT
 
@@ -19,24 +20,37 @@ public:
     /// `menuItem` gets the check mark; null for a window without one.
     EffectWindow(EffectHost& host, QAction* menuItem);
 
-    /// Sets the check mark, runs Form_Load and shows the window; brings it to the front when it is open.
+    /// Sets the check mark, runs Form_Load and shows the window; brings it to the front when it is open. A
+    /// window that is just closing is loaded and shown anew. Does nothing once the program is closing.
     void Open();
+
+signals:
+    /// The closing effects are over and the window is hidden.
+    void Closed();
 
 protected:
     /// The window's load step, before it is shown.
     virtual void Form_Load() {}
+    /// What a window does once it can be seen; the opening effect is over.
+    virtual void Form_Shown() {}
     /// The window became the active one.
     virtual void Form_Activate() {}
 
+    /// Refuses the event, runs the closing effects from the event loop and closes the window then: Qt
+    /// delivers no second closing, as after a reopening, from inside this handler.
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
     EffectHost& Host() { return host_; }
 
 private:
+    void CloseWithEffects(unsigned opening);
+
     EffectHost& host_;
     QPointer<QAction> menuItem_;
+    unsigned opening_ = 0; ///< counts the openings, so that a closing knows whether it was overtaken
     bool closing_ = false;
+    bool effectsDone_ = false;
 };
 
 } // namespace quillbay

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+class QTimer;
 class QWidget;
 
 namespace quillbay {
@@ -14,7 +17,8 @@ void FadeIn(QWidget& window, EffectHost& host, int target);
 void FadeOut(QWidget& window, EffectHost& host);
 void FadeBetween(QWidget& window, int from, int to, int step);
 
-/// Shows a window modeless: invisible, shown, faded in to the host's FadeIntensity.
+/// Shows a window modeless: invisible, shown, faded in to the host's FadeIntensity. Ends an effect that still
+/// runs on it and gives back what that one took.
 void ShowWithFade(QWidget& window, EffectHost& host);
 
 /// Shrinks a window to the platform's minimum by the host's switches while its caption ends in
@@ -22,5 +26,10 @@ void ShowWithFade(QWidget& window, EffectHost& host);
 /// window only" other windows than the main one do not shrink. A minimised or maximised window does not
 /// shrink.
 void SmoothClose(QWidget& window, EffectHost& host);
+
+/// The main window's close protocol: stops the refresh timer, closes the main window smoothly, fades out
+/// every other visible window and then the main one, sets the phase to Ended and calls `endProgram`. Called
+/// again meanwhile it does nothing.
+void CloseProgramWithEffects(EffectHost& host, QTimer& refreshTimer, const std::function<void()>& endProgram);
 
 } // namespace quillbay

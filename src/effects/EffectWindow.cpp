@@ -1,0 +1,64 @@
+#include "effects/EffectWindow.h"
+
+#include "effects/EffectHost.h"
+#include "effects/WindowEffects.h"
+
+#include <QAction>
+#include <QCloseEvent>
+
+namespace quillbay {
+
+EffectWindow::EffectWindow(EffectHost& host, QAction* menuItem) : host_(host), menuItem_(menuItem) {
+    if (menuItem) menuItem->setCheckable(true);
+}
+
+void EffectWindow::Open() {
+    if (host_.Phase != ProgramPhase::Running) return;
+    if (menuItem_) menuItem_->setChecked(true);
+    if (isVisible() && !closing_) {
+        if (isMinimized()) showNormal();
+        raise();
+        activateWindow();
+        return;
+    }
+    closing_ = false;
+    const unsigned opening = ++opening_;
+    const QPointer<EffectWindow> self = this;
+    setWindowIcon(host_.MainWindow().windowIcon());
+    Form_Load();
+    ShowWithFade(*this, host_);
+    if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
+}
+
+void EffectWindow::closeEvent(QCloseEvent* event) {
+    if (effectsDone_ || !isVisible()) return;
+    event->ignore();
+    if (closing_) return;
+    closing_ = true;
+    QMetaObject::invokeMethod(
+        this, [this, opening = opening_] { CloseWithEffects(opening); }, Qt::QueuedConnection);
+}
+
+void EffectWindow::CloseWithEffects(unsigned opening) {
+    const QPointer<EffectWindow> self = this;
+    const auto overtaken = [&] { return !self || opening != opening_; };
+    if (overtaken()) return;
+    SmoothClose(*this, host_);
+    if (overtaken()) return;
+    FadeOut(*this, host_);
+    if (overtaken()) return;
+
+    effectsDone_ = true;
+    close();
+    effectsDone_ = false;
+    closing_ = false;
+    if (menuItem_) menuItem_->setChecked(false);
+    emit Closed();
+}
+
+void EffectWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) Form_Activate();
+}
+
+} // namespace quillbay
