@@ -100,7 +100,8 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
     EXPECT_EQ(list.indexAt(QPoint(5, list.viewport()->height() - 1)).row(), 30);
 
     auto& menu = Control<QMenu>("menuModCurrentMod");
-    QTest::mouseClick(list.viewport(), Qt::RightButton, {}, QPoint(5, list.visualItemRect(list.item(9)).center().y()));
+    QTest::mouseClick(list.viewport(), Qt::RightButton, {},
+                      QPoint(5, list.visualItemRect(list.item(9)).center().y()));
     EXPECT_EQ(SelectedText(), "Mod 19");
     EXPECT_TRUE(menu.isVisible());
     EXPECT_EQ(menu.defaultAction(), &Item("menuModInstall"));

@@ -52,8 +52,7 @@ public:
 class FakeSettings : public AppSettings {
 public:
     std::map<QString, QString> values; ///< "section/key"
-    QString GetAppSetting(const QString& section, const QString& key,
-                          const QString& fallback) const override;
+    QString GetAppSetting(const QString& section, const QString& key, const QString& fallback) const override;
     void SaveAppSetting(const QString& section, const QString& key, const QString& value) override;
 };
 
