@@ -2,6 +2,7 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
@@ -19,6 +20,7 @@ protected:
     InstallWindow() {
         Write("game/odf/ships/a.odf", "game's own");
         Write("program/mods/Alpha/odf/ships/a.odf", "Alpha's");
+        Write("program/mods/Alpha/odf/ships/new.odf", "new");
         Write("program/mods/Alpha/Addon/Maps/bzn/new.bzn", "map");
         Write("program/mods/Bravo/odf/ships/a.odf", "Bravo's");
     }
@@ -76,6 +78,7 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     Control<QPushButton>("cmdUninstallMod").click();
     files.onChange = nullptr;
     EXPECT_EQ(Read("game/odf/ships/a.odf"), "game's own");
+    EXPECT_FALSE(Exists("game/odf/ships/new.odf"));
     EXPECT_FALSE(Exists("program/mods/Alpha/Backup"));
     ExpectIdle();
     EXPECT_EQ(Mods().height(), listHeight);

@@ -2,7 +2,9 @@
 #include "support/SelectorFixtureWindow.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 #include <QtTest>
@@ -109,6 +111,7 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
 
     AnswerBoxes boxes;
     const QPoint row = list.visualItemRect(list.item(9)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
     QTest::keyClick(&list, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_Backspace);

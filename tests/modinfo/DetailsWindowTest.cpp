@@ -2,6 +2,7 @@
 #include "support/SelectorFixtureWindow.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImage>
 #include <QLabel>
 #include <QLocale>

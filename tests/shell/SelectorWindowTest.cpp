@@ -167,14 +167,18 @@ TEST_F(Selector, NothingResumesAfterQuittingDuringStart) {
 TEST_F(Selector, KeysWorkWithoutOpeningTheMenusUnlessTheyAreDisabled) {
     MakeFolder("program/mods/Alpha");
     ASSERT_TRUE(Start());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    const auto press = [this](Qt::Key key) {
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), key, Qt::ControlModifier);
+    };
     AnswerBoxes boxes;
-    QTest::keyClick(window.get(), Qt::Key_I, Qt::ControlModifier);
+    press(Qt::Key_I);
     window->SetMainMenusEnabled(false);
-    QTest::keyClick(window.get(), Qt::Key_I, Qt::ControlModifier);
+    press(Qt::Key_I);
     EXPECT_EQ(boxes.Seen().size(), 1u);
     window->SetMainMenusEnabled(true);
-    QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier);
+    press(Qt::Key_D);
     EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
     window->close();
     EXPECT_TRUE(
