@@ -62,7 +62,9 @@ public:
 
     /// What a player does after the program has ended in the middle: the same again, or straight back.
     void Finish(bool sameAgain) {
-        if (!lab.Installed("Mod")) EXPECT_EQ(Differences(before, lab.State("game")), "");
+        if (!lab.Installed("Mod")) {
+            EXPECT_EQ(Differences(before, lab.State("game")), "");
+        }
         if (sameAgain && (job_ != Job::Uninstall || lab.Installed("Mod"))) Run(lab.Files());
         if (lab.Installed("Mod")) {
             const auto result = lab.Uninstall("Mod");

@@ -1,31 +1,16 @@
 #include "library/ModRows.h"
 
-#include "support/TempFolder.h"
+#include "support/DiskTest.h"
+#include "support/ListingFileSystem.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
-/// Lists every folder sorted by name, on every system, and counts how often each was listed.
-class SortedListing : public FileSystemWrapper {
-public:
-    using FileSystemWrapper::FileSystemWrapper;
-
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
-        ++listed[std::string(folder)];
-        auto entries = Base().List(folder, detail);
-        if (entries) {
-            std::sort(entries->begin(), entries->end(),
-                      [](const DirEntry& a, const DirEntry& b) { return a.name < b.name; });
-        }
-        return entries;
-    }
-
-    mutable std::map<std::string, int> listed;
-};
+class ModRowsTest : public DiskTest {};
 
 ModPath Resolve(const std::vector<std::string>& rows, std::size_t index) {
     return ResolveModPath([&](std::size_t i) { return rows.at(i); }, index);
@@ -43,19 +28,18 @@ TEST(ResolveModPath, AddonsBelongToTheNearestModAbove) {
     EXPECT_EQ(DisplayName("   X"), "   X");
 }
 
-TEST(ScanModLibrary, ListsModsSortedWithTheirAddonsReversed) {
-    TempFolder temp;
+TEST_F(ModRowsTest, ScanListsModsSortedWithTheirAddonsReversed) {
     for (const char* folder :
          {"b", "A\\Addon\\X", "A\\Addon\\Y", "A\\Backup", "C\\aDDon\\Z", "~quillbay.new",
           "C\\addon\\~quillbay.bak", "    blank\\Addon\\Hidden", ".dot", "(No mods found.)"}) {
-        temp.MakeFolders(folder);
+        PutFolder(temp_ / folder);
     }
-    temp.WriteFile("readme.txt", "no mod");
-    temp.WriteFile("A\\Addon\\file.txt", "no addon");
-    temp.WriteFile("b\\Addon", "a file");
-    const SortedListing files(temp.Files());
+    PutFile(temp_ / "readme.txt", "no mod");
+    PutFile(temp_ / "A\\Addon\\file.txt", "no addon");
+    PutFile(temp_ / "b\\Addon", "a file");
+    const ListingFileSystem files(*disk_);
 
-    const std::vector<ModRow> rows = ScanModLibrary(files, temp.Path());
+    const std::vector<ModRow> rows = ScanModLibrary(files, temp_.Path());
 
     const std::vector<ModRow> expected = {
         {"    blank", {}},          {"(No mods found.)", {}},   {".dot", {".dot"}}, {"A", {"A"}},
@@ -69,31 +53,22 @@ TEST(ScanModLibrary, ListsModsSortedWithTheirAddonsReversed) {
         EXPECT_EQ(times, 1) << folder;
 }
 
-TEST(ScanModLibrary, ALibraryThatCannotBeListedHasNoRows) {
-    TempFolder temp;
-    temp.WriteFile("mods", "a file");
-    EXPECT_TRUE(ScanModLibrary(temp.Files(), temp.Path("mods")).empty());
-    EXPECT_TRUE(ScanModLibrary(temp.Files(), temp.Path("missing")).empty());
+TEST_F(ModRowsTest, AFileOfThatNameStaysAndHasNoRows) {
+    PutFile(temp_ / "Mods", "data");
+    EXPECT_FALSE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_EQ(FileBytes(temp_ / "Mods"), "data");
+    EXPECT_TRUE(ScanModLibrary(*disk_, temp_ / "Mods").empty());
 }
 
-TEST(PrepareModsFolder, MakesTheFolderOrGivesItItsLowerCaseName) {
-    TempFolder temp;
-    FileSystem& files = temp.Files();
-    EXPECT_TRUE(PrepareModsFolder(files, temp.Path()));
-    EXPECT_FALSE(PrepareModsFolder(files, temp.Path()));
-    ASSERT_FALSE(files.Rename(temp.Path("mods"), temp.Path("MODS")));
-    temp.MakeFolders("MODS\\A");
-    EXPECT_FALSE(PrepareModsFolder(files, temp.Path()));
-    EXPECT_EQ(files.Stat(temp.Path("mods")).ValueOr({}).name, "mods");
-    EXPECT_EQ(ScanModLibrary(files, ModsFolder(temp.Path())).size(), 1U);
-}
-
-TEST(PrepareModsFolder, AFileOfThatNameStays) {
-    TempFolder temp;
-    temp.WriteFile("Mods", "data");
-    EXPECT_FALSE(PrepareModsFolder(temp.Files(), temp.Path()));
-    EXPECT_EQ(temp.ReadFile("Mods"), "data");
+TEST_F(ModRowsTest, PrepareFolderMakesTheFolderOrGivesItItsLowerCaseName) {
+    EXPECT_TRUE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_FALSE(PrepareModsFolder(*disk_, temp_.Path()));
+    ASSERT_FALSE(disk_->Rename(temp_ / "mods", temp_ / "MODS"));
+    PutFolder(temp_ / "MODS\\A");
+    EXPECT_FALSE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_EQ(disk_->Stat(temp_ / "mods").ValueOr({}).name, "mods");
+    EXPECT_EQ(ScanModLibrary(*disk_, ModsFolder(temp_.Path())).size(), 1U);
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

@@ -1,39 +1,24 @@
 #include "modinfo/ModDetails.h"
 
-#include "support/TempFolder.h"
+#include "support/DiskTest.h"
+#include "support/ListingFileSystem.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
-/// Lists the wanted name before all others, and counts the listings of each folder.
-class ListingFirst : public FileSystemWrapper {
+class ModDetailsTest : public DiskTest {};
+
+class UnreadableFiles : public FileSystemWrapper {
 public:
-    ListingFirst(FileSystem& base, std::string first) : FileSystemWrapper(base), first_(std::move(first)) {}
+    using FileSystemWrapper::FileSystemWrapper;
 
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
-        ++listed[std::string(folder)];
-        auto entries = Base().List(folder, detail);
-        if (entries) {
-            std::stable_partition(entries->begin(), entries->end(),
-                                  [this](const DirEntry& entry) { return entry.name == first_; });
-        }
-        return entries;
+    Result<std::string> Read(std::string_view, std::uint64_t, std::size_t) const override {
+        return std::errc::permission_denied;
     }
-    Result<std::string> Read(std::string_view file, std::uint64_t offset,
-                             std::size_t maxBytes) const override {
-        if (unreadable) return std::errc::permission_denied;
-        return Base().Read(file, offset, maxBytes);
-    }
-
-    mutable std::map<std::string, int> listed;
-    bool unreadable = false;
-
-private:
-    std::string first_;
 };
 
 std::vector<std::string> PictureNames(const ModDetails& details) {
@@ -43,69 +28,56 @@ std::vector<std::string> PictureNames(const ModDetails& details) {
     return names;
 }
 
-TEST(ModDetails, CountsKnownFoldersButMeasuresTheWholeFolder) {
-    TempFolder temp;
-    temp.WriteFile("odf\\ships\\a.odf", std::string(10, 'x'));
-    temp.WriteFile("Backup\\odf\\ships\\a.odf", std::string(20, 'x'));
-    temp.WriteFile("Docs\\README.txt", std::string(30, 'x'));
-    temp.WriteFile("mODiNFO.TXT", "Author: Bob");
-    const ListingFirst files(temp.Files(), "");
+TEST_F(ModDetailsTest, CountsKnownFoldersButMeasuresTheWholeFolder) {
+    PutFile(temp_ / "odf\\ships\\a.odf", std::string(10, 'x'));
+    PutFile(temp_ / "Backup\\odf\\ships\\a.odf", std::string(20, 'x'));
+    PutFile(temp_ / "Docs\\README.txt", std::string(30, 'x'));
+    PutFile(temp_ / "mODiNFO.TXT", "Author: Bob");
+    const ListingFileSystem files(*disk_);
 
-    const ModDetails details = ReadModDetails(files, temp.Path());
+    const ModDetails details = ReadModDetails(files, temp_.Path());
 
     EXPECT_EQ(details.fileCount, 2U);
     EXPECT_EQ(details.size, 71U);
     EXPECT_FALSE(details.hasReadme);
     EXPECT_FALSE(details.hasPicture);
     EXPECT_EQ(details.captions.author, "Bob");
-    EXPECT_EQ(files.listed[temp.Path()], 1);
+    EXPECT_EQ(files.listed[temp_.Path()], 1);
 
-    temp.WriteFile("my ReadMe.doc", "");
-    EXPECT_TRUE(ReadModDetails(files, temp.Path()).hasReadme);
+    PutFile(temp_ / "my ReadMe.doc", "");
+    EXPECT_TRUE(ReadModDetails(files, temp_.Path()).hasReadme);
 }
 
-TEST(ModDetails, TheListingOrderDecidesBetweenPictures) {
+TEST_F(ModDetailsTest, TheListingOrderDecidesBetweenPictures) {
     using Names = std::vector<std::string>;
-    TempFolder temp;
-    temp.WriteFile("ModPic.jpg", "j");
-    temp.WriteFile("modpic.gif", "g");
-    const ModDetails gifFirst = ReadModDetails(ListingFirst(temp.Files(), "modpic.gif"), temp.Path());
+    PutFile(temp_ / "modpic.gif", "g");
+    EXPECT_FALSE(ReadModDetails(*disk_, temp_.Path()).hasPicture);
+    PutFile(temp_ / "ModPic.jpg", "j");
+    const ModDetails gifFirst = ReadModDetails(ListingFileSystem(*disk_, "modpic.gif"), temp_.Path());
     EXPECT_TRUE(gifFirst.hasPicture);
     EXPECT_TRUE(gifFirst.pictures.empty());
-    temp.WriteFile("ModPic.bmp", "b");
-    EXPECT_EQ(PictureNames(ReadModDetails(ListingFirst(temp.Files(), "ModPic.bmp"), temp.Path())),
+    PutFile(temp_ / "ModPic.bmp", "b");
+    EXPECT_EQ(PictureNames(ReadModDetails(ListingFileSystem(*disk_, "ModPic.bmp"), temp_.Path())),
               Names{"ModPic.bmp"});
-    EXPECT_EQ(PictureNames(ReadModDetails(ListingFirst(temp.Files(), "ModPic.jpg"), temp.Path())),
+    EXPECT_EQ(PictureNames(ReadModDetails(ListingFileSystem(*disk_, "ModPic.jpg"), temp_.Path())),
               (Names{"ModPic.bmp", "ModPic.jpg"}));
 }
 
-TEST(ModDetails, PicturesInOtherLetterCaseAreNone) {
-    TempFolder temp;
-    temp.WriteFile("modpic.bmp", "b");
-    temp.MakeFolders("ModPic.jpg");
-    const ModDetails details = ReadModDetails(temp.Files(), temp.Path());
-    EXPECT_FALSE(details.hasPicture);
-    EXPECT_TRUE(details.pictures.empty());
-}
-
-TEST(ModDetails, WhatCannotBeReadKeepsItsFallback) {
-    TempFolder temp;
-    temp.WriteFile("ModInfo.txt", "Author: Bob");
-    ListingFirst files(temp.Files(), "");
-    files.unreadable = true;
-    EXPECT_EQ(ReadModDetails(files, temp.Path()).captions.author, "(File does not contain author)");
-    const ModDetails gone = ReadModDetails(files, temp.Path("gone"));
+TEST_F(ModDetailsTest, WhatCannotBeReadKeepsItsFallback) {
+    PutFile(temp_ / "ModInfo.txt", "Author: Bob");
+    const UnreadableFiles files(*disk_);
+    EXPECT_EQ(ReadModDetails(files, temp_.Path()).captions.author, "(File does not contain author)");
+    const ModDetails gone = ReadModDetails(files, temp_ / "gone");
     EXPECT_FALSE(gone.fileCount);
     EXPECT_FALSE(gone.size);
     EXPECT_EQ(gone.captions.author, "(File 'ModInfo.txt' not found)");
 }
 
-TEST(ReadModInfo, FilesLongerThanOnePieceAreReadToTheEnd) {
-    TempFolder temp;
-    temp.WriteFile("ModInfo.txt", std::string(3 * 1024 * 1024, '\0') + "\r\nAuthor: Bob");
-    EXPECT_EQ(ReadModInfo(temp.Files(), temp.Path("ModInfo.txt")).value().author, "Bob");
-    EXPECT_FALSE(ReadModInfo(temp.Files(), temp.Path("gone")));
+TEST_F(ModDetailsTest, FilesLongerThanOnePieceAreReadToTheEnd) {
+    PutFile(temp_ / "ModInfo.txt", std::string(3 * 1024 * 1024, '\0') + "\r\nAuthor: Bob");
+    EXPECT_EQ(ReadModInfo(*disk_, temp_ / "ModInfo.txt").value().author, "Bob");
+    EXPECT_FALSE(ReadModInfo(*disk_, temp_ / "gone"));
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

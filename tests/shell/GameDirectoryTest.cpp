@@ -1,12 +1,14 @@
 #include "shell/GameDirectory.h"
 
 #include "platform/DosPath.h"
-#include "support/TempFolder.h"
+#include "support/DiskTest.h"
 
 #include <gtest/gtest.h>
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
+
+class GameDirectoryTest : public DiskTest {};
 
 class OneValueRegistry : public Registry {
 public:
@@ -27,24 +29,23 @@ TEST(GameDirectory, ComesFromTheGamesOwnRegistryEntry) {
     EXPECT_EQ(ReadGameDirectory(OneValueRegistry("")), "");
 }
 
-TEST(CheckCandidate, TakesFoldersInExactLetterCaseOnly) {
-    TempFolder temp;
-    temp.MakeFolders("Tempest II\\odf");
-    temp.WriteFile("File", "x");
-    const std::string game = temp.Path("Tempest II");
+TEST_F(GameDirectoryTest, CandidateTakesFoldersInExactLetterCaseOnly) {
+    PutFolder(temp_ / "Tempest II\\odf");
+    PutFile(temp_ / "File", "x");
+    const std::string game = temp_ / "Tempest II";
     const auto state = [&](const std::string& typed, const std::string& current = "") {
-        return CheckCandidate(temp.Files(), typed, current).state;
+        return CheckCandidate(*disk_, typed, current).state;
     };
 
-    const Candidate accepted = CheckCandidate(temp.Files(), game + "\\", kGameNotFound);
+    const Candidate accepted = CheckCandidate(*disk_, game + "\\", kGameNotFound);
     EXPECT_EQ(accepted.state, CandidateState::Accepted);
     EXPECT_EQ(accepted.path, game);
     EXPECT_EQ(state(game), CandidateState::Accepted);
     EXPECT_EQ(state(game, game), CandidateState::Rejected);
     EXPECT_EQ(state(game + "\\", game), CandidateState::Rejected);
-    EXPECT_EQ(state(temp.Path("tempest ii")), CandidateState::Rejected);
-    EXPECT_EQ(state(temp.Path("File")), CandidateState::Rejected);
-    EXPECT_EQ(state(temp.Path("gone")), CandidateState::Rejected);
+    EXPECT_EQ(state(temp_ / "tempest ii"), CandidateState::Rejected);
+    EXPECT_EQ(state(temp_ / "File"), CandidateState::Rejected);
+    EXPECT_EQ(state(temp_ / "gone"), CandidateState::Rejected);
     EXPECT_EQ(state(game + "\\odf\\.."), CandidateState::Rejected);
     EXPECT_EQ(state(game + "\\."), CandidateState::Rejected);
     for (const char* nameless : {"", "Tempest II", "C:\\", "/", "\\\\"}) {
@@ -53,14 +54,5 @@ TEST(CheckCandidate, TakesFoldersInExactLetterCaseOnly) {
     EXPECT_EQ(state(game + "\\\\"), CandidateState::NoName) << "only one separator is taken off";
 }
 
-TEST(IsExistingFolder, KnowsTheMarkerAndFiles) {
-    TempFolder temp;
-    temp.WriteFile("file", "x");
-    EXPECT_TRUE(IsExistingFolder(temp.Files(), temp.Path() + "\\"));
-    for (const std::string& path : {std::string(), std::string(kGameNotFound), temp.Path("file")}) {
-        EXPECT_FALSE(IsExistingFolder(temp.Files(), path)) << path;
-    }
-}
-
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

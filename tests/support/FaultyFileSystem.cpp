@@ -1,6 +1,7 @@
 #include "support/FaultyFileSystem.h"
 
 #include "common/PathText.h"
+#include "support/TempFolder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -15,15 +16,9 @@ constexpr std::size_t kWholeFile = std::size_t(1) << 30;
 
 std::string TempBeside(std::string_view to) { return Join(Parent(to), kTempNew); }
 
-std::filesystem::path Native(std::string path) {
-    for (auto& c : path)
-        if (c == '\\') c = '/';
-    return std::filesystem::path(std::u8string(path.begin(), path.end()));
-}
-
 void RemoveHalf(std::string_view folder) {
     std::vector<std::filesystem::path> found;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(Native(std::string(folder))))
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(test::DiskPath(folder)))
         if (!entry.is_directory()) found.push_back(entry.path());
     for (std::size_t i = 0; i < found.size() / 2; ++i)
         std::filesystem::remove(found[i]);
@@ -53,9 +48,9 @@ R FaultyFileSystem::Meet(Do&& operation, char kind) const {
 void FaultyFileSystem::LeaveTemp(std::string_view from, std::string_view to, std::string_view bytes) {
     const auto temp = TempBeside(to);
     if (fault_ == Fault::EndTempHalf) {
-        std::ofstream(Native(temp), std::ios::binary) << bytes.substr(0, bytes.size() / 2);
+        std::ofstream(test::DiskPath(temp), std::ios::binary) << bytes.substr(0, bytes.size() / 2);
     } else if (fault_ == Fault::EndTempWhole) {
-        std::ofstream(Native(temp), std::ios::binary) << bytes;
+        std::ofstream(test::DiskPath(temp), std::ios::binary) << bytes;
     } else if (fault_ == Fault::EndSwapped) {
         const auto old = Base().Read(to, 0, kWholeFile);
         if (!old) return;
@@ -63,7 +58,7 @@ void FaultyFileSystem::LeaveTemp(std::string_view from, std::string_view to, std
             Ignore(Base().WriteFile(to, bytes));
         else
             Ignore(Base().Copy(from, to, {.replace = true, .keepLink = true}));
-        std::ofstream(Native(temp), std::ios::binary) << *old;
+        std::ofstream(test::DiskPath(temp), std::ios::binary) << *old;
     }
 }
 

@@ -27,7 +27,7 @@ std::string Differences(const TreeState& before, const TreeState& after) {
     return text;
 }
 
-InstallLab::InstallLab() : root_(temp_.NativePath()), files_(MakeFileSystem()) {
+InstallLab::InstallLab() : root_(test::DiskPath(temp_.Path())), files_(MakeFileSystem()) {
     fs::create_directory(root_ / "game");
     fs::create_directory(root_ / "mods");
 }
@@ -52,7 +52,7 @@ void InstallLab::SetReadOnly(std::string_view path) {
 void InstallLab::Remove(std::string_view path) { fs::remove_all(Native(path)); }
 
 ModJob InstallLab::Job(std::string_view mod) const {
-    return {temp_.Path("game"), temp_.Path("mods"), {std::string(mod)}};
+    return {temp_ / "game", temp_ / "mods", {std::string(mod)}};
 }
 
 bool InstallLab::Installed(std::string_view mod) const { return IsInstalled(*files_, Job(mod).ModFolder()); }

@@ -52,7 +52,7 @@ public:
     FileSystem& Files() { return *files_; }
 
 private:
-    TempFolder temp_;
+    test::TempFolder temp_;
     std::filesystem::path root_;
     std::unique_ptr<FileSystem> files_;
     int filesMade_ = 0;

@@ -110,6 +110,15 @@ std::optional<std::string> FindParentSpelling(const std::string& path) {
     return found;
 }
 
+Result<std::string> FindArgumentPath(std::string_view path) {
+    auto native = ToNativePath(path);
+    if (!native) return native.Error();
+    struct stat info {};
+    const auto error = CallOnEntry(*native, [&](const char* text) { return ::stat(text, &info); });
+    if (error) return error;
+    return native->starts_with('/') ? *native : "./" + *native;
+}
+
 std::string Beside(std::string_view path, std::string_view name) {
     const auto at = path.rfind('/');
     std::string beside(at == std::string_view::npos ? std::string_view{} : path.substr(0, at + 1));

@@ -23,6 +23,10 @@ std::optional<std::string> FindSpelling(const std::string& path);
 /// as it is spelled.
 std::optional<std::string> FindParentSpelling(const std::string& path);
 
+/// The native path of an existing entry in its stored spelling, in a form that no program takes for an
+/// option.
+Result<std::string> FindArgumentPath(std::string_view path);
+
 /// The entry `name` beside `path`.
 std::string Beside(std::string_view path, std::string_view name);
 
