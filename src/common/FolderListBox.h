@@ -30,6 +30,10 @@ public:
 signals:
     void pathChanged(const QString& path);
 
+protected:
+    /// Every folder shown is open and stays so: no arrows.
+    void drawBranches(QPainter*, const QRect&, const QModelIndex&) const override {}
+
 private:
     QTreeWidgetItem* AddFolder(QTreeWidgetItem* parent, const QString& text, const QString& path,
                                QStyle::StandardPixmap icon);

@@ -8,6 +8,12 @@
 
 namespace quillbay {
 
+namespace {
+
+constexpr int kUsualFontHeight = 16; // pixels, of the 9-point fonts that desktops use at 96 dots per inch
+
+} // namespace
+
 EffectWindow::EffectWindow(EffectHost& host, QAction* menuItem) : host_(host), menuItem_(menuItem) {
     if (menuItem) menuItem->setCheckable(true);
 }
@@ -22,12 +28,18 @@ void EffectWindow::Open() {
         return;
     }
     closing_ = false;
+    if (opening_ == 0) GrowWithFont();
     const unsigned opening = ++opening_;
     const QPointer<EffectWindow> self = this;
     setWindowIcon(host_.MainWindow().windowIcon());
     Form_Load();
     ShowWithFade(*this, host_);
     if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
+}
+
+void EffectWindow::GrowWithFont() {
+    const int height = fontMetrics().height();
+    if (height > kUsualFontHeight) resize(size() * height / kUsualFontHeight);
 }
 
 void EffectWindow::closeEvent(QCloseEvent* event) {

@@ -44,6 +44,8 @@ protected:
     EffectHost& Host() { return host_; }
 
 private:
+    /// Once: the size in the form is meant for the usual font.
+    void GrowWithFont();
     void CloseWithEffects(unsigned opening);
 
     EffectHost& host_;

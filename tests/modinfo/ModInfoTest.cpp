@@ -70,11 +70,11 @@ TEST(ModInfo, LongLinesAreKeptOnlyInPart) {
     const std::string piece(1'000'000, 'x');
     for (int i = 0; i < 100; ++i)
         parser.Feed(piece);
-    parser.Feed("\rAuthor: Bob");
+    parser.Feed("\rAuthor: " + piece);
     const ModInfoValues values = parser.Finish();
     EXPECT_EQ(values.otherHeading, piece.substr(0, ModInfoParser::kMaxValueBytes));
+    EXPECT_EQ(values.author, values.otherHeading) << "whatever the length of the prefix";
     EXPECT_EQ(values.version, "1");
-    EXPECT_EQ(values.author, "Bob");
 }
 
 TEST(ModInfo, PiecesGiveTheSameAsTheWhole) {
