@@ -2,7 +2,6 @@
 
 #include "common/PlainToolTip.h"
 #include "common/QtText.h"
-#include "common/Twips.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
@@ -18,8 +17,6 @@
 namespace quillbay {
 
 namespace {
-
-constexpr int kStandardRowHeight = TwipsToPixels(225);
 
 /// Gives every row the height that the list says.
 class RowDelegate : public QStyledItemDelegate {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Twips.h"
 #include "library/ModRows.h"
 
 #include <QListWidget>
@@ -17,6 +18,8 @@ class ModListView : public QListWidget {
 
 public:
     static constexpr int kShownRows = 24;
+    /// Pixels at the standard font; rows grow with larger fonts.
+    static constexpr int kStandardRowHeight = TwipsToPixels(225);
 
     explicit ModListView(QWidget* parent = nullptr);
 
@@ -31,7 +34,7 @@ public:
     /// signal.
     void SelectFirstIfNone();
 
-    /// Pixels; at the standard font 15.
+    /// Pixels.
     int RowHeight() const { return rowHeight_; }
     /// The height at which kShownRows rows fill the list.
     int FullHeight() const { return kShownRows * rowHeight_ + 2 * frameWidth(); }

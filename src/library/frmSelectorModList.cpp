@@ -13,9 +13,6 @@ namespace quillbay {
 
 namespace {
 
-constexpr int kRefreshEveryMs = 1000;
-constexpr int kRefreshMinimizedEveryMs = 10'000;
-
 /// Takes the controls of a visible refresh away from the user and gives them back.
 class RefreshControls {
 public:

@@ -26,12 +26,10 @@ namespace quillbay {
 
 namespace {
 
-constexpr int kStandardRowHeight = TwipsToPixels(225);
 constexpr int kHeightWithoutPicture = TwipsToPixels(6150);
 constexpr int kWidth = TwipsToPixels(7095);
 constexpr int kListWidth = TwipsToPixels(2790);
 
-constexpr int kRefreshEveryMs = 1000;
 constexpr int kFirstDetailsAfterMs = 1000;
 constexpr qint64 kPaintEveryMs = 16;
 
@@ -61,8 +59,7 @@ frmSelector::frmSelector(const Services& services)
       timClickMod_(MakeTimer(this, "timClickMod", kFirstDetailsAfterMs)) {
     ui_->setupUi(this);
     NameSeparators();
-    chooser_ =
-        std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
+    chooser_ = std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
     installedMods_ = std::make_unique<frmInstalledMods>(*this, ui_->menuManagerCheckInstalledMods, services_,
                                                         [this] { return ModRows(); });
     connect(chooser_.get(), &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
@@ -187,7 +184,7 @@ void frmSelector::CountGameFiles(const RefreshOptions& options) {
 
 void frmSelector::FitToFont() {
     const int rowHeight = ui_->lstMods->RowHeight();
-    const auto scaled = [&](int pixels) { return pixels * rowHeight / kStandardRowHeight; };
+    const auto scaled = [&](int pixels) { return pixels * rowHeight / ModListView::kStandardRowHeight; };
     const auto lineOf = [](const QWidget& widget) { return widget.fontMetrics().height(); };
     ui_->modColumn->setFixedSize(scaled(kListWidth), ui_->lstMods->FullHeight());
     for (QLabel* label : {ui_->lblModsMaker, ui_->lblModsVersion, ui_->lblModsOtherHeading}) {
@@ -200,7 +197,7 @@ void frmSelector::FitToFont() {
     const int pictureHeight = withPicture ? kPictureHeight : 0;
     ui_->centralWidget->layout()->invalidate();
     const int needed = menuBar()->sizeHint().height() + ui_->centralWidget->minimumSizeHint().height();
-    const int extra = ui_->lstMods->FullHeight() - ModListView::kShownRows * kStandardRowHeight -
+    const int extra = ui_->lstMods->FullHeight() - ModListView::kShownRows * ModListView::kStandardRowHeight -
                       2 * ui_->lstMods->frameWidth();
     baseHeight_ = std::max(kHeightWithoutPicture + extra, needed - pictureHeight);
     setFixedSize(scaled(kWidth), baseHeight_ + pictureHeight);

@@ -111,6 +111,9 @@ private:
     UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
     bool CanStart(const QAction& item) const;
 
+    static constexpr int kRefreshEveryMs = 1000;
+    static constexpr int kRefreshMinimizedEveryMs = 10'000;
+
     Services services_;
     std::unique_ptr<Ui::frmSelector> ui_;
     DetailsPanel details_;
