@@ -1,0 +1,67 @@
+#pragma once
+
+#include "common/Twips.h"
+#include "library/ModRows.h"
+
+#include <QListWidget>
+
+#include <optional>
+#include <vector>
+
+namespace quillbay {
+
+/// The main window's mod list: one item a row, in the order of the rows, with the mod path in Qt::UserRole.
+/// Twenty-four rows fill its height. "Selected" is the highlighted row, which need not be the toolkit's
+/// current one.
+class ModListView : public QListWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int kShownRows = 24;
+    /// Pixels at the standard font; rows grow with larger fonts.
+    static constexpr int kStandardRowHeight = TwipsToPixels(225);
+
+    explicit ModListView(QWidget* parent = nullptr);
+
+    /// Shows these rows, or the placeholder when there are none. The selection stays on the mod of the same
+    /// path and the scroll position is kept; equal rows repaint nothing. Emits no selection signal.
+    void SetRows(const std::vector<ModRow>& rows);
+    const std::vector<ModRow>& Rows() const { return rows_; }
+
+    /// The selected row; for the placeholder its text with an empty path.
+    std::optional<ModRow> SelectedRow() const;
+    /// Selects the first row, unless a row is selected or the list shows the placeholder. Emits no selection
+    /// signal.
+    void SelectFirstIfNone();
+
+    /// Pixels.
+    int RowHeight() const { return rowHeight_; }
+    /// The height at which kShownRows rows fill the list.
+    int FullHeight() const { return kShownRows * rowHeight_ + 2 * frameWidth(); }
+
+signals:
+    /// Enter, or a double-click on a row.
+    void InstallRequested();
+    /// Backspace.
+    void UninstallRequested();
+    /// Right button or the keyboard's menu key; the row under the pointer is selected already.
+    void MenuRequested(QPoint globalPosition);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void Fill();
+    void SelectPath(const ModPath& path);
+    void FitRowsToFont();
+
+    std::vector<ModRow> rows_;
+    int rowHeight_ = 0;
+};
+
+} // namespace quillbay

@@ -1,0 +1,32 @@
+#include "common/ShowMessage.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramLocation.h"
+#include "platform/Registry.h"
+#include "platform/ShellOpener.h"
+#include "platform/SingleInstance.h"
+#include "platform/SoundPlayer.h"
+#include "shell/AppSettings.h"
+#include "shell/Services.h"
+#include "shell/frmSelector.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    using namespace quillbay;
+    const QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(QString());
+    const auto instance = SingleInstance::Acquire();
+    if (!instance) {
+        ShowMessage(nullptr,
+                    QStringLiteral("Warning: Previous instance of application detected. Aborting load."),
+                    QStringLiteral("Warning!"), QMessageBox::Critical);
+        return 0;
+    }
+    const auto files = MakeFileSystem();
+    const auto registry = MakeRegistry();
+    const auto shell = MakeShellOpener();
+    const auto sound = MakeSoundPlayer();
+    UserSettings settings;
+    frmSelector selector({*files, *registry, settings, *shell, *sound, FindProgramDirectory()});
+    return selector.Start() ? QApplication::exec() : 0;
+}

@@ -1,0 +1,26 @@
+#include "common/PathText.h"
+#include "common/UpdateLock.h"
+#include "modinfo/ModDetails.h"
+#include "modinfo/ModPicture.h"
+#include "shell/frmSelector.h"
+#include "ui_frmSelector.h"
+
+namespace quillbay {
+
+void frmSelector::ShowModDetails() {
+    const auto row = ui_->lstMods->SelectedRow();
+    if (!row || row->path.Empty()) {
+        details_.ShowNoMod();
+        return;
+    }
+    const std::string folder = Join(ModsFolder(ProgramDirectory), row->path.text);
+    const ModDetails details = ReadModDetails(services_.files, folder);
+    const QPixmap picture = LoadModPicture(services_.files, details.pictures);
+    const UpdateLock lock(*this);
+    EnableIfServed(ui_->menuModCurrentModViewReadme, details.hasReadme);
+    ShowPictureLayout(details.hasPicture);
+    details_.Show(details, picture);
+    ui_->lstMods->setFocus();
+}
+
+} // namespace quillbay

@@ -1,0 +1,31 @@
+#include "shell/ManagerItems.h"
+
+#include "common/PathText.h"
+#include "platform/CaseFold.h"
+#include "shell/GameDirectory.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+ManagerItems FindManagerItems(const FileSystem& files, std::string_view gameDirectory,
+                              std::string_view programDirectory) {
+    ManagerItems items;
+    if (IsExistingFolder(files, gameDirectory)) {
+        const auto game = files.List(gameDirectory, Detail::Names).ValueOr({});
+        const auto hasPlainFile = [&](std::string_view name) {
+            return std::any_of(game.begin(), game.end(), [&](const DirEntry& entry) {
+                return entry.name == name && entry.IsPlainFile();
+            });
+        };
+        items.hasGameExecutable = std::any_of(game.begin(), game.end(), [](const DirEntry& entry) {
+            return entry.kind == EntryKind::File && EqualFolded(entry.name, kGameExecutable);
+        });
+        items.hasMapEditor = hasPlainFile("HLVX") && hasPlainFile("unsupportedextension_mapedit");
+    }
+    const auto list = files.Stat(Join(programDirectory, "FileList.txt"));
+    items.hasFileList = list && list->kind == EntryKind::File;
+    return items;
+}
+
+} // namespace quillbay

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "effects/EffectHost.h"
+#include "library/ModJob.h"
+#include "library/ModRows.h"
+#include "modinfo/DetailsPanel.h"
+#include "shell/Services.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+class QAction;
+
+namespace quillbay {
+
+namespace Ui {
+class frmSelector;
+}
+
+class frmChangeT2Dir;
+class frmInstalledMods;
+struct InstallResult;
+struct UninstallResult;
+
+/// How RefreshModList does its work.
+struct RefreshOptions {
+    bool hideProgress = false; ///< the progress bar stays hidden
+    bool keepControls = false; ///< captions, pointer and enabled states stay as they are
+    bool skipCount = false;    ///< the game's files are not counted
+    bool keepDetails = false;  ///< the details panel is filled later in the same user action
+};
+
+/// The main window. It lives for the whole run; the other windows are opened from its menus and read what
+/// they share from its public members.
+class frmSelector : public QMainWindow, public EffectHost {
+    Q_OBJECT
+
+public:
+    /// Makes the window without showing it.
+    explicit frmSelector(const Services& services);
+    ~frmSelector() override;
+
+    /// The game's installation folder, or kGameNotFound.
+    std::string GameDirectory;
+    /// Without a final separator.
+    std::string ProgramDirectory;
+
+    /// Shows the window and does everything that start-up does; steps that fail are skipped. False when the
+    /// program ended meanwhile.
+    bool Start();
+    /// Ends the program at once: no effect runs, no window is asked.
+    void EndProgram();
+
+    /// Reads the mods folder and rebuilds the list.
+    void RefreshModList(const RefreshOptions& options);
+    /// Ask the user, then install or uninstall the selected mod.
+    void InstallMod();
+    void UninstallMod();
+    /// Fills the details panel for the selected row.
+    void ShowModDetails();
+
+    /// The rows that the list shows; none for the placeholder.
+    const std::vector<ModRow>& ModRows() const;
+    /// The Manager, Mod and Help menus, with their shortcuts.
+    void SetMainMenusEnabled(bool enabled);
+
+    ClosingSwitches SmoothClosing() const override;
+    bool SmoothCloseMainWindowOnly() const override;
+    QWidget& MainWindow() override { return *this; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    // Start-up and layout
+    void NameSeparators();
+    void ConnectControls();
+    void ConnectMenus();
+    void FitToFont();
+    void ShowPictureLayout(bool withPicture);
+    void ReadSettings();
+    void CountGameFilesAtStart();
+    void AskForGameDirectory();
+
+    // Menus
+    void menuSelector_Click();
+    void modChangeT2Directory_Click();
+    void menuManagerCheckInstalledMods_Click();
+    void SaveSwitch(const char* key, bool on);
+    /// Items without a command stay disabled.
+    void EnableIfServed(QAction* item, bool enabled);
+
+    // The mod list
+    void lstMods_Click();
+    void lstMods_MouseDown(QPoint globalPosition);
+    void timRefreshModList_Timer();
+    void timClickMod_Timer();
+    void SetButtonsFor(const std::optional<ModRow>& row);
+    void CountGameFiles(const RefreshOptions& options);
+
+    // Installing and uninstalling
+    std::optional<ModJob> JobForSelection(QString& displayName);
+    bool ModStillThere(const ModJob& job);
+    InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
+    UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
+    bool CanStart(const QAction& item) const;
+
+    static constexpr int kRefreshEveryMs = 1000;
+    static constexpr int kRefreshMinimizedEveryMs = 10'000;
+
+    Services services_;
+    std::unique_ptr<Ui::frmSelector> ui_;
+    DetailsPanel details_;
+    QTimer* timRefreshModList_;
+    QTimer* timClickMod_;
+    std::unique_ptr<frmChangeT2Dir> chooser_;
+    std::unique_ptr<frmInstalledMods> installedMods_;
+    int baseHeight_ = 0; ///< of the layout without picture, in pixels
+};
+
+} // namespace quillbay

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "platform/FileSystemWrapper.h"
+#include "platform/Registry.h"
+#include "platform/ShellOpener.h"
+#include "platform/SoundPlayer.h"
+#include "shell/AppSettings.h"
+#include "shell/frmSelector.h"
+
+#include <QAction>
+#include <QListWidget>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace quillbay::test {
+
+/// Lets a test look at the windows in the middle of file work, or refuse new folders.
+class WatchedFiles : public FileSystemWrapper {
+public:
+    using FileSystemWrapper::FileSystemWrapper;
+
+    std::function<void()> onChange;
+    bool refuseFolders = false;
+    mutable int treeSizes = 0; ///< asked once for each time the details panel is filled
+
+    std::error_code MakeFolder(std::string_view folder) override;
+    std::error_code RemoveFile(std::string_view file) override;
+    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override;
+    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override;
+    std::error_code Rename(std::string_view from, std::string_view to) override;
+    Result<std::uint64_t> TreeSize(std::string_view folder) const override;
+
+private:
+    void Tell() {
+        if (onChange) onChange();
+    }
+};
+
+class FakeRegistry : public Registry {
+public:
+    std::string path;
+    std::string ReadRegistryString(std::string_view, std::string_view, std::string_view) const override {
+        return path;
+    }
+};
+
+class FakeSettings : public AppSettings {
+public:
+    std::map<QString, QString> values; ///< "section/key"
+    QString GetAppSetting(const QString& section, const QString& key, const QString& fallback) const override;
+    void SaveAppSetting(const QString& section, const QString& key, const QString& value) override;
+};
+
+class FakeShell : public ShellOpener {
+public:
+    std::error_code OpenWithShell(std::string_view, std::string_view) override { return {}; }
+};
+
+class FakeSound : public SoundPlayer {
+public:
+    std::error_code Play(std::string_view) override { return {}; }
+};
+
+/// A game with one file and an empty program folder in a temporary folder, and the real main window on them.
+class SelectorFixture : public testing::Test {
+protected:
+    SelectorFixture();
+    ~SelectorFixture() override;
+
+    /// Makes the window and starts it; what Start returned.
+    bool Start();
+
+    QString Path(const QString& relative) const { return root_.filePath(relative); }
+    /// Writes a file below the temporary folder, with its folders.
+    void Write(const QString& relative, const QByteArray& bytes) const;
+    void MakeFolder(const QString& relative) const;
+    QByteArray Read(const QString& relative) const;
+    bool Exists(const QString& relative) const;
+
+    template <typename T>
+    T& Control(const char* name) const {
+        T* control = window->findChild<T*>(QLatin1String(name));
+        if (!control) throw std::runtime_error(std::string("no control ") + name);
+        return *control;
+    }
+    QAction& Item(const char* name) const { return Control<QAction>(name); }
+    QListWidget& Mods() const { return Control<QListWidget>("lstMods"); }
+    QStringList Rows() const;
+    QString SelectedText() const;
+    /// Lets the automatic refresh run once.
+    void Tick() const;
+
+    std::unique_ptr<FileSystem> disk = MakeFileSystem();
+    WatchedFiles files{*disk};
+    FakeRegistry registry;
+    FakeSettings settings;
+    FakeShell shell;
+    FakeSound sound;
+    std::unique_ptr<frmSelector> window;
+
+private:
+    QTemporaryDir root_;
+};
+
+} // namespace quillbay::test
