@@ -14,8 +14,10 @@ bool ContainsText(std::string_view text, std::string_view part);
 /// Rounds half up: the largest whole number not above value x 10^digits + 0.5, divided by 10^digits.
 double RoundToDigits(double value, int digits);
 
-/// The number that `text` begins with: blanks are passed over, reading stops at the first character that
-/// cannot continue a number. 0 when no number stands there. The decimal mark is a point.
+/// The number that `text` begins with: sign, digits, a point and decimals, an exponent ("1.5e3"). Blanks and
+/// tabs are passed over wherever they stand, reading stops at the first character that cannot continue a
+/// number. 0 when no number stands there. A number too large for a double is infinite, one too small is 0:
+/// check the range before converting.
 double ParseLeadingNumber(std::string_view text);
 
 /// `text` cut to at most `maxCharacters` characters of UTF-8; never cuts inside a character.

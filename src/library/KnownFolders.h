@@ -24,10 +24,14 @@ struct ListedFolder {
 /// that cannot be listed are left out.
 using KnownFolders = std::array<std::vector<ListedFolder>, kGameFolderCount>;
 
-/// `afterEach(position)` (0 to 78) is called once per position, in list order with the root (78) last; it may
-/// be empty.
+/// `afterEach(known, position)` (0 to 78) is called once per position, in list order with the root (78) last;
+/// `known` is filled up to that position, and at the root's. It may be empty. An empty `root` has no folders.
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(std::size_t)>& afterEach = {});
+                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {});
+
+/// Plain files among the entries of one folder, or in all folders of one position.
+std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);
+std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders);
 
 /// Plain files in the known folders of `root`; `afterEach(position, totalSoFar)` may be empty.
 std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,

@@ -14,6 +14,7 @@ struct ModJob {
     std::string modsFolder;
     ModPath mod;
 
+    /// `modsFolder` joined with the mod path; empty for no mod, so that nothing ever takes the whole library.
     std::string ModFolder() const;
 };
 

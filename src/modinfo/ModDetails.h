@@ -20,7 +20,8 @@ struct ModDetails {
     std::optional<std::size_t> fileCount;
     /// A picture is present by name (`ModPic.bmp` or `ModPic.jpg`, exact spelling).
     bool hasPicture = false;
-    /// Paths of the pictures to load, in this order; the last one that decodes is shown.
+    /// Paths of the pictures to load, in this order; the last one that decodes is shown. `ModPic.jpg` is
+    /// among them only when the folder lists it before every other `ModPic.*`; there may be none.
     std::vector<std::string> pictures;
     ModInfoCaptions captions;
 };

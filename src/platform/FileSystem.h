@@ -66,8 +66,8 @@ struct CopyOptions {
 /// operation_not_supported, io_error. A failed operation changes nothing, unless its text says otherwise.
 /// Of RemoveTree a part may be done.
 ///
-/// Temporary names of the operations themselves are `kTempNew` and `kTempOld`, in the folder of the
-/// destination. After a crash they may be left over; the next operation that needs the name removes it.
+/// The temporary name of the operations themselves is `kTempNew`, in the folder of the destination. After a
+/// crash it may be left over; the next operation that needs the name removes it.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
@@ -100,15 +100,17 @@ public:
     /// mount out of it. Goes on after a failure and reports the first one.
     [[nodiscard]] virtual std::error_code RemoveTree(std::string_view folder) = 0;
     /// Copies a file with its modification time, permissions and attributes. The bytes go to `kTempNew`
-    /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`. With
-    /// `replace` what stood there is first moved out of the way (exchanged, or renamed to `kTempOld`) and
-    /// removed last: an end in between may leave no file `to`, so the caller keeps the old one elsewhere.
+    /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`; with `replace`
+    /// the name leads to the old file or to the new one at every moment. A file copied onto itself with
+    /// `replace` becomes a file of its own, which ends a hard link.
     [[nodiscard]] virtual std::error_code Copy(std::string_view from, std::string_view to,
                                                CopyOptions options) = 0;
-    /// A second name `to` for the file `from` (a link gets a second name itself). `file_exists` when `to`
-    /// exists; cross_device_link or operation_not_supported where there are no hard links, and for a
-    /// read-only file on Windows, where the two names would share the attribute that protects them.
-    [[nodiscard]] virtual std::error_code HardLink(std::string_view from, std::string_view to) = 0;
+    /// A second name `to` for the file `from` (a link gets a second name itself), under `kTempNew` first when
+    /// `replace` lets it take the place of an existing file; `file_exists` otherwise. cross_device_link or
+    /// operation_not_supported where there are no hard links, and for a read-only file on Windows, where the
+    /// two names would share the attribute that protects them.
+    [[nodiscard]] virtual std::error_code HardLink(std::string_view from, std::string_view to,
+                                                   bool replace) = 0;
     /// Renames a file or folder inside its volume; `file_exists` when `to` is another existing entry. A
     /// change of letter case alone is possible.
     [[nodiscard]] virtual std::error_code Rename(std::string_view from, std::string_view to) = 0;
@@ -119,9 +121,8 @@ public:
     [[nodiscard]] virtual std::error_code SetModified(std::string_view path, FileTime time) = 0;
 };
 
-/// Leftovers of an interrupted operation have these names; they are nobody's data.
+/// What an interrupted operation leaves behind has this name; it is nobody's data.
 inline constexpr std::string_view kTempNew = "~quillbay.new";
-inline constexpr std::string_view kTempOld = "~quillbay.old";
 
 /// The file system of this computer.
 std::unique_ptr<FileSystem> MakeFileSystem();

@@ -33,8 +33,8 @@ public:
     std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override {
         return base_.Copy(from, to, options);
     }
-    std::error_code HardLink(std::string_view from, std::string_view to) override {
-        return base_.HardLink(from, to);
+    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
+        return base_.HardLink(from, to, replace);
     }
     std::error_code Rename(std::string_view from, std::string_view to) override {
         return base_.Rename(from, to);

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <string_view>
+#include <vector>
+
+namespace quillbay {
+
+/// The entry of that kind and name among the entries of one folder, as a look-up would find it: the exact
+/// spelling, else the first in another letter case; null when there is none. A link counts as the kind of
+/// what it leads to.
+const DirEntry* FindEntry(const std::vector<DirEntry>& entries, std::string_view name, EntryKind kind);
+
+} // namespace quillbay

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "library/KnownFolders.h"
+#include "platform/FileSystem.h"
+
+#include <array>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace quillbay {
+
+/// Gives the path of known folders below one root and makes those that are missing, parents first. What a
+/// listing has shown is not asked for again, and a folder that could not be made is not tried again.
+class FolderMaker {
+public:
+    /// `root` exists; `existing` is its listing.
+    FolderMaker(FileSystem& files, std::string root, const KnownFolders& existing);
+    /// `root` exists and is empty.
+    FolderMaker(FileSystem& files, std::string root);
+
+    /// The folder at a GameFolders position (from 0), without a final separator.
+    Result<std::string> Ensure(std::size_t position);
+
+    /// The folders that were made, parents first.
+    const std::vector<std::string>& Made() const { return made_; }
+
+private:
+    FileSystem& files_;
+    std::vector<std::string> made_;
+    std::array<std::string, kGameFolderCount> paths_;
+    std::array<std::error_code, kGameFolderCount> failed_;
+};
+
+} // namespace quillbay

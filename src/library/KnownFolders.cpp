@@ -1,0 +1,107 @@
+#include "library/KnownFolders.h"
+
+#include "common/PathText.h"
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+/// Where a known folder hangs: the position of its parent (the root's for a top-level folder) and its name.
+struct TreePlace {
+    std::size_t parent = kKnownFolderCount;
+    std::string_view name;
+};
+
+std::array<TreePlace, kKnownFolderCount> MakeTreePlaces() {
+    std::array<TreePlace, kKnownFolderCount> places;
+    for (std::size_t i = 0; i < kKnownFolderCount; ++i) {
+        const std::string_view folder = WithoutFinalSeparators(GameFolders[i]);
+        const std::string_view parent = GameFolders[i].substr(0, Parent(folder).size() + 1);
+        places[i].name = LastComponent(folder);
+        if (parent.size() + places[i].name.size() == folder.size()) {
+            const auto at = std::find(GameFolders.begin(), GameFolders.end(), parent);
+            places[i].parent = static_cast<std::size_t>(at - GameFolders.begin());
+        }
+    }
+    return places;
+}
+
+const TreePlace& PlaceOf(std::size_t position) {
+    static const std::array<TreePlace, kKnownFolderCount> places = MakeTreePlaces();
+    return places[position];
+}
+
+void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::string path, Detail detail) {
+    if (auto entries = files.List(path, detail)) listed.push_back({std::move(path), std::move(*entries)});
+}
+
+std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
+                                       std::string_view name, Detail detail) {
+    std::vector<ListedFolder> listed;
+    for (const ListedFolder& parent : parents) {
+        std::vector<std::string_view> spellings;
+        for (const DirEntry& entry : parent.entries) {
+            if (entry.kind != EntryKind::Folder || !EqualFolded(entry.name, name)) continue;
+            const bool exact = entry.name == name;
+            spellings.insert(exact ? spellings.begin() : spellings.end(), entry.name);
+        }
+        for (const std::string_view spelling : spellings) {
+            ListInto(listed, files, Join(parent.path, spelling), detail);
+        }
+    }
+    return listed;
+}
+
+} // namespace
+
+KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
+                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach) {
+    KnownFolders known;
+    if (!root.empty()) ListInto(known[kKnownFolderCount], files, std::string(root), detail);
+    for (ListedFolder& folder : known[kKnownFolderCount]) {
+        // A drive root keeps its separator for its own listing only.
+        folder.path = WithoutFinalSeparators(folder.path);
+    }
+    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
+        if (position < kKnownFolderCount) {
+            const TreePlace& place = PlaceOf(position);
+            known[position] = ListChildren(files, known[place.parent], place.name, detail);
+        }
+        if (afterEach) afterEach(known, position);
+    }
+    return known;
+}
+
+std::size_t CountPlainFiles(const std::vector<DirEntry>& entries) {
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(), [](const DirEntry& e) { return e.IsPlainFile(); }));
+}
+
+std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders) {
+    std::size_t count = 0;
+    for (const ListedFolder& folder : folders)
+        count += CountPlainFiles(folder.entries);
+    return count;
+}
+
+std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
+                            const std::function<void(std::size_t, std::size_t)>& afterEach) {
+    std::size_t total = 0;
+    ListKnownFolders(files, root, Detail::Names, [&](const KnownFolders& known, std::size_t position) {
+        total += CountPlainFiles(known[position]);
+        if (afterEach) afterEach(position, total);
+    });
+    return total;
+}
+
+std::size_t CountFilesInFolder(const FileSystem& files, std::string_view folder) {
+    if (folder.empty()) return 0;
+    const auto entries = files.List(folder, Detail::Names);
+    return entries ? CountPlainFiles(*entries) : 0;
+}
+
+} // namespace quillbay

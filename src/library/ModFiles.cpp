@@ -1,0 +1,69 @@
+#include "library/ModFiles.h"
+
+#include "common/PathText.h"
+#include "library/InstallOrder.h"
+#include "modinfo/ModInfo.h"
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders) {
+    std::vector<ModFile> found;
+    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
+        std::unordered_map<std::string, std::size_t> byName;
+        for (const auto& folder : modFolders[position]) {
+            for (const auto& entry : folder.entries) {
+                if (!entry.IsPlainFile() || entry.name == kModInfoName || IsLeftover(entry.name)) continue;
+                ModFile file{position, entry.name, Join(folder.path, entry.name),
+                             entry.readOnly && !entry.isLink};
+                const auto [at, isNew] = byName.try_emplace(FoldCase(entry.name), found.size());
+                if (isNew)
+                    found.push_back(std::move(file));
+                else
+                    found[at->second] = std::move(file);
+            }
+        }
+    }
+    return found;
+}
+
+const DirEntry* EntryIndex::Find(std::size_t position, std::string_view name) {
+    if (folders_[position].empty()) return nullptr;
+    auto& names = names_[position];
+    if (!indexed_[position]) {
+        indexed_[position] = true;
+        for (const auto& entry : folders_[position].front().entries)
+            names[FoldCase(entry.name)].push_back(&entry);
+    }
+    const auto found = names.find(FoldCase(name));
+    if (found == names.end()) return nullptr;
+    const auto& spellings = found->second;
+    const auto exact = std::ranges::find(spellings, name, &DirEntry::name);
+    return exact == spellings.end() ? spellings.front() : *exact;
+}
+
+std::string EntryIndex::PathOf(std::size_t position, const DirEntry& entry) const {
+    return Join(folders_[position].front().path, entry.name);
+}
+
+bool IsReplaceable(const DirEntry& entry) {
+    return entry.kind == EntryKind::File || (entry.isLink && entry.kind != EntryKind::Folder);
+}
+
+bool IsLeftover(std::string_view name) {
+    return name == kTempNew || name == kTempBackup || name == kTimeMarker;
+}
+
+std::vector<std::string> FindLeftovers(const KnownFolders& folders) {
+    std::vector<std::string> found;
+    for (const auto& atPosition : folders)
+        for (const auto& folder : atPosition)
+            for (const auto& entry : folder.entries)
+                if (entry.kind != EntryKind::Folder && entry.name != kTimeMarker && IsLeftover(entry.name))
+                    found.push_back(Join(folder.path, entry.name));
+    return found;
+}
+
+} // namespace quillbay

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "library/KnownFolders.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace quillbay {
+
+/// A file of a mod that belongs into the game.
+struct ModFile {
+    std::size_t position; ///< in GameFolders, from 0
+    std::string name;     ///< as stored in the mod
+    std::string path;
+    bool clearReadOnly; ///< it is read-only (and no link)
+};
+
+/// The plain files in the known folders of a mod, in list order, without those named exactly `ModInfo.txt`
+/// and without leftovers of interrupted operations. Of two spellings of one file the last one listed counts.
+std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders);
+
+/// Finds entries of listed known folders by name, letter case ignored: the exact spelling, else the first in
+/// another one, in the folder that look-ups find. Keeps references into `folders`.
+class EntryIndex {
+public:
+    explicit EntryIndex(const KnownFolders& folders) : folders_(folders) {}
+
+    const DirEntry* Find(std::size_t position, std::string_view name);
+    /// The path of an entry that Find gave for this position.
+    std::string PathOf(std::size_t position, const DirEntry& entry) const;
+
+private:
+    using Names = std::unordered_map<std::string, std::vector<const DirEntry*>>;
+
+    const KnownFolders& folders_;
+    std::array<Names, kGameFolderCount> names_;
+    std::array<bool, kGameFolderCount> indexed_{};
+};
+
+/// True for a file, or a link whatever it leads to short of a folder: what can be replaced and saved.
+bool IsReplaceable(const DirEntry& entry);
+
+/// True for the names that only interrupted operations of this program leave behind.
+bool IsLeftover(std::string_view name);
+
+/// The leftovers among listed entries, as paths.
+std::vector<std::string> FindLeftovers(const KnownFolders& folders);
+
+} // namespace quillbay

@@ -1,0 +1,293 @@
+#include "library/ModInstaller.h"
+
+#include "common/PathText.h"
+#include "library/FolderMaker.h"
+#include "library/InstalledMods.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <ranges>
+#include <unordered_set>
+
+namespace quillbay {
+
+namespace {
+
+class InstallRun {
+public:
+    InstallRun(FileSystem& files, const InstallPlan& plan, const ProgressSink& progress)
+        : files_(files), plan_(plan), progress_(progress),
+          self_(plan.installedBefore.value_or(InstalledMod{plan.job.mod, plan.job.ModFolder(), {}, {}})),
+          gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
+          notSaved_(plan.items.size()) {}
+
+    InstallResult Run() {
+        if (plan_.error) {
+            Stop(InstallOutcome::NoModFolder, self_.folder, plan_.error);
+            return std::move(result_);
+        }
+        SweepLeftovers();
+        if (plan_.installedBefore ? SaveIntoBackup() : SaveIntoNewBackup()) {
+            CopyFiles();
+            RemoveNeedlessCopies();
+            RemoveEmptyGameFolders();
+        }
+        return std::move(result_);
+    }
+
+private:
+    void Report(JobPhase phase, std::size_t done, std::size_t total) const {
+        if (progress_) progress_(phase, done, total);
+    }
+
+    bool Stop(InstallOutcome outcome, std::string path, std::error_code error) {
+        result_.outcome = outcome;
+        result_.concerned = std::move(path);
+        result_.error = error;
+        return false;
+    }
+
+    void SweepLeftovers() {
+        RestoreBackupTimes(files_, plan_.otherMods);
+        if (plan_.installedBefore) RestoreBackupTimes(files_, {self_});
+        for (const auto& path : plan_.leftovers)
+            Ignore(files_.RemoveFile(path));
+        if (plan_.leftoverFolder) leftoverStays_ = files_.RemoveTree(*plan_.leftoverFolder);
+    }
+
+    /// The first installation: everything that will be replaced goes into a folder which then, whole, becomes
+    /// `Backup`.
+    bool SaveIntoNewBackup() {
+        const auto stage = Join(self_.folder, kTempBackup);
+        const auto giveUp = [&](InstallOutcome outcome, std::string path, std::error_code error) {
+            Ignore(files_.RemoveTree(stage));
+            return Stop(outcome, std::move(path), error);
+        };
+        if (const auto error = files_.MakeFolder(stage))
+            return giveUp(InstallOutcome::NoBackup, stage, error);
+
+        FolderMaker folders(files_, stage);
+        const auto toSave = ItemsToSave();
+        for (std::size_t done = 0; done < toSave.size(); ++done) {
+            Report(JobPhase::Saving, done, toSave.size());
+            const auto& item = plan_.items[toSave[done]];
+            if (Save(toSave[done], folders)) continue;
+            if (const auto error = WhyNotTold(item))
+                return giveUp(InstallOutcome::UnsafeFile, item.targetPath, error);
+        }
+        if (const auto error = SetInstallTime(stage)) return giveUp(InstallOutcome::NoBackup, stage, error);
+
+        self_.backup = Join(self_.folder, kBackupName);
+        if (const auto error = files_.Rename(stage, self_.backup))
+            return giveUp(InstallOutcome::NoBackup, self_.backup, error);
+        return true;
+    }
+
+    /// A repeated installation: saved copies stay, and what has none is saved too, unless it is a mod's file.
+    bool SaveIntoBackup() {
+        std::vector<std::size_t> toSave;
+        for (const auto i : ItemsToSave()) {
+            const auto& item = plan_.items[i];
+            if (!item.targetIsLink) {
+                const auto own = files_.SameContents(item.targetPath, item.file.path);
+                if (!own) return Stop(InstallOutcome::UnsafeFile, item.targetPath, own.Error());
+                if (*own || BelongsToOtherMod(item)) continue;
+            }
+            toSave.push_back(i);
+        }
+        if (toSave.empty()) return true;
+
+        if (const auto error = HoldBackupTime(files_, self_))
+            return Stop(InstallOutcome::NoBackup, self_.backup, error);
+        FolderMaker folders(files_, self_.backup, plan_.backupFolders);
+        for (std::size_t done = 0; done < toSave.size(); ++done) {
+            Report(JobPhase::Saving, done, toSave.size());
+            Save(toSave[done], folders);
+        }
+        RestoreBackupTime(files_, self_);
+        return true;
+    }
+
+    std::vector<std::size_t> ItemsToSave() const {
+        std::vector<std::size_t> found;
+        for (std::size_t i = 0; i < plan_.items.size(); ++i)
+            if (plan_.items[i].target == InstallTarget::File && !plan_.items[i].isSaved) found.push_back(i);
+        return found;
+    }
+
+    /// A hard link copies no data and cannot run out of space; otherwise a copy that is on the disk.
+    bool Save(std::size_t index, FolderMaker& folders) {
+        const auto& item = plan_.items[index];
+        const auto folder = folders.Ensure(item.file.position);
+        if (folder) {
+            auto saved = Join(*folder, item.name);
+            if (!files_.HardLink(item.targetPath, saved, false) ||
+                !files_.Copy(item.targetPath, saved, {.keepLink = true, .flush = true})) {
+                savedNow_[index] = std::move(saved);
+                ++result_.saved;
+                return true;
+            }
+        }
+        notSaved_[index] = true;
+        result_.notSaved.push_back(item.targetPath);
+        return false;
+    }
+
+    /// No error when the game's file certainly differs from the mod's own: then an uninstallation will not
+    /// take it for the mod's.
+    std::error_code WhyNotTold(const InstallItem& item) const {
+        if (item.targetIsLink) return {};
+        const auto same = files_.SameContents(item.targetPath, item.file.path);
+        if (!same) return same.Error();
+        return *same ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
+    }
+
+    bool BelongsToOtherMod(const InstallItem& item) {
+        if (!otherFiles_) {
+            otherFiles_.emplace();
+            for (const auto& mod : plan_.otherMods)
+                otherFiles_->push_back(ListKnownFolders(files_, mod.folder, Detail::Names));
+            for (const auto& folders : *otherFiles_)
+                otherIndexes_.emplace_back(folders);
+        }
+        return std::ranges::any_of(otherIndexes_, [&](EntryIndex& index) {
+            const auto* entry = index.Find(item.file.position, item.name);
+            if (!entry || !entry->IsPlainFile()) return false;
+            const auto same = files_.SameContents(item.targetPath, index.PathOf(item.file.position, *entry));
+            return same && *same;
+        });
+    }
+
+    /// Without a time of its own a `Backup` is as good when the file system made it the latest anyway.
+    std::error_code SetInstallTime(const std::string& stage) {
+        self_.installed = NextInstallTime(plan_.otherMods);
+        const auto error = files_.SetModified(stage, self_.installed);
+        if (!error) return {};
+        const auto info = files_.Stat(stage);
+        if (!info) return error;
+        self_.installed = info->modified;
+        const bool isLatest = std::ranges::all_of(
+            plan_.otherMods, [&](const InstalledMod& mod) { return mod.installed < self_.installed; });
+        return isLatest ? std::error_code{} : error;
+    }
+
+    void CopyFiles() {
+        const auto total = plan_.items.size();
+        for (std::size_t i = 0; i < total; ++i) {
+            Report(JobPhase::Copying, i, total);
+            if (notSaved_[i]) continue;
+            const auto& item = plan_.items[i];
+            if (CopyOne(item)) {
+                ++result_.installed;
+                filled_[item.file.position] = true;
+            } else {
+                result_.notCopied.push_back(item.file.path);
+                if (!savedNow_[i].empty()) notReplaced_.push_back(i);
+            }
+        }
+        Report(JobPhase::Copying, total, total);
+    }
+
+    bool CopyOne(const InstallItem& item) {
+        if (item.target == InstallTarget::Blocked) return false;
+        const auto folder = gameFolders_.Ensure(item.file.position);
+        if (!folder) return false;
+        if (item.file.clearReadOnly) Ignore(files_.SetReadOnly(item.file.path, false));
+        const bool replaces = item.target == InstallTarget::File;
+        return !files_.Copy(item.file.path, replaces ? item.targetPath : Join(*folder, item.name),
+                            {.replace = replaces, .makeWritable = true});
+    }
+
+    /// A game file that kept its place needs no saved copy, which an uninstallation would put over whatever
+    /// the player has made of the file by then.
+    void RemoveNeedlessCopies() {
+        std::erase_if(notReplaced_, [&](std::size_t i) { return bool(WhyNotTold(plan_.items[i])); });
+        if (notReplaced_.empty() || HoldBackupTime(files_, self_)) return;
+        for (const auto i : notReplaced_)
+            if (!files_.RemoveFile(savedNow_[i])) --result_.saved;
+        RestoreBackupTime(files_, self_);
+    }
+
+    /// Known folders that hold nothing, children first, whoever left them empty.
+    void RemoveEmptyGameFolders() {
+        for (const auto& made : gameFolders_.Made() | std::views::reverse)
+            Ignore(files_.RemoveEmptyFolder(made));
+        std::unordered_set<std::string> removed;
+        for (std::size_t i = kKnownFolderCount; i-- > 0;) {
+            for (const auto& folder : plan_.gameFolders[i]) {
+                const bool isEmpty =
+                    !filled_[i] && std::ranges::all_of(folder.entries, [&](const DirEntry& entry) {
+                        return IsLeftover(entry.name) || removed.contains(Join(folder.path, entry.name));
+                    });
+                if (isEmpty && !files_.RemoveEmptyFolder(folder.path)) removed.insert(folder.path);
+            }
+        }
+    }
+
+    FileSystem& files_;
+    const InstallPlan& plan_;
+    const ProgressSink& progress_;
+    InstalledMod self_;
+    FolderMaker gameFolders_;
+    std::error_code leftoverStays_;
+    std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
+    std::vector<bool> notSaved_;        ///< by item: could not be saved, so it stays as it is
+    std::vector<std::size_t> notReplaced_;
+    std::array<bool, kGameFolderCount> filled_{};
+    std::optional<std::vector<KnownFolders>> otherFiles_;
+    std::vector<EntryIndex> otherIndexes_;
+    InstallResult result_;
+};
+
+} // namespace
+
+InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
+    InstallPlan plan;
+    plan.job = job;
+    const auto modFolder = job.ModFolder();
+    const auto modFolders = ListKnownFolders(files, modFolder, Detail::Full);
+    const auto& root = modFolders.back();
+    if (root.empty()) {
+        plan.error = std::make_error_code(std::errc::no_such_file_or_directory);
+        return plan;
+    }
+    for (const auto& entry : root.front().entries)
+        if (entry.name == kTempBackup) plan.leftoverFolder = Join(modFolder, kTempBackup);
+
+    for (auto& mod : ListInstalledMods(files, job.modsFolder)) {
+        if (mod.path == job.mod)
+            plan.installedBefore = std::move(mod);
+        else
+            plan.otherMods.push_back(std::move(mod));
+    }
+    plan.gameFolders = ListKnownFolders(files, job.gameDirectory, Detail::Names);
+    if (plan.installedBefore)
+        plan.backupFolders = ListKnownFolders(files, plan.installedBefore->backup, Detail::Names);
+    for (const KnownFolders* folders :
+         {&modFolders, &std::as_const(plan.gameFolders), &std::as_const(plan.backupFolders)})
+        std::ranges::move(FindLeftovers(*folders), std::back_inserter(plan.leftovers));
+
+    EntryIndex game(plan.gameFolders);
+    EntryIndex saved(plan.backupFolders);
+    for (auto& file : CollectModFiles(modFolders)) {
+        InstallItem item;
+        item.file = std::move(file);
+        item.name = item.file.name;
+        item.isSaved = saved.Find(item.file.position, item.name) != nullptr;
+        if (const auto* target = game.Find(item.file.position, item.name)) {
+            item.name = target->name;
+            item.target = IsReplaceable(*target) ? InstallTarget::File : InstallTarget::Blocked;
+            item.targetPath = game.PathOf(item.file.position, *target);
+            item.targetIsLink = target->isLink;
+        }
+        plan.items.push_back(std::move(item));
+    }
+    return plan;
+}
+
+InstallResult RunInstall(FileSystem& files, const InstallPlan& plan, const ProgressSink& progress) {
+    return InstallRun(files, plan, progress).Run();
+}
+
+} // namespace quillbay

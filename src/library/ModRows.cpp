@@ -1,0 +1,110 @@
+#include "library/ModRows.h"
+
+#include "common/PathText.h"
+#include "library/FindEntry.h"
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kModsName = "mods";
+constexpr std::string_view kAddonName = "Addon";
+/// Names that this program gives to what it is working on begin with this.
+constexpr std::string_view kLeftoverPrefix = "~quillbay.";
+
+/// The path of a mod row; empty for a text that stands for no mod.
+ModPath PathOfModRow(std::string_view row) {
+    return row == kNoModsRow ? ModPath{} : ModPath{std::string(row)};
+}
+
+ModPath PathOfAddonRow(const ModPath& mod, std::string_view row) {
+    const std::string_view addon = DisplayName(row);
+    // Without a name of its own the path would mean all addons of the mod.
+    if (mod.Empty() || addon.empty()) return {};
+    return {Join(Join(mod.text, kAddonName), addon)};
+}
+
+std::vector<std::string> FolderNames(const std::vector<DirEntry>& entries) {
+    std::vector<std::string> names;
+    for (const DirEntry& entry : entries) {
+        if (entry.kind == EntryKind::Folder && !entry.name.starts_with(kLeftoverPrefix))
+            names.push_back(entry.name);
+    }
+    return names;
+}
+
+/// The names of a mod's addons in the order of their folder.
+std::vector<std::string> AddonNames(const FileSystem& files, const std::string& modFolder) {
+    const auto entries = files.List(modFolder, Detail::Names);
+    const DirEntry* addonFolder = entries ? FindEntry(*entries, kAddonName, EntryKind::Folder) : nullptr;
+    if (!addonFolder) return {};
+    const auto addons = files.List(Join(modFolder, addonFolder->name), Detail::Names);
+    return addons ? FolderNames(*addons) : std::vector<std::string>{};
+}
+
+} // namespace
+
+bool IsAddonRow(std::string_view row) { return row.starts_with(kAddonIndent); }
+
+std::string_view DisplayName(std::string_view row) {
+    return IsAddonRow(row) ? row.substr(kAddonIndent.size()) : row;
+}
+
+ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, std::size_t index) {
+    const std::string row = rowText(index);
+    if (!IsAddonRow(row)) return PathOfModRow(row);
+    while (index-- > 0) {
+        const std::string above = rowText(index);
+        if (!IsAddonRow(above)) return PathOfAddonRow(PathOfModRow(above), row);
+    }
+    return {};
+}
+
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder) {
+    const auto entries = files.List(modsFolder, Detail::Names);
+    if (!entries) return {};
+    std::vector<std::string> mods = FolderNames(*entries);
+    std::sort(mods.begin(), mods.end(), LessFolded);
+
+    std::vector<ModRow> rows;
+    ModPath mod;
+    for (std::string& name : mods) {
+        // A mod named like an addon row stands for whatever a reader of the rows takes it for. Its addons
+        // would be taken for those of the mod above, so they are not listed.
+        if (IsAddonRow(name)) {
+            ModPath path = PathOfAddonRow(mod, name);
+            rows.push_back({std::move(name), std::move(path)});
+            continue;
+        }
+        std::vector<std::string> addons = AddonNames(files, Join(modsFolder, name));
+        mod = PathOfModRow(name);
+        rows.push_back({std::move(name), mod});
+        for (auto addon = addons.rbegin(); addon != addons.rend(); ++addon) {
+            std::string text = std::string(kAddonIndent) + *addon;
+            ModPath path = PathOfAddonRow(mod, text);
+            rows.push_back({std::move(text), std::move(path)});
+        }
+    }
+    return rows;
+}
+
+bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory) {
+    const std::string folder = ModsFolder(programDirectory);
+    const auto found = files.Stat(folder);
+    if (!found) {
+        return found.Error() == std::errc::no_such_file_or_directory && !files.MakeFolder(folder);
+    }
+    if (found->kind == EntryKind::Folder && found->name != kModsName) {
+        // A refused renaming leaves the folder usable under its old name.
+        Ignore(files.Rename(Join(programDirectory, found->name), folder));
+    }
+    return false;
+}
+
+std::string ModsFolder(std::string_view programDirectory) { return Join(programDirectory, kModsName); }
+
+} // namespace quillbay

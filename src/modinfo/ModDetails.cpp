@@ -1,0 +1,71 @@
+#include "modinfo/ModDetails.h"
+
+#include "common/PathText.h"
+#include "common/modMisc.h"
+#include "library/FindEntry.h"
+#include "library/KnownFolders.h"
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kBitmapName = "ModPic.bmp";
+constexpr std::string_view kJpegName = "ModPic.jpg";
+constexpr std::string_view kPicturePrefix = "ModPic.";
+constexpr std::string_view kReadmePart = "readme";
+
+bool IsPictureName(std::string_view name) {
+    return name.size() >= kPicturePrefix.size() &&
+           EqualFolded(name.substr(0, kPicturePrefix.size()), kPicturePrefix);
+}
+
+void AddPictures(ModDetails& details, const std::string& folder, const std::vector<DirEntry>& plainFiles) {
+    const auto isNamed = [](std::string_view name) {
+        return [name](const DirEntry& entry) { return entry.name == name; };
+    };
+    const bool hasBitmap = std::any_of(plainFiles.begin(), plainFiles.end(), isNamed(kBitmapName));
+    details.hasPicture = hasBitmap || std::any_of(plainFiles.begin(), plainFiles.end(), isNamed(kJpegName));
+    if (hasBitmap) details.pictures.push_back(Join(folder, kBitmapName));
+    const auto first = std::find_if(plainFiles.begin(), plainFiles.end(),
+                                    [](const DirEntry& entry) { return IsPictureName(entry.name); });
+    if (first != plainFiles.end() && first->name == kJpegName) {
+        details.pictures.push_back(Join(folder, kJpegName));
+    }
+}
+
+/// A file that is there but cannot be read counts as one without fields.
+std::optional<ModInfoValues> ReadPresentModInfo(const FileSystem& files, const std::string& folder,
+                                                const std::vector<DirEntry>& plainFiles) {
+    const DirEntry* file = FindEntry(plainFiles, kModInfoName, EntryKind::File);
+    if (!file) return std::nullopt;
+    return ReadModInfo(files, Join(folder, file->name)).value_or(ModInfoValues{});
+}
+
+} // namespace
+
+ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder) {
+    ModDetails details;
+    std::vector<DirEntry> plainFiles;
+    std::size_t fileCount = 0;
+    KnownFolders known = ListKnownFolders(files, modFolder, Detail::Names);
+    for (const auto& folders : known)
+        fileCount += CountPlainFiles(folders);
+
+    if (auto& root = known[kKnownFolderCount]; !root.empty()) {
+        details.fileCount = fileCount;
+        plainFiles = std::move(root.front().entries);
+        std::erase_if(plainFiles, [](const DirEntry& entry) { return !entry.IsPlainFile(); });
+        if (const auto size = files.TreeSize(modFolder)) details.size = *size;
+    }
+    details.hasReadme = std::any_of(plainFiles.begin(), plainFiles.end(), [](const DirEntry& entry) {
+        return ContainsText(entry.name, kReadmePart);
+    });
+    AddPictures(details, std::string(modFolder), plainFiles);
+    details.captions = MakeModInfoCaptions(ReadPresentModInfo(files, std::string(modFolder), plainFiles));
+    return details;
+}
+
+} // namespace quillbay
