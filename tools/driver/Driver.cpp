@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
@@ -106,7 +105,8 @@ void Driver::Step() {
         unread_.remove(0, end + 1);
         givenUpAt_ = std::chrono::steady_clock::now() + kPatience;
     }
-    const Try outcome = Carry(*command_);
+    // A box that was answered is there until its loop has ended; only then does the work begin.
+    const Try outcome = answered_ ? Try{} : Carry(*command_);
     if (!outcome) {
         if (std::chrono::steady_clock::now() > givenUpAt_) {
             Reply("failed: " + *command_);
@@ -184,6 +184,7 @@ Driver::Try Driver::Answer(const QStringList& arguments) {
     }
     for (QAbstractButton* button : box->buttons()) {
         if (button->text().remove('&') == arguments[1]) {
+            answered_ = box;
             return Outcome{box->text().replace('\n', ' '),
                            [button] { PressAt(button, button->rect().center()); }};
         }

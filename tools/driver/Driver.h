@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QHash>
+#include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QSocketNotifier>
 #include <QStringList>
@@ -68,6 +70,7 @@ private:
     bool ended_ = false;
     std::optional<QString> command_;
     std::chrono::steady_clock::time_point givenUpAt_;
+    QPointer<QMessageBox> answered_; ///< until what it asked for has been done
     QSet<const QObject*> painted_;
     QHash<QString, qint64> titledAt_;
 };
