@@ -30,7 +30,8 @@ std::string_view Parent(std::string_view path) {
 }
 
 std::string_view WithoutFinalSeparators(std::string_view path) {
-    while (path.size() > 1 && IsSeparator(path.back())) path.remove_suffix(1);
+    while (path.size() > 1 && IsSeparator(path.back()))
+        path.remove_suffix(1);
     return path;
 }
 

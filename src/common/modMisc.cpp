@@ -1,6 +1,7 @@
 #include "common/modMisc.h"
 
 #include "platform/CaseFold.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -55,15 +56,6 @@ long long Magnitude(std::string_view whole, std::string_view fraction, std::stri
     return magnitude - 1 - static_cast<long long>(std::min(fraction.find_first_not_of('0'), fraction.size()));
 }
 
-std::size_t Utf8Length(char lead) {
-    const auto byte = static_cast<unsigned char>(lead);
-    if (byte >= 0xF0) return 4;
-    if (byte >= 0xE0) return 3;
-    return byte >= 0xC0 ? 2 : 1;
-}
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
-
 } // namespace
 
 bool ContainsText(std::string_view text, std::string_view part) {
@@ -105,10 +97,7 @@ double ParseLeadingNumber(std::string_view text) {
 std::string_view CutText(std::string_view text, std::size_t maxCharacters) {
     std::size_t at = 0;
     for (std::size_t count = 0; count < maxCharacters && at < text.size(); ++count) {
-        const std::size_t end = at + Utf8Length(text[at]);
-        ++at;
-        while (at < end && at < text.size() && IsContinuation(text[at]))
-            ++at;
+        at += ReadUtf8(text, at).length;
     }
     return text.substr(0, at);
 }

@@ -18,7 +18,7 @@ class InstallRun {
 public:
     InstallRun(FileSystem& files, const InstallPlan& plan, const ProgressSink& progress)
         : files_(files), plan_(plan), progress_(progress),
-          self_(plan.installedBefore.value_or(InstalledMod{plan.job.mod, plan.job.ModFolder(), {}, {}})),
+          self_(plan.installedBefore.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, {}})),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
           notSaved_(plan.items.size()) {}
 
@@ -245,15 +245,17 @@ private:
 InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
     InstallPlan plan;
     plan.job = job;
-    const auto modFolder = job.ModFolder();
-    const auto modFolders = ListKnownFolders(files, modFolder, Detail::Full);
+    // In stored spelling, so that no path below needs a look-up of its own.
+    plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
+    plan.modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
+    const auto modFolders = ListKnownFolders(files, plan.modFolder, Detail::Full);
     const auto& root = modFolders.back();
     if (root.empty()) {
         plan.error = std::make_error_code(std::errc::no_such_file_or_directory);
         return plan;
     }
     for (const auto& entry : root.front().entries)
-        if (entry.name == kTempBackup) plan.leftoverFolder = Join(modFolder, kTempBackup);
+        if (entry.name == kTempBackup) plan.leftoverFolder = Join(plan.modFolder, kTempBackup);
 
     for (auto& mod : ListInstalledMods(files, job.modsFolder)) {
         if (mod.path == job.mod)
@@ -261,7 +263,7 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
         else
             plan.otherMods.push_back(std::move(mod));
     }
-    plan.gameFolders = ListKnownFolders(files, job.gameDirectory, Detail::Names);
+    plan.gameFolders = ListKnownFolders(files, plan.job.gameDirectory, Detail::Names);
     if (plan.installedBefore)
         plan.backupFolders = ListKnownFolders(files, plan.installedBefore->backup, Detail::Names);
     for (const KnownFolders* folders :

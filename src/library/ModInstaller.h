@@ -32,6 +32,7 @@ struct InstallItem {
 /// What an installation would do. Each folder has been listed once; nothing has been changed.
 struct InstallPlan {
     ModJob job;
+    std::string modFolder;
     std::error_code error; ///< set when the mod's folder cannot be listed: there is nothing to run
     std::optional<InstalledMod> installedBefore; ///< this mod, when it has a `Backup` already
     std::vector<InstalledMod> otherMods;         ///< installed ones

@@ -229,7 +229,9 @@ std::vector<std::string> FindStrangers(const KnownFolders& backup,
 UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     UninstallPlan plan;
     plan.job = job;
-    const auto modFolder = job.ModFolder();
+    // In stored spelling, so that no path below needs a look-up of its own.
+    plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
+    const auto modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
     const auto modFolders = ListKnownFolders(files, modFolder, Detail::Names);
     if (modFolders.back().empty()) {
         plan.error = std::make_error_code(std::errc::no_such_file_or_directory);
@@ -244,7 +246,7 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
         else
             plan.otherMods.push_back(std::move(mod));
     }
-    plan.gameFolders = ListKnownFolders(files, job.gameDirectory, Detail::Names);
+    plan.gameFolders = ListKnownFolders(files, plan.job.gameDirectory, Detail::Names);
     if (plan.installed) {
         plan.backupFolders = ListKnownFolders(files, plan.installed->backup, Detail::Names);
         for (const auto& mod : plan.otherMods)

@@ -1,0 +1,172 @@
+#include "platform/SystemReg.h"
+
+#include "platform/CaseFold.h"
+#include "platform/Utf8.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kHeader = "WINE REGISTRY Version 2";
+constexpr std::string_view kSoftware = "Software\\";
+constexpr std::string_view kView32 = "Wow6432Node\\";
+/// A longer line (there are such among binary values) holds no path.
+constexpr std::size_t kLongestLine = 64 * 1024;
+
+constexpr std::pair<char, char16_t> kEscapes[] = {
+    {'a', u'\a'}, {'b', u'\b'}, {'e', u'\x1b'}, {'f', u'\f'},
+    {'n', u'\n'}, {'r', u'\r'}, {'t', u'\t'},   {'v', u'\v'},
+};
+
+int DigitOf(char c, int base) {
+    int digit = base;
+    if (c >= '0' && c <= '9') digit = c - '0';
+    if (c >= 'a' && c <= 'f') digit = c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') digit = c - 'A' + 10;
+    return digit < base ? digit : -1;
+}
+
+/// Reads up to `maxDigits` digits; `at` goes behind them. None when there is no digit.
+std::optional<char16_t> ReadNumber(std::string_view text, std::size_t& at, int base, std::size_t maxDigits) {
+    const std::size_t start = at;
+    int number = 0;
+    while (at < text.size() && at - start < maxDigits && DigitOf(text[at], base) >= 0) {
+        number = number * base + DigitOf(text[at++], base);
+    }
+    if (at == start) return std::nullopt;
+    return static_cast<char16_t>(number);
+}
+
+/// One escaped character; `at` stands behind its backslash.
+char16_t ReadEscape(std::string_view text, std::size_t& at) {
+    if (const auto octal = ReadNumber(text, at, 8, 3)) return *octal;
+    const char c = text[at++];
+    if (c == 'x') return ReadNumber(text, at, 16, 4).value_or(u'x');
+    const auto* escape = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                      [c](const auto& known) { return known.first == c; });
+    if (escape != std::end(kEscapes)) return escape->second;
+    return static_cast<unsigned char>(c);
+}
+
+void AppendUtf16(std::u16string& text, char32_t codePoint) {
+    if (codePoint < 0x10000) {
+        text.push_back(static_cast<char16_t>(codePoint));
+        return;
+    }
+    text.push_back(static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10)));
+    text.push_back(static_cast<char16_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF)));
+}
+
+std::string ToUtf8(std::u16string_view text) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    std::string utf8;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char32_t unit = text[i];
+        if (unit >= 0xD800 && unit < 0xE000) {
+            const char32_t next = i + 1 < text.size() ? text[i + 1] : char16_t{0};
+            const bool pair = unit < 0xDC00 && next >= 0xDC00 && next < 0xE000;
+            unit = pair ? 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00) : kReplacement;
+            if (pair) ++i;
+        }
+        AppendUtf8(utf8, unit);
+    }
+    return utf8;
+}
+
+/// The text up to `end`, which `at` goes behind; none when the line ends before.
+std::optional<std::string> ReadText(std::string_view line, std::size_t& at, char end) {
+    std::u16string text;
+    while (at < line.size()) {
+        if (line[at] == end) {
+            ++at;
+            return ToUtf8(text);
+        }
+        if (line[at] == '\\') {
+            if (++at == line.size()) return std::nullopt;
+            text.push_back(ReadEscape(line, at));
+        } else {
+            const auto character = ReadUtf8(line, at);
+            AppendUtf16(text, character.codePoint);
+            at += character.length;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+SystemRegSearch::SystemRegSearch(std::string_view key, std::string_view valueName) : valueName_(valueName) {
+    keys_[0] = key;
+    if (key.size() > kSoftware.size() && EqualFolded(key.substr(0, kSoftware.size()), kSoftware)) {
+        keys_[1] = std::string(kSoftware).append(kView32).append(key.substr(kSoftware.size()));
+    }
+}
+
+bool SystemRegSearch::Feed(std::string_view bytes) {
+    while (!bytes.empty() && state_ != State::Over) {
+        const auto end = bytes.find('\n');
+        const auto part = bytes.substr(0, end);
+        lineTooLong_ = lineTooLong_ || partialLine_.size() + part.size() > kLongestLine;
+        if (end == std::string_view::npos) {
+            if (!lineTooLong_) partialLine_.append(part);
+            break;
+        }
+        if (lineTooLong_) {
+            TakeLine({});
+        } else if (partialLine_.empty()) {
+            TakeLine(part);
+        } else {
+            TakeLine(partialLine_.append(part));
+        }
+        partialLine_.clear();
+        lineTooLong_ = false;
+        bytes.remove_prefix(end + 1);
+    }
+    return state_ != State::Over;
+}
+
+std::optional<std::string> SystemRegSearch::Finish() {
+    if (state_ != State::Over && !lineTooLong_) TakeLine(partialLine_);
+    for (auto& value : found_) {
+        if (value) return value->substr(0, value->find('\0'));
+    }
+    return std::nullopt;
+}
+
+void SystemRegSearch::TakeLine(std::string_view line) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (state_ == State::Header) {
+        state_ = line == kHeader ? State::Body : State::Over;
+    } else if (line.starts_with('[')) {
+        TakeSection(line);
+    } else if (section_ && (line.starts_with('"') || line.starts_with('@'))) {
+        TakeValue(line);
+    }
+}
+
+void SystemRegSearch::TakeSection(std::string_view line) {
+    section_.reset();
+    std::size_t at = 1;
+    const auto key = ReadText(line, at, ']');
+    if (!key || key->empty()) return;
+    for (std::size_t i = 0; i < keys_.size(); ++i) {
+        if (EqualFolded(*key, keys_[i])) section_ = i;
+    }
+}
+
+void SystemRegSearch::TakeValue(std::string_view line) {
+    std::size_t at = 1;
+    const auto name = line.front() == '"' ? ReadText(line, at, '"') : std::string();
+    if (!name || !EqualFolded(*name, valueName_)) return;
+    if (line.substr(at, 2) != "=\"") return;
+    at += 2;
+    auto value = ReadText(line, at, '"');
+    if (!value || at != line.size()) return;
+    found_[*section_] = std::move(value);
+    if (*section_ == 0) state_ = State::Over;
+}
+
+} // namespace quillbay

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillbay {
+
+/// Looks for one string value in the text of a Wine registry file (`system.reg`), which is handed in piece by
+/// piece. The plain key goes before its twin in the 32-bit view (`Software\Wow6432Node\...`). Letter case of
+/// key and value name is ignored. A text of another format holds no value; a damaged line is passed over.
+///
+/// The format ("WINE REGISTRY Version 2"): a line `[Software\\Some key] 1234` begins a key, `"Name"="text"`
+/// is a string value, `@="text"` the nameless one, `"Name"=dword:...` and the like are other types. `\\`,
+/// `\"`,
+/// `\n`, octal `\0` and UTF-16 `\x20ac` stand for one character each.
+class SystemRegSearch {
+public:
+    SystemRegSearch(std::string_view key, std::string_view valueName);
+
+    /// False when what follows cannot change the outcome.
+    bool Feed(std::string_view bytes);
+
+    /// The value as UTF-8, cut at its first NUL; to be asked once, after the last piece.
+    std::optional<std::string> Finish();
+
+private:
+    enum class State { Header, Body, Over };
+
+    void TakeLine(std::string_view line);
+    void TakeSection(std::string_view line);
+    void TakeValue(std::string_view line);
+
+    std::array<std::string, 2> keys_; ///< the plain one, and that of the 32-bit view (empty for none)
+    std::array<std::optional<std::string>, 2> found_;
+    std::string valueName_;
+    std::string partialLine_;
+    bool lineTooLong_ = false;
+    std::optional<std::size_t> section_; ///< which of `keys_` the lines belong to
+    State state_ = State::Header;
+};
+
+} // namespace quillbay

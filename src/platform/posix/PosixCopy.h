@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <cstdint>
+#include <string>
+#include <system_error>
+
+namespace quillbay {
+
+/// FileSystem::Copy on native paths.
+std::error_code CopyEntry(std::string from, std::string to, const CopyOptions& options);
+
+/// Copies what follows the position of the open file `from`, which should be `size` bytes, to that of `to`;
+/// inside the kernel where the two file systems can.
+std::error_code CopyBytes(int from, int to, std::uint64_t size);
+
+/// The same with a buffer, up to the end of `from`.
+std::error_code CopyByReading(int from, int to);
+
+/// Writes all of `size` bytes.
+std::error_code WriteAll(int fd, const char* bytes, std::size_t size);
+
+} // namespace quillbay

@@ -1,0 +1,73 @@
+#include "platform/ShellOpener.h"
+
+#include "platform/CaseFold.h"
+#include "platform/posix/PosixPath.h"
+#include "platform/posix/Process.h"
+#include "platform/posix/WinePrefix.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace quillbay {
+
+namespace {
+
+/// "https:", "mailto:" and the like: at least two letters, so that no drive is one.
+bool IsWebAddress(std::string_view target) {
+    const auto colon = target.find(':');
+    return colon != std::string_view::npos && colon >= 2 &&
+           std::all_of(target.begin(), target.begin() + static_cast<std::ptrdiff_t>(colon),
+                       [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
+}
+
+bool IsBatchFile(const std::string& path) {
+    constexpr std::string_view kExtension = ".bat";
+    return path.size() > kExtension.size() &&
+           EqualFolded(std::string_view(path).substr(path.size() - kExtension.size()), kExtension);
+}
+
+Result<Command> BatchCommand(const std::string& file) {
+    Command command;
+    const auto wine = FindProgram("wine");
+    if (wine.empty()) return std::errc::no_such_file_or_directory;
+    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(file.c_str(), nullptr), &std::free);
+    if (!real) return LastError();
+    command.arguments = {wine, "start", "/unix", real.get()};
+    const auto prefix = PrefixHolding(real.get());
+    if (!prefix.empty()) command.environment = {{"WINEPREFIX", prefix}};
+    return command;
+}
+
+Result<Command> DesktopCommand(std::string target) {
+    const auto opener = FindProgram("xdg-open");
+    if (opener.empty()) return std::errc::no_such_file_or_directory;
+    return Command{{opener, std::move(target)}, {}, {}};
+}
+
+Result<Command> MakeCommand(std::string_view target) {
+    if (IsWebAddress(target)) return DesktopCommand(std::string(target));
+    auto path = FindArgumentPath(target);
+    if (!path) return path.Error();
+    return IsBatchFile(*path) ? BatchCommand(*path) : DesktopCommand(std::move(*path));
+}
+
+class DesktopShellOpener : public ShellOpener {
+public:
+    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
+        auto command = MakeCommand(target);
+        if (!command) return command.Error();
+        if (!workingFolder.empty()) {
+            auto folder = FindArgumentPath(workingFolder);
+            if (!folder) return folder.Error();
+            command->workingFolder = std::move(*folder);
+        }
+        return StartDetached(*command);
+    }
+};
+
+} // namespace
+
+std::unique_ptr<ShellOpener> MakeShellOpener() { return std::make_unique<DesktopShellOpener>(); }
+
+} // namespace quillbay

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "platform/posix/PosixPath.h"
+#include "platform/posix/PosixRename.h"
+
+#include <string>
+#include <unistd.h>
+
+namespace quillbay {
+
+/// The entry kTempNew beside a destination; removed again unless it gets its final name.
+class TempEntry {
+public:
+    explicit TempEntry(std::string destination) : destination_(std::move(destination)) {}
+    TempEntry(const TempEntry&) = delete;
+    TempEntry& operator=(const TempEntry&) = delete;
+    ~TempEntry() {
+        if (made_) ::unlink(path_.c_str());
+    }
+
+    /// Makes the entry by `create(path)`, which returns -1 and sets errno on failure (EEXIST when the name is
+    /// taken). Removes a leftover of that name and finds the folder in another spelling.
+    template <typename Create>
+    std::error_code Make(Create create) {
+        if (IsOwnName()) return std::make_error_code(std::errc::invalid_argument);
+        path_ = Beside(destination_, kTempNew);
+        if (!TryMake(create) && errno == ENOENT) {
+            auto found = FindParentSpelling(destination_);
+            if (!found) return SystemError(ENOENT);
+            destination_ = std::move(*found);
+            path_ = Beside(destination_, kTempNew);
+            TryMake(create);
+        }
+        if (!made_ && errno == EEXIST) {
+            if (const auto error = RemoveLeftover(path_)) return error;
+            TryMake(create);
+        }
+        return made_ ? std::error_code{} : LastError();
+    }
+
+    const std::string& Path() const { return path_; }
+    const std::string& Destination() const { return destination_; }
+
+    /// Gives the entry its final name; see MoveIntoPlace.
+    std::error_code MoveToDestination(bool replace) {
+        const auto error = MoveIntoPlace(path_, destination_, replace);
+        if (!error) made_ = false;
+        return error;
+    }
+    /// The same by one rename over what is there, whose place is never empty.
+    std::error_code RenameOverDestination() {
+        const auto error = RenameOver(path_, destination_);
+        if (!error) made_ = false;
+        return error;
+    }
+
+private:
+    template <typename Create>
+    bool TryMake(Create create) {
+        made_ = create(path_.c_str()) != -1;
+        return made_;
+    }
+    bool IsOwnName() const {
+        const std::string_view destination = destination_;
+        return destination.substr(destination.rfind('/') + 1) == kTempNew;
+    }
+
+    std::string destination_;
+    std::string path_;
+    bool made_ = false;
+};
+
+} // namespace quillbay

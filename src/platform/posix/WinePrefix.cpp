@@ -1,0 +1,86 @@
+#include "platform/posix/WinePrefix.h"
+
+#include "platform/posix/PosixListing.h"
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillbay {
+
+namespace {
+
+std::string HomeFolder() {
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && *home != '\0') return home;
+    passwd entry{};
+    passwd* found = nullptr;
+    std::array<char, 16 * 1024> texts{};
+    const int failed = ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
+    return failed == 0 && found != nullptr ? found->pw_dir : "";
+}
+
+bool IsFolder(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool Holds(const std::string& root, std::string_view path) {
+    if (root == "/") return true;
+    return path.starts_with(root) && (path.size() == root.size() || path[root.size()] == '/');
+}
+
+/// The letter of a drive's link, such as `c:`; 0 for other entries.
+char DriveLetter(const std::string& name) {
+    if (name.size() != 2 || name[1] != ':') return 0;
+    const char letter = name[0];
+    if (letter >= 'a' && letter <= 'z') return static_cast<char>(letter - 'a' + 'A');
+    return letter >= 'A' && letter <= 'Z' ? letter : '\0';
+}
+
+} // namespace
+
+std::string EnvironmentPrefix() {
+    const char* prefix = std::getenv("WINEPREFIX");
+    return prefix != nullptr && *prefix != '\0' ? prefix : HomeFolder() + "/.wine";
+}
+
+std::string PrefixHolding(std::string_view realPath) {
+    while (!realPath.empty()) {
+        std::string folder(realPath);
+        if (IsFolder(folder + "/dosdevices")) return folder;
+        realPath = realPath.substr(0, realPath.find_last_of('/') + 1);
+        if (!realPath.empty()) realPath.remove_suffix(1);
+    }
+    return {};
+}
+
+std::vector<DosDrive> DrivesOf(const std::string& prefix) {
+    std::vector<DosDrive> drives;
+    const std::string links = prefix + "/dosdevices";
+    for (const auto& entry : ListFolder(links, Detail::Names).ValueOr({})) {
+        const char letter = DriveLetter(entry.name);
+        if (letter == 0 || entry.kind != EntryKind::Folder) continue;
+        const std::unique_ptr<char, decltype(&std::free)> root(
+            ::realpath((links + '/' + entry.name).c_str(), nullptr), &std::free);
+        if (root) drives.push_back({letter, root.get()});
+    }
+    return drives;
+}
+
+const DosDrive* DriveHolding(const std::vector<DosDrive>& drives, std::string_view realPath) {
+    const DosDrive* best = nullptr;
+    for (const auto& drive : drives) {
+        if (!Holds(drive.root, realPath)) continue;
+        const bool nearer = best == nullptr || drive.root.size() > best->root.size();
+        // Of several letters for one folder the first, which leaves Z: for last.
+        const bool earlier = best != nullptr && drive.root == best->root && drive.letter < best->letter;
+        if (nearer || earlier) best = &drive;
+    }
+    return best;
+}
+
+} // namespace quillbay

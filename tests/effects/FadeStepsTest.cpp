@@ -1,0 +1,58 @@
+#include "effects/FadeSteps.h"
+
+#include <climits>
+#include <gtest/gtest.h>
+
+namespace quillbay {
+namespace {
+
+using Steps = std::vector<int>;
+constexpr EffectSize kMain{6855, 6150};
+constexpr EffectSize kQuarter{6855, 1537};
+
+TEST(FadeSteps, FadeInStopsAtTheLastStepNotAboveTheTarget) {
+    EXPECT_EQ(FadeInSteps(237, 30, kMain, kMain), (Steps{1, 31, 61, 91, 121, 151, 181, 211}));
+    EXPECT_EQ(FadeInSteps(0, 127, kMain, kMain), (Steps{1, 128, 255}));
+    EXPECT_EQ(FadeInSteps(3, 0, kMain, kMain), (Steps{1, 2, 3}));
+}
+
+TEST(FadeSteps, FadeOutRoundsItsStepUp) {
+    EXPECT_EQ(FadeOutSteps(237, 30, kMain, kMain), (Steps{237, 207, 177, 147, 117, 87, 57, 27}));
+    EXPECT_EQ(FadeOutSteps(3, 5, kQuarter, kMain), (Steps{3, 1}));
+    EXPECT_EQ(FadeInSteps(3, 5, kQuarter, kMain), (Steps{1, 2, 3}));
+    EXPECT_TRUE(FadeOutSteps(0, 30, kMain, kMain).empty());
+}
+
+TEST(FadeSteps, AreasOfAnySizeGiveStepsWithoutOverflow) {
+    const EffectSize huge{INT_MAX, INT_MAX};
+    EXPECT_EQ(FadeInSteps(255, 255, huge, {1, 1}), Steps{1});
+    EXPECT_EQ(FadeOutSteps(255, 255, huge, {1, 1}), Steps{255});
+    EXPECT_EQ(FadeInSteps(255, 1, {0, 0}, kMain).size(), 255U);
+    EXPECT_EQ(FadeOutSteps(255, 100, kMain, {0, 0}), (Steps{255, 155, 55}));
+    EXPECT_EQ(FadeOutSteps(2, 0, {0, 0}, {0, 0}), (Steps{2, 1}));
+}
+
+TEST(FadeSteps, FadeBetweenGoesBothWays) {
+    const Steps down = FadeBetweenSteps(237, 100, 7);
+    EXPECT_EQ(down.front(), 237);
+    EXPECT_EQ(down[1], 230);
+    EXPECT_EQ(down.back(), 104);
+    EXPECT_EQ(FadeBetweenSteps(5, 30, 0), (Steps{5, 15, 25}));
+    EXPECT_EQ(FadeBetweenSteps(250, 255, 250), Steps{250});
+    EXPECT_EQ(FadeBetweenSteps(3, 0, 2), (Steps{3, 1}));
+    EXPECT_EQ(FadeBetweenSteps(7, 7, INT_MAX), Steps{7});
+}
+
+TEST(SmoothCloseSizes, HeightShrinksBeforeWidth) {
+    using Sizes = std::vector<PixelSize>;
+    EXPECT_EQ(SmoothCloseSizes({4, 3}, {2, 1}, {}), (Sizes{{4, 2}, {4, 1}, {3, 1}, {2, 1}}));
+    EXPECT_EQ(SmoothCloseSizes({4, 3}, {0, 2}, {false, true, false}), (Sizes{{4, 2}}));
+    EXPECT_EQ(SmoothCloseSizes({2, 9}, {0, 0}, {true, false, false}), (Sizes{{1, 9}, {0, 9}}));
+    EXPECT_EQ(SmoothCloseSizes({4, 2}, {1, 1}, {true, true, true}), (Sizes{{3, 1}, {2, 1}, {1, 1}}));
+    EXPECT_EQ(SmoothCloseSizes({3, 4}, {1, 9}, {true, true, true}), (Sizes{{2, 4}, {1, 4}}));
+    EXPECT_TRUE(SmoothCloseSizes({4, 3}, {0, 0}, {false, false, true}).empty());
+    EXPECT_TRUE(SmoothCloseSizes({4, 3}, {9, 9}, {}).empty());
+}
+
+} // namespace
+} // namespace quillbay

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/FileSystemWrapper.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace quillbay::test {
+
+/// Lists every folder in the same order on every system, sorted by name with `first` before all others, and
+/// counts how often each folder was listed.
+class ListingFileSystem : public FileSystemWrapper {
+public:
+    explicit ListingFileSystem(FileSystem& base, std::string first = {})
+        : FileSystemWrapper(base), first_(std::move(first)) {}
+
+    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
+        ++listed[std::string(folder)];
+        auto entries = Base().List(folder, detail);
+        if (entries) std::ranges::sort(*entries, {}, [this](const DirEntry& e) { return Key(e.name); });
+        return entries;
+    }
+
+    mutable std::map<std::string, int> listed;
+
+private:
+    std::pair<bool, std::string> Key(const std::string& name) const { return {name != first_, name}; }
+
+    std::string first_;
+};
+
+} // namespace quillbay::test

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace quillbay::test {
+
+/// A new folder in the system's temporary folder, removed with everything in it at the end.
+class TempFolder {
+public:
+    TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder();
+
+    /// UTF-8, without a final separator.
+    const std::string& Path() const { return path_; }
+    /// A path below it; `relative` as the program writes paths.
+    std::string operator/(std::string_view relative) const;
+
+private:
+    std::string path_;
+};
+
+/// UTF-8 (any bytes on POSIX) with either separator, as the standard library takes it.
+std::filesystem::path DiskPath(std::string_view path);
+
+/// Makes a file with its parents, past the code under test. Throws on failure.
+void PutFile(std::string_view path, std::string_view bytes);
+void PutFolder(std::string_view path);
+
+/// The bytes of a file, read past the code under test; throws when there is none.
+std::string FileBytes(std::string_view path);
+
+} // namespace quillbay::test
