@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+
+/// Games and libraries made up for trying the program out.
+namespace quillbay::sample {
+
+/// A game with about `files` files and `bytes` bytes in all known folders, as unevenly spread as a real
+/// one's.
+void MakeGame(const std::filesystem::path& game, std::size_t files, std::uint64_t bytes);
+
+/// A mod that replaces every file of the game by another of about the same size.
+void MakeReplacingMod(const std::filesystem::path& game, const std::filesystem::path& mod);
+
+/// A library of `mods` mods with a few files each, the first `addons` of them with an addon.
+void MakeLibrary(const std::filesystem::path& modsFolder, std::size_t mods, std::size_t addons);
+
+/// A Wine prefix with a drive C:, and the registry entry by which the game is found. Returns the game's
+/// folder in it, which is made.
+std::filesystem::path MakePrefix(const std::filesystem::path& prefix);
+
+/// `prefix` with a small game and `app/mods` with a library that shows what a mod can be.
+void MakeDemo(const std::filesystem::path& folder);
+
+} // namespace quillbay::sample
