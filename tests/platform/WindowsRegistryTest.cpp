@@ -61,6 +61,8 @@ TEST_F(WindowsRegistryTest, TakesOnlyPlainStringsUpToTheirFirstNul) {
     EXPECT_EQ(Read("Empty"), "");
     EXPECT_EQ(Read("Expand"), "none");
     EXPECT_EQ(Read("Number"), "none");
+    Put(KEY_WOW64_32KEY, L"Number", REG_SZ, L"text");
+    EXPECT_EQ(Read("Number"), "text");
     EXPECT_EQ(Read("Long"), std::string(5000, 'x'));
 }
 

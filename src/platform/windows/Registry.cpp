@@ -61,7 +61,7 @@ public:
         const std::wstring name = WidenText(valueName);
         for (const REGSAM view : {KEY_WOW64_64KEY, KEY_WOW64_32KEY}) {
             const auto value = OpenKey(keyName, view).Read(name);
-            if (value) return value->type == REG_SZ ? ToText(value->bytes) : std::string(fallback);
+            if (value && value->type == REG_SZ) return ToText(value->bytes);
         }
         return std::string(fallback);
     }
