@@ -10,6 +10,9 @@
 #include <QApplication>
 #include <QPointer>
 
+#include <utility>
+#include <vector>
+
 namespace quillbay {
 
 namespace {
@@ -93,41 +96,58 @@ bool HasGame(QWidget* window, GameDirectoryState state) {
 
 QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
 
+QString WithPath(const QString& sentence, const std::string& path, const std::error_code& error) {
+    return sentence + QStringLiteral("\n\n") + ToQString(path) + QStringLiteral("\n") + Reason(error);
+}
+
 void ReportInstall(QWidget* window, const InstallResult& result) {
-    const QString path = ToQString(result.concerned);
+    QString sentence;
     switch (result.outcome) {
     case InstallOutcome::Done:
         return;
-    case InstallOutcome::NoModFolder:
-        TellFolderGone(window);
-        return;
+    case InstallOutcome::Unreadable:
+        sentence = QStringLiteral("Nothing was installed, because this could not be read.");
+        break;
     case InstallOutcome::NoBackup:
-        ShowError(window, QStringLiteral("Nothing was installed, because the backup could not be made.\n\n") +
-                              path + QStringLiteral("\n") + Reason(result.error));
-        return;
+        sentence = QStringLiteral("Nothing was installed, because the backup could not be made.");
+        break;
     case InstallOutcome::UnsafeFile:
-        ShowError(window, QStringLiteral("Nothing was installed, because this file of the game could not be "
-                                         "saved.\n\n") +
-                              path + QStringLiteral("\n") + Reason(result.error));
-        return;
+        sentence = QStringLiteral("Nothing was installed, because this file of the game could not be saved.");
+        break;
     }
+    ShowError(window, WithPath(sentence, result.concerned, result.error));
+}
+
+/// The first of the reasons for which `Backup` is still there; empty when it is gone.
+QString WhyBackupStays(const UninstallResult& result) {
+    const std::pair<const std::vector<std::string>&, QString> reasons[] = {
+        {result.notRestored, QStringLiteral("%1 saved file(s) could not be put back into the game.")},
+        {result.notDeleted, QStringLiteral("%1 file(s) of the mod could not be removed from the game.")},
+        {result.notHandedOver,
+         QStringLiteral("%1 saved file(s) of mods that were installed later could not be corrected.")},
+        {result.strangers, QStringLiteral("%1 file(s) in it do not belong to the mod's present files.")},
+    };
+    for (const auto& [paths, text] : reasons)
+        if (!paths.empty()) return text.arg(paths.size()) + QStringLiteral("\n\n") + ToQString(paths.front());
+    return result.backupNotRemoved ? Reason(result.backupNotRemoved) : QString();
 }
 
 void ReportUninstall(QWidget* window, const UninstallResult& result) {
-    if (result.error) {
-        TellFolderGone(window);
-    } else if (!result.notRestored.empty()) {
-        ShowError(window,
-                  QStringLiteral("%1 saved file(s) could not be put back into the game and stay in the "
-                                 "mod's Backup folder. Uninstall the mod again to retry.\n\n")
-                          .arg(result.notRestored.size()) +
-                      ToQString(result.notRestored.front()));
+    if (result.failure) {
+        ShowError(window, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
+                                   result.failure.path, result.failure.error));
+    } else if (result.BackupStays()) {
+        ShowError(window, QStringLiteral("The mod's Backup folder stays, and the mod still counts as "
+                                         "installed. ") +
+                              WhyBackupStays(result));
     }
 }
 
 } // namespace
 
-bool frmSelector::CanStart(const QAction& item) const { return item.isEnabled() && Phase == ProgramPhase::Running; }
+bool frmSelector::CanStart(const QAction& item) const {
+    return item.isEnabled() && Phase == ProgramPhase::Running;
+}
 
 std::optional<ModJob> frmSelector::JobForSelection(QString& displayName) {
     const auto row = ui_->lstMods->SelectedRow();
