@@ -100,9 +100,9 @@ public:
     /// mount out of it. Goes on after a failure and reports the first one.
     [[nodiscard]] virtual std::error_code RemoveTree(std::string_view folder) = 0;
     /// Copies a file with its modification time, permissions and attributes. The bytes go to `kTempNew`
-    /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`; with `replace`
-    /// the name leads to the old file or to the new one at every moment. A file copied onto itself with
-    /// `replace` becomes a file of its own, which ends a hard link.
+    /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`; with
+    /// `replace` the name leads to the old file or to the new one at every moment. A file copied onto itself
+    /// with `replace` becomes a file of its own, which ends a hard link.
     [[nodiscard]] virtual std::error_code Copy(std::string_view from, std::string_view to,
                                                CopyOptions options) = 0;
     /// A second name `to` for the file `from` (a link gets a second name itself), under `kTempNew` first when
