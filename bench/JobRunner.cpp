@@ -20,7 +20,7 @@ bool Install(FileSystem& files, const ModJob& job) {
 
 bool Uninstall(FileSystem& files, const ModJob& job) {
     const auto result = RunUninstall(files, PlanUninstall(files, job), {});
-    return !result.error && !result.BackupStays();
+    return !result.failure && !result.BackupStays();
 }
 
 } // namespace
