@@ -29,9 +29,9 @@ public:
         sample::MakeLibrary(CrowdedApp() / "mods", kMods, kAddons);
         fs::copy_file(QUILLBAY, App() / "quillbay");
         fs::copy_file(QUILLBAY, CrowdedApp() / "quillbay");
-        fs::create_directories(folder_ / "clean");
-        Copy(game, folder_ / "clean/game");
-        Copy(App() / "mods", folder_ / "clean/mods");
+        fs::create_directories(Mods());
+        Copy(game, folder_ / "clean");
+        Copy(App() / "mods/Whole", Mods() + "/Whole");
     }
 
     fs::path Home() const { return folder_ / "home"; }
@@ -42,8 +42,10 @@ public:
     std::string Saved() const { return folder_ / "run/saved"; }
 
     void Restore() const {
-        fs::remove_all(folder_ / "run");
-        Copy(folder_ / "clean", folder_ / "run");
+        fs::remove_all(Game());
+        fs::remove_all(Saved());
+        fs::remove_all(Mods() + "/Whole/Backup");
+        Copy(folder_ / "clean", Game());
         Settle();
     }
 
