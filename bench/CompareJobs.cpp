@@ -12,7 +12,7 @@ using namespace quillbay;
 
 namespace {
 
-constexpr int kPairs = 9;
+constexpr int kPairs = 7;
 constexpr std::size_t kGameFiles = 6'850;
 constexpr std::uint64_t kGameBytes = 150'000'000;
 constexpr std::size_t kMods = 1'000;
