@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
-#include <ranges>
 #include <unordered_set>
 
 namespace quillbay {
@@ -209,8 +207,9 @@ private:
 
     /// Known folders that hold nothing, children first, whoever left them empty.
     void RemoveEmptyGameFolders() {
-        for (const auto& made : gameFolders_.Made() | std::views::reverse)
-            Ignore(files_.RemoveEmptyFolder(made));
+        const auto& made = gameFolders_.Made();
+        for (auto folder = made.rbegin(); folder != made.rend(); ++folder)
+            Ignore(files_.RemoveEmptyFolder(*folder));
         std::unordered_set<std::string> removed;
         for (std::size_t i = kKnownFolderCount; i-- > 0;) {
             for (const auto& folder : plan_.gameFolders[i]) {

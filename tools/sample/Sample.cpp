@@ -169,7 +169,7 @@ void MakeLibrary(const fs::path& modsFolder, std::size_t mods, std::size_t addon
 }
 
 fs::path MakePrefix(const fs::path& prefix) {
-    const fs::path game = prefix / "drive_c/Program Files/Brightgate/Tempest II";
+    fs::path game = prefix / "drive_c/Program Files/Brightgate/Tempest II";
     fs::create_directories(game);
     fs::create_directories(prefix / "dosdevices");
     if (!fs::is_symlink(prefix / "dosdevices/c:")) {
