@@ -52,10 +52,13 @@ public:
         Settle();
     }
 
-    void RestoreInstalled() const {
+    /// `onDisk`: as long after the installation as that everything is written; deleting costs more then.
+    void RestoreInstalled(bool onDisk) const {
         Restore();
         RunProcess(Job("install"));
-        Settle();
+        if (onDisk) {
+            Settle();
+        }
     }
 
     std::vector<std::string> Job(const std::string& name) const {
@@ -121,9 +124,11 @@ std::vector<Measurement> FileJobs(const Bench& bench) {
         bench.Restore();
         return RunProcess(bench.Job("install"));
     };
-    const auto uninstall = [&bench] {
-        bench.RestoreInstalled();
-        return RunProcess(bench.Job("uninstall"));
+    const auto uninstall = [&bench](bool onDisk) {
+        return [&bench, onDisk] {
+            bench.RestoreInstalled(onDisk);
+            return RunProcess(bench.Job("uninstall"));
+        };
     };
     const auto copy = [&bench, mod, game] {
         bench.Restore();
@@ -133,18 +138,23 @@ std::vector<Measurement> FileJobs(const Bench& bench) {
         bench.Restore();
         return RunProcess({"rsync", "-a", "--backup", "--backup-dir=" + bench.Saved(), mod + "/", game});
     };
-    const auto copyBack = [&bench, mod, game] {
-        bench.RestoreInstalled();
-        return RunProcess({"rsync", "-a", "--ignore-times", mod + "/Backup/", game});
+    const auto copyBack = [&bench, mod, game](bool onDisk) {
+        return [&bench, mod, game, onDisk] {
+            bench.RestoreInstalled(onDisk);
+            return RunProcess({"rsync", "-a", "--ignore-times", mod + "/Backup/", game});
+        };
     };
     return {
         {{"install, whole process", "`cp -a mod/. game/`", 1.0, "s"}, install, copy},
         {{"install, whole process", "`rsync -a --backup --backup-dir=saved mod/ game/`", 0.5, "s"},
          install,
          copyWithBackup},
-        {{"uninstall, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.15, "s"},
-         uninstall,
-         copyBack},
+        {{"uninstall soon after, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.15, "s"},
+         uninstall(false),
+         copyBack(false)},
+        {{"uninstall later, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.15, "s"},
+         uninstall(true),
+         copyBack(true)},
     };
 }
 
