@@ -31,17 +31,23 @@ std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders) {
 
 const DirEntry* EntryIndex::Find(std::size_t position, std::string_view name) {
     if (folders_[position].empty()) return nullptr;
-    auto& names = names_[position];
-    if (!indexed_[position]) {
-        indexed_[position] = true;
-        for (const auto& entry : folders_[position].front().entries)
-            names[FoldCase(entry.name)].push_back(&entry);
+    const auto& entries = folders_[position].front().entries;
+    if (indexed_ != position) {
+        indexed_ = position;
+        names_.clear();
+        names_.reserve(entries.size());
+        for (const auto& entry : entries)
+            names_.emplace(FoldCase(entry.name), &entry);
     }
-    const auto found = names.find(FoldCase(name));
-    if (found == names.end()) return nullptr;
-    const auto& spellings = found->second;
-    const auto exact = std::ranges::find(spellings, name, &DirEntry::name);
-    return exact == spellings.end() ? spellings.front() : *exact;
+    const DirEntry* found = nullptr;
+    const auto [first, last] = names_.equal_range(FoldCase(name));
+    for (auto spelling = first; spelling != last; ++spelling) {
+        const DirEntry* entry = spelling->second;
+        if (entry->name == name) return entry;
+        // Entries lie in listing order in their folder, in no order in the map.
+        if (!found || entry < found) found = entry;
+    }
+    return found;
 }
 
 std::string EntryIndex::PathOf(std::size_t position, const DirEntry& entry) const {

@@ -2,7 +2,6 @@
 
 #include "library/KnownFolders.h"
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,7 +22,8 @@ struct ModFile {
 std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders);
 
 /// Finds entries of listed known folders by name, letter case ignored: the exact spelling, else the first in
-/// another one, in the folder that look-ups find. Keeps references into `folders`.
+/// another one, in the folder that look-ups find. Keeps references into `folders`. It indexes one position at
+/// a time, so callers go through their names position by position.
 class EntryIndex {
 public:
     explicit EntryIndex(const KnownFolders& folders) : folders_(folders) {}
@@ -33,11 +33,9 @@ public:
     std::string PathOf(std::size_t position, const DirEntry& entry) const;
 
 private:
-    using Names = std::unordered_map<std::string, std::vector<const DirEntry*>>;
-
     const KnownFolders& folders_;
-    std::array<Names, kGameFolderCount> names_;
-    std::array<bool, kGameFolderCount> indexed_{};
+    std::size_t indexed_ = kGameFolderCount; ///< the position that `names_` holds; at first none
+    std::unordered_multimap<std::string, const DirEntry*> names_;
 };
 
 /// True for a file, or a link whatever it leads to short of a folder: what can be replaced and saved.
