@@ -75,12 +75,14 @@ void ModListView::Fill() {
     }
 }
 
-void ModListView::SelectPath(const ModPath& path) {
+bool ModListView::SelectPath(const ModPath& path) {
     const auto found =
         std::find_if(rows_.begin(), rows_.end(), [&](const ModRow& row) { return row.path == path; });
-    if (found != rows_.end() && !path.Empty()) {
-        setCurrentRow(static_cast<int>(found - rows_.begin()), QItemSelectionModel::ClearAndSelect);
+    if (found == rows_.end() || path.Empty()) {
+        return false;
     }
+    setCurrentRow(static_cast<int>(found - rows_.begin()), QItemSelectionModel::ClearAndSelect);
+    return true;
 }
 
 std::optional<ModRow> ModListView::SelectedRow() const {

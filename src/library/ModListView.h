@@ -30,6 +30,8 @@ public:
 
     /// The selected row; for the placeholder its text with an empty path.
     std::optional<ModRow> SelectedRow() const;
+    /// Selects the row of this mod; false when there is none.
+    bool SelectPath(const ModPath& path);
     /// Selects the first row, unless a row is selected or the list shows the placeholder. Emits no selection
     /// signal.
     void SelectFirstIfNone();
@@ -57,7 +59,6 @@ protected:
 
 private:
     void Fill();
-    void SelectPath(const ModPath& path);
     void FitRowsToFont();
 
     std::vector<ModRow> rows_;

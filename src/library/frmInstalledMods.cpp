@@ -2,38 +2,36 @@
 
 #include "common/QtText.h"
 #include "library/InstalledMods.h"
-#include "shell/Services.h"
+#include "shell/frmSelector.h"
 #include "ui_frmInstalledMods.h"
 
 #include <algorithm>
 
 namespace quillbay {
 
-frmInstalledMods::frmInstalledMods(EffectHost& host, QAction* menuItem, const Services& services,
-                                   std::function<std::vector<ModRow>()> mainRows)
-    : EffectWindow(host, menuItem), services_(services), mainRows_(std::move(mainRows)),
-      ui_(std::make_unique<Ui::frmInstalledMods>()) {
+frmInstalledMods::frmInstalledMods(frmSelector& main, QAction* menuItem)
+    : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmInstalledMods>()) {
     ui_->setupUi(this);
+    connect(&main, &frmSelector::ModListRebuilt, this, &frmInstalledMods::FollowMainList);
 }
 
 frmInstalledMods::~frmInstalledMods() = default;
 
-void frmInstalledMods::Rebuild(const std::vector<ModRow>& rows) {
+void frmInstalledMods::FollowMainList() {
     if (!isVisible()) return;
     std::vector<ModRow> mods;
-    std::copy_if(rows.begin(), rows.end(), std::back_inserter(mods),
+    std::copy_if(main_.ModRows().begin(), main_.ModRows().end(), std::back_inserter(mods),
                  [](const ModRow& row) { return !row.IsAddon(); });
-    Show(FilterInstalled(services_.files, ModsFolder(services_.programDirectory), mods));
-}
-
-void frmInstalledMods::SelectRow(std::string_view text) {
+    Show(FilterInstalled(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), mods));
+    const auto selected = main_.SelectedMod();
+    if (!selected) return;
     const auto found =
-        ui_->lstCurrentMods->findItems(ToQString(text), Qt::MatchExactly | Qt::MatchCaseSensitive);
+        ui_->lstCurrentMods->findItems(ToQString(selected->text), Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (!found.isEmpty()) ui_->lstCurrentMods->setCurrentItem(found.front());
 }
 
 void frmInstalledMods::Fill() {
-    Show(FilterInstalled(services_.files, ModsFolder(services_.programDirectory), mainRows_()));
+    Show(FilterInstalled(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), main_.ModRows()));
 }
 
 void frmInstalledMods::Show(const std::vector<ModRow>& rows) {

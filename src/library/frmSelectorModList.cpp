@@ -1,7 +1,6 @@
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "library/InstalledMods.h"
-#include "library/frmInstalledMods.h"
 #include "platform/FileSystem.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
@@ -60,12 +59,10 @@ void frmSelector::RefreshModList(const RefreshOptions& options) {
         }
         if (controls) controls->SetCaption(QStringLiteral("Refresing mod list"));
         ui_->lstMods->SetRows(ScanModLibrary(files, ModsFolder(ProgramDirectory)));
-        installedMods_->Rebuild(ui_->lstMods->Rows());
         ui_->lstMods->SelectFirstIfNone();
     }
-    const auto selected = ui_->lstMods->SelectedRow();
-    if (selected && installedMods_->isVisible()) installedMods_->SelectRow(selected->text);
-    SetButtonsFor(selected);
+    emit ModListRebuilt();
+    SetButtonsFor(ui_->lstMods->SelectedRow());
     if (!options.keepDetails) ShowModDetails();
 }
 

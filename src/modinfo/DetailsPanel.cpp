@@ -61,6 +61,7 @@ void DetailsPanel::Show(const ModDetails& details, const QPixmap& picture) {
 }
 
 void DetailsPanel::SetCaptions(const ModInfoCaptions& captions) {
+    shown_ = captions;
     SetCutText(*controls_.lblModsMaker, ToQString(captions.author));
     SetCutText(*controls_.lblModsVersion, ToQString(captions.version));
     SetCutText(*controls_.lblModsOtherHeading, ToQString(captions.otherHeading));

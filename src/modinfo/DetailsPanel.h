@@ -25,6 +25,7 @@ public:
     /// `picture` may be null although the mod has one: it does not decode then.
     void Show(const ModDetails& details, const QPixmap& picture);
 
+    const ModInfoCaptions& ShownCaptions() const { return shown_; }
     /// The number of files that the panel shows at the moment.
     std::optional<std::size_t> ShownFileCount() const { return shownFileCount_; }
 
@@ -34,6 +35,7 @@ private:
     void HidePicture();
 
     Ui::frmSelector& controls_;
+    ModInfoCaptions shown_;
     std::optional<std::size_t> shownFileCount_;
 };
 

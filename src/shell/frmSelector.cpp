@@ -6,11 +6,11 @@
 #include "common/modMisc.h"
 #include "effects/WindowEffects.h"
 #include "library/KnownFolders.h"
-#include "library/frmInstalledMods.h"
 #include "modinfo/ModPicture.h"
 #include "platform/window/LayeredWindow.h"
 #include "shell/AppSettings.h"
 #include "shell/GameDirectory.h"
+#include "shell/MenuWindows.h"
 #include "shell/ShownProgress.h"
 #include "shell/frmChangeT2Dir.h"
 #include "ui_frmSelector.h"
@@ -60,8 +60,7 @@ frmSelector::frmSelector(const Services& services)
     ui_->setupUi(this);
     NameSeparators();
     chooser_ = std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
-    installedMods_ = std::make_unique<frmInstalledMods>(*this, ui_->menuManagerCheckInstalledMods, services_,
-                                                        [this] { return ModRows(); });
+    windows_ = std::make_unique<MenuWindows>(*this, *ui_);
     connect(chooser_.get(), &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
     ConnectControls();
     ConnectMenus();
@@ -227,6 +226,20 @@ void frmSelector::changeEvent(QEvent* event) {
 }
 
 const std::vector<ModRow>& frmSelector::ModRows() const { return ui_->lstMods->Rows(); }
+
+std::optional<ModRow> frmSelector::SelectedMod() const { return ui_->lstMods->SelectedRow(); }
+
+bool frmSelector::SelectMod(const ModPath& path) { return ui_->lstMods->SelectPath(path); }
+
+bool frmSelector::AutoRefresh() const { return timRefreshModList_->isActive(); }
+
+void frmSelector::SetAutoRefresh(bool on) {
+    if (!on) {
+        timRefreshModList_->stop();
+    } else if (Phase == ProgramPhase::Running) {
+        timRefreshModList_->start();
+    }
+}
 
 ClosingSwitches frmSelector::SmoothClosing() const {
     return {.xAxis = ui_->menuManagerSmoothClosingXAxis->isChecked(),

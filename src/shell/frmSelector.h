@@ -23,7 +23,7 @@ class frmSelector;
 }
 
 class frmChangeT2Dir;
-class frmInstalledMods;
+class MenuWindows;
 struct InstallResult;
 struct UninstallResult;
 
@@ -66,12 +66,30 @@ public:
 
     /// The rows that the list shows; none for the placeholder.
     const std::vector<ModRow>& ModRows() const;
+    /// The selected row; for the placeholder its text with an empty path.
+    std::optional<ModRow> SelectedMod() const;
+    /// Selects the mod's row, as a click on it does. False when the list does not have it.
+    bool SelectMod(const ModPath& path);
+    /// What the details panel says about the selected mod.
+    const ModInfoCaptions& ShownCaptions() const { return details_.ShownCaptions(); }
+
+    /// The look for changes in the mods folder once a second; on at start-up.
+    bool AutoRefresh() const;
+    void SetAutoRefresh(bool on);
+    const Services& GetServices() const { return services_; }
+
     /// The Manager, Mod and Help menus, with their shortcuts.
     void SetMainMenusEnabled(bool enabled);
 
     ClosingSwitches SmoothClosing() const override;
     bool SmoothCloseMainWindowOnly() const override;
     QWidget& MainWindow() override { return *this; }
+
+signals:
+    /// The list was rebuilt, whether its rows changed or not.
+    void ModListRebuilt();
+    /// The details panel was filled, for the same mod or another one.
+    void ModDetailsShown();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -91,7 +109,6 @@ private:
     // Menus
     void menuSelector_Click();
     void modChangeT2Directory_Click();
-    void menuManagerCheckInstalledMods_Click();
     void SaveSwitch(const char* key, bool on);
     /// Items without a command stay disabled.
     void EnableIfServed(QAction* item, bool enabled);
@@ -120,7 +137,7 @@ private:
     QTimer* timRefreshModList_;
     QTimer* timClickMod_;
     std::unique_ptr<frmChangeT2Dir> chooser_;
-    std::unique_ptr<frmInstalledMods> installedMods_;
+    std::unique_ptr<MenuWindows> windows_;
     int baseHeight_ = 0; ///< of the layout without picture, in pixels
 };
 

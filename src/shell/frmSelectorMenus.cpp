@@ -1,4 +1,3 @@
-#include "library/frmInstalledMods.h"
 #include "platform/FileSystem.h"
 #include "shell/AppSettings.h"
 #include "shell/ManagerItems.h"
@@ -80,7 +79,6 @@ void frmSelector::ConnectMenus() {
     };
     connect(ui_->menuSelector, &QMenu::aboutToShow, this, &frmSelector::menuSelector_Click);
     onClick(ui_->modChangeT2Directory, &frmSelector::modChangeT2Directory_Click);
-    onClick(ui_->menuManagerCheckInstalledMods, &frmSelector::menuManagerCheckInstalledMods_Click);
     onClick(ui_->menuManagerSmoothClosingXAxis, [this](bool on) { SaveSwitch("XAxis", on); });
     onClick(ui_->menuManagerSmoothClosingYAxis, [this](bool on) { SaveSwitch("YAxis", on); });
     onClick(ui_->menuManagerSmoothClosingSimultaneous, [this](bool on) { SaveSwitch("Simultaneous", on); });
@@ -111,8 +109,6 @@ void frmSelector::menuSelector_Click() {
 }
 
 void frmSelector::modChangeT2Directory_Click() { chooser_->Open(); }
-
-void frmSelector::menuManagerCheckInstalledMods_Click() { installedMods_->Open(); }
 
 void frmSelector::SaveSwitch(const char* key, bool on) {
     services_.settings.SaveAppSetting(QStringLiteral("Smooth Closing"), QLatin1String(key),

@@ -1,73 +1,51 @@
-#include "library/frmInstalledMods.h"
 #include "support/AnswerBoxesWindow.h"
-#include "support/TestHost.h"
-#include "support/TestServices.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QListWidget>
-
-#include <gtest/gtest.h>
+#include "support/SelectorFixtureWindow.h"
 
 namespace quillbay {
 namespace {
 
-class InstalledModsWindow : public testing::Test {
+class InstalledModsWindow : public test::SelectorFixture {
 protected:
-    QStringList Listed() {
-        const auto* list = window.findChild<QListWidget*>("lstCurrentMods");
+    QWidget& Open() { return OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods"); }
+    QStringList Listed(const QWidget& opened) const {
+        const auto& list = Control<QListWidget>(opened, "lstCurrentMods");
         QStringList texts;
-        for (int row = 0; row < list->count(); ++row)
-            texts += list->item(row)->text();
+        for (int row = 0; row < list.count(); ++row)
+            texts += list.item(row)->text() + (list.item(row)->isSelected() ? " *" : "");
         return texts;
     }
-    QString Selected() {
-        const auto selected = window.findChild<QListWidget*>("lstCurrentMods")->selectedItems();
-        return selected.size() == 1 ? selected.front()->text() : QString();
-    }
-
-    test::TestHost host;
-    test::TestServices test;
-    QAction item;
-    std::vector<ModRow> rows{{"Alpha", {"Alpha"}},
-                             {"    Extra", {"Alpha\\Addon\\Extra"}},
-                             {"Beta", {"Beta"}},
-                             {"Gamma", {"Gamma"}}};
-    frmInstalledMods window{host, &item, test.services, [this] { return rows; }};
 };
 
 TEST_F(InstalledModsWindow, ListsWhatHasABackupInExactSpelling) {
-    test.MakeFolder("program/mods/Beta/Backup");
-    test.MakeFolder("program/mods/Alpha/Addon/Extra/Backup");
-    test.MakeFolder("program/mods/Gamma/backup");
-    window.Open();
-    EXPECT_TRUE(item.isChecked());
-    EXPECT_EQ(Listed(), (QStringList{"    Extra", "Beta"}));
-    EXPECT_EQ(Selected(), "    Extra");
+    for (const char* folder : {"Alpha/Addon/Extra/Backup", "Beta/Backup", "Gamma/backup"})
+        MakeFolder(QLatin1String("program/mods/") + folder);
+    ASSERT_TRUE(Start());
+    QWidget& opened = Open();
+    EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
+    EXPECT_EQ(Listed(opened), (QStringList{"    Extra *", "Beta"}));
 
     // After an installation the main list is rebuilt: the addon comes back with the next activation.
-    test.MakeFolder("program/mods/Alpha/Backup");
-    window.Rebuild(rows);
-    EXPECT_EQ(Listed(), (QStringList{"Alpha", "Beta"}));
-    window.SelectRow("Beta");
-    EXPECT_EQ(Selected(), "Beta");
-    window.SelectRow("beta");
-    EXPECT_EQ(Selected(), "Beta");
+    MakeFolder("program/mods/Alpha/Backup");
+    window->SelectMod({"Beta"});
+    window->RefreshModList({});
+    EXPECT_EQ(Listed(opened), (QStringList{"Alpha", "Beta *"}));
 
-    host.main.activateWindow();
-    ASSERT_TRUE(test::WaitFor([&] { return !window.isActiveWindow(); }));
-    window.activateWindow();
-    ASSERT_TRUE(test::WaitFor([&] { return Listed().size() == 3; }));
-    EXPECT_EQ(Listed(), (QStringList{"Alpha", "    Extra", "Beta"}));
+    window->activateWindow();
+    ASSERT_TRUE(test::WaitFor([&] { return !opened.isActiveWindow(); }));
+    opened.activateWindow();
+    ASSERT_TRUE(test::WaitFor([&] { return Listed(opened).size() == 3; }));
+    EXPECT_EQ(Listed(opened), (QStringList{"Alpha *", "    Extra", "Beta"}));
+
+    opened.close();
+    EXPECT_TRUE(test::WaitFor([&] { return !Item("menuManagerCheckInstalledMods").isChecked(); }));
 }
 
 TEST_F(InstalledModsWindow, SaysThatNothingIsInstalled) {
-    window.Open();
-    EXPECT_EQ(Listed(), QStringList{"(No mods found.)"});
-    EXPECT_EQ(Selected(), "(No mods found.)");
-    rows.clear();
-    window.Rebuild(rows);
-    EXPECT_EQ(Listed(), QStringList{"(No mods found.)"});
+    ASSERT_TRUE(Start());
+    QWidget& opened = Open();
+    EXPECT_EQ(Listed(opened), QStringList{"(No mods found.) *"});
+    window->RefreshModList({});
+    EXPECT_EQ(Listed(opened), QStringList{"(No mods found.) *"});
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "support/AnswerBoxesWindow.h"
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QPushButton>
 #include <QtTest>
 
@@ -13,22 +14,45 @@ AnswerBoxes::AnswerBoxes() {
 
 AnswerBoxes& AnswerBoxes::Then(QMessageBox::StandardButton answer,
                                std::function<void(QMessageBox&)> whileOpen) {
-    answers_.push_back({answer, std::move(whileOpen)});
+    answers_.push_back({answer, std::move(whileOpen), {}});
+    return *this;
+}
+
+AnswerBoxes& AnswerBoxes::ThenType(const QString& text) {
+    answers_.push_back({QMessageBox::NoButton, {}, text});
     return *this;
 }
 
 void AnswerBoxes::Look() {
-    const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box || box == answered_ || !box->isVisible()) return;
-    answered_ = box;
-    seen_.push_back(
-        {box->windowTitle(), box->text(), box->informativeText(), box->icon(), box->standardButtons()});
+    const QPointer<QDialog> dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!dialog || dialog == answered_ || !dialog->isVisible()) return;
+    const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(dialog);
+    auto* input = qobject_cast<QInputDialog*>(dialog);
+    if (!box && !input) return;
+    answered_ = dialog;
 
-    Answer answer{QMessageBox::NoButton, {}};
+    Answer answer;
     if (!answers_.empty()) {
         answer = std::move(answers_.front());
         answers_.pop_front();
     }
+    if (box) {
+        AnswerBox(box, answer);
+        return;
+    }
+    seen_.push_back(
+        {input->windowTitle(), input->labelText(), {}, QMessageBox::NoIcon, QMessageBox::NoButton});
+    if (answer.text) {
+        input->setTextValue(*answer.text);
+        input->accept();
+    } else {
+        input->reject();
+    }
+}
+
+void AnswerBoxes::AnswerBox(const QPointer<QMessageBox>& box, const Answer& answer) {
+    seen_.push_back(
+        {box->windowTitle(), box->text(), box->informativeText(), box->icon(), box->standardButtons()});
     if (answer.whileOpen) answer.whileOpen(*box);
     if (!box) return;
     if (QAbstractButton* button = box->button(answer.button))

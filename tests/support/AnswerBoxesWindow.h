@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QMessageBox>
 #include <QPointer>
 #include <QString>
@@ -7,37 +8,42 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace quillbay::test {
 
 struct SeenBox {
     QString title;
-    QString text;
+    QString text; ///< of an input box: its prompt
     QString informative;
     QMessageBox::Icon icon;
     QMessageBox::StandardButtons buttons;
 };
 
-/// While it lives, every message box that opens is written down and answered: with the next of the answers
-/// given, and when they are used up with Escape. `whileOpen` runs before the answer.
+/// While it lives, every message box and input box that opens is written down and answered: with the next of
+/// the answers given, and when they are used up with Escape. `whileOpen` runs before the answer.
 class AnswerBoxes {
 public:
     AnswerBoxes();
 
     AnswerBoxes& Then(QMessageBox::StandardButton answer, std::function<void(QMessageBox&)> whileOpen = {});
+    /// Types the text into an input box and confirms it.
+    AnswerBoxes& ThenType(const QString& text);
     const std::vector<SeenBox>& Seen() const { return seen_; }
 
 private:
     struct Answer {
-        QMessageBox::StandardButton button;
+        QMessageBox::StandardButton button = QMessageBox::NoButton;
         std::function<void(QMessageBox&)> whileOpen;
+        std::optional<QString> text;
     };
 
     void Look();
+    void AnswerBox(const QPointer<QMessageBox>& box, const Answer& answer);
 
     QTimer timer_;
-    QPointer<QMessageBox> answered_;
+    QPointer<QDialog> answered_;
     std::deque<Answer> answers_;
     std::vector<SeenBox> seen_;
 };

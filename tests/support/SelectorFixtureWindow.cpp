@@ -97,6 +97,13 @@ QString SelectorFixture::SelectedText() const {
     return items.isEmpty() ? QString() : items.front()->text();
 }
 
+QWidget& SelectorFixture::OpenWindow(const char* item, const char* name) const {
+    Item(item).trigger();
+    for (QWidget* opened : QApplication::topLevelWidgets())
+        if (opened->objectName() == QLatin1String(name) && opened->isVisible()) return *opened;
+    throw std::runtime_error(std::string("no window ") + name);
+}
+
 void SelectorFixture::Tick() const {
     auto& timer = Control<QTimer>("timRefreshModList");
     bool ticked = false;

@@ -15,7 +15,9 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace quillbay::test {
 
@@ -58,12 +60,24 @@ public:
 
 class FakeShell : public ShellOpener {
 public:
-    std::error_code OpenWithShell(std::string_view, std::string_view) override { return {}; }
+    struct Opened {
+        std::string target, workingFolder;
+    };
+    std::vector<Opened> opened;
+    std::error_code answer;
+    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
+        opened.push_back({std::string(target), std::string(workingFolder)});
+        return answer;
+    }
 };
 
 class FakeSound : public SoundPlayer {
 public:
-    std::error_code Play(std::string_view) override { return {}; }
+    std::vector<std::string> played;
+    std::error_code Play(std::string_view file) override {
+        played.emplace_back(file);
+        return {};
+    }
 };
 
 /// A game with one file and an empty program folder in a temporary folder, and the real main window on them.
@@ -84,10 +98,17 @@ protected:
 
     template <typename T>
     T& Control(const char* name) const {
-        T* control = window->findChild<T*>(QLatin1String(name));
+        return Control<T>(*window, name);
+    }
+    /// A control of another window.
+    template <typename T>
+    static T& Control(const QWidget& window, const char* name) {
+        T* control = window.findChild<T*>(QLatin1String(name));
         if (!control) throw std::runtime_error(std::string("no control ") + name);
         return *control;
     }
+    /// Chooses a menu item and returns the window of that name that it opened.
+    QWidget& OpenWindow(const char* item, const char* name) const;
     QAction& Item(const char* name) const { return Control<QAction>(name); }
     QListWidget& Mods() const { return Control<QListWidget>("lstMods"); }
     QStringList Rows() const;
