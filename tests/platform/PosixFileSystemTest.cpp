@@ -17,18 +17,14 @@ namespace quillbay {
 
 namespace {
 
+using test::DiskText;
 using test::FileBytes;
 using test::PutFile;
 using test::PutFolder;
 using Strings = std::vector<std::string>;
 
-std::string Native(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return path;
-}
-
 void PutLink(const std::string& path, const std::string& text) {
-    ASSERT_EQ(::symlink(text.c_str(), Native(path).c_str()), 0);
+    ASSERT_EQ(::symlink(text.c_str(), DiskText(path).c_str()), 0);
 }
 
 class PosixFileSystemTest : public testing::Test {
@@ -54,7 +50,7 @@ TEST_F(PosixFileSystemTest, LinksAreReportedAsLinksToWhatTheyLeadTo) {
     PutLink(temp_ / "in\\toFolder", "../outside");
     PutLink(temp_ / "in\\toNothing", "nowhere");
     PutLink(temp_ / "in\\toItself", "toItself");
-    ASSERT_EQ(::mkfifo(Native(temp_ / "in\\.pipe").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo(DiskText(temp_ / "in\\.pipe").c_str(), 0600), 0);
     for (const auto detail : {Detail::Names, Detail::Full}) {
         const auto entries = fs_.List(temp_ / "in", detail).ValueOr({});
         EXPECT_EQ(entries.size(), 5U);
@@ -75,7 +71,7 @@ TEST_F(PosixFileSystemTest, LinksAreReportedAsLinksToWhatTheyLeadTo) {
     EXPECT_EQ(fs_.Read(temp_ / "in\\toNothing", 0, 9).Error(), std::errc::no_such_file_or_directory);
     EXPECT_EQ(fs_.SameContents(temp_ / "in\\toFile", temp_ / "outside\\file").ValueOr(false), true);
     EXPECT_EQ(fs_.TreeSize(temp_ / "in").ValueOr(99), 0U);
-    EXPECT_EQ(fs_.RealPath(temp_ / "in\\toFolder\\FILE").ValueOr({}), Native(temp_ / "outside\\file"));
+    EXPECT_EQ(fs_.RealPath(temp_ / "in\\toFolder\\FILE").ValueOr({}), DiskText(temp_ / "outside\\file"));
     // A pipe without a writer must not make anybody wait.
     EXPECT_EQ(fs_.Read(temp_ / "in\\.pipe", 0, 9).Error(), std::errc::operation_not_supported);
     EXPECT_EQ(fs_.Copy(temp_ / "in\\.pipe", temp_ / "in\\copy", {}), std::errc::operation_not_supported);
@@ -114,11 +110,11 @@ TEST_F(PosixFileSystemTest, LinksAreCopiedAsAskedFor) {
     PutFile(temp_ / "file", "bytes");
     PutLink(temp_ / "link", "file");
     const std::array<timespec, 2> times = {timespec{100, 5}, timespec{200, 7}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, Native(temp_ / "link").c_str(), times.data(), AT_SYMLINK_NOFOLLOW), 0);
+    ASSERT_EQ(::utimensat(AT_FDCWD, DiskText(temp_ / "link").c_str(), times.data(), AT_SYMLINK_NOFOLLOW), 0);
     EXPECT_FALSE(fs_.Copy(temp_ / "LINK", temp_ / "kept", {.keepLink = true}));
     EXPECT_EQ(fs_.ReadLink(temp_ / "kept").ValueOr({}), "file");
     struct stat info {};
-    ASSERT_EQ(::lstat(Native(temp_ / "kept").c_str(), &info), 0);
+    ASSERT_EQ(::lstat(DiskText(temp_ / "kept").c_str(), &info), 0);
     EXPECT_EQ(info.st_mtim.tv_sec, 200);
     EXPECT_EQ(info.st_mtim.tv_nsec, 7);
     EXPECT_FALSE(fs_.Copy(temp_ / "link", temp_ / "followed", {}));
@@ -145,17 +141,17 @@ TEST_F(PosixFileSystemTest, LinksAreCopiedAsAskedFor) {
 
 TEST_F(PosixFileSystemTest, CopyKeepsPermissionsAndNanoseconds) {
     PutFile(temp_ / "file", "x");
-    const std::string file = Native(temp_ / "file");
+    const std::string file = DiskText(temp_ / "file");
     ASSERT_EQ(::chmod(file.c_str(), 0547), 0);
     const std::array<timespec, 2> times = {timespec{100, 5}, timespec{200, 123456789}};
     ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times.data(), 0), 0);
     ASSERT_FALSE(fs_.Copy(temp_ / "file", temp_ / "copy", {}));
     struct stat info {};
-    ASSERT_EQ(::stat(Native(temp_ / "copy").c_str(), &info), 0);
+    ASSERT_EQ(::stat(DiskText(temp_ / "copy").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777U, 0547U);
     EXPECT_EQ(info.st_mtim.tv_nsec, 123456789);
     ASSERT_FALSE(fs_.WriteFile(temp_ / "copy", "y"));
-    ASSERT_EQ(::stat(Native(temp_ / "copy").c_str(), &info), 0);
+    ASSERT_EQ(::stat(DiskText(temp_ / "copy").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777U, 0547U);
 }
 
@@ -186,7 +182,7 @@ TEST_F(PosixFileSystemTest, NamesOfAnyBytesComeAndGo) {
     EXPECT_EQ(Names(temp_ / "d"), Strings{"\xFE"});
 
     // A name that cannot be given back is not shown, not found, and still goes with its folder.
-    const std::string folder = Native(temp_ / "d");
+    const std::string folder = DiskText(temp_ / "d");
     const UniqueFd odd(::open((folder + "/a\\b").c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
     ASSERT_TRUE(odd);
     EXPECT_EQ(Names(temp_ / "d"), Strings{"\xFE"});
@@ -202,7 +198,7 @@ TEST_F(PosixFileSystemTest, TreesMayBeDeeperThanPathsAndDescriptorsReach) {
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
     const std::string name(50, 'n');
     PutFolder(temp_ / "deep");
-    UniqueFd folder(::open(Native(temp_ / "deep").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    UniqueFd folder(::open(DiskText(temp_ / "deep").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (int depth = 0; depth < 100; ++depth) {
         ASSERT_EQ(::mkdirat(folder.Get(), name.c_str(), 0700), 0);
         ASSERT_EQ(::mkdirat(folder.Get(), "side", 0700), 0);
@@ -221,8 +217,8 @@ TEST_F(PosixFileSystemTest, CopiesAndReplacesWhereTheSystemHelpsLess) {
     const std::string bytes(600'000, 'q');
     PutFile(temp_ / "from", "head" + bytes);
     PutFile(temp_ / "new", "");
-    const UniqueFd from(::open(Native(temp_ / "from").c_str(), O_RDONLY | O_CLOEXEC));
-    const UniqueFd to(::open(Native(temp_ / "new").c_str(), O_WRONLY | O_CLOEXEC));
+    const UniqueFd from(::open(DiskText(temp_ / "from").c_str(), O_RDONLY | O_CLOEXEC));
+    const UniqueFd to(::open(DiskText(temp_ / "new").c_str(), O_WRONLY | O_CLOEXEC));
     // Begun inside the kernel, gone on with through the buffer.
     ASSERT_FALSE(CopyBytes(from.Get(), to.Get(), 4));
     ASSERT_FALSE(CopyByReading(from.Get(), to.Get()));
@@ -233,15 +229,15 @@ TEST_F(PosixFileSystemTest, CopiesAndReplacesWhereTheSystemHelpsLess) {
     const UniqueFd reader(ends[0]);
     const UniqueFd writer(ends[1]);
     PutFile(temp_ / "short", "abc");
-    const UniqueFd shortFile(::open(Native(temp_ / "short").c_str(), O_RDONLY | O_CLOEXEC));
+    const UniqueFd shortFile(::open(DiskText(temp_ / "short").c_str(), O_RDONLY | O_CLOEXEC));
     ASSERT_FALSE(CopyBytes(shortFile.Get(), writer.Get(), 1000));
     std::array<char, 8> read{};
     EXPECT_EQ(::read(reader.Get(), read.data(), read.size()), 3);
 
-    ASSERT_FALSE(RenameOver(Native(temp_ / "new"), Native(temp_ / "short")));
+    ASSERT_FALSE(RenameOver(DiskText(temp_ / "new"), DiskText(temp_ / "short")));
     EXPECT_EQ(FileBytes(temp_ / "short"), "head" + bytes);
     ASSERT_FALSE(fs_.HardLink(temp_ / "short", temp_ / "linked", false));
-    ASSERT_FALSE(RenameOver(Native(temp_ / "linked"), Native(temp_ / "short")));
+    ASSERT_FALSE(RenameOver(DiskText(temp_ / "linked"), DiskText(temp_ / "short")));
     EXPECT_EQ(Names(temp_.Path()), (Strings{"from", "short"}));
 }
 

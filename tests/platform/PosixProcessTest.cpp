@@ -4,7 +4,6 @@
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
-#include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -17,15 +16,11 @@ namespace quillbay {
 
 namespace {
 
+using test::DiskText;
 using test::FileBytes;
 using test::PutFile;
 using test::PutFolder;
 using test::ScopedVariable;
-
-std::string Native(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return path;
-}
 
 /// Programs of the test's own in a PATH that holds nothing else.
 class PosixProcessTest : public testing::Test {
@@ -34,14 +29,14 @@ protected:
 
     /// A program that writes `record` (a shell text) to the file "record" in one step, then does `after`.
     void PutProgram(const std::string& name, const std::string& record, const std::string& after = {}) {
-        const std::string file = Native(temp_ / "record");
+        const std::string file = DiskText(temp_ / "record");
         PutFile(bin_ + "/" + name, "#!/bin/sh\nprintf '%s\\n' " + record + " > '" + file +
                                        ".new'\n/bin/mv '" + file + ".new' '" + file + "'\n" + after + "\n");
         std::filesystem::permissions(bin_ + "/" + name, std::filesystem::perms::owner_all);
     }
     /// What the program recorded, once it has; the record is taken away.
     std::string TakeRecord() {
-        const std::string file = Native(temp_ / "record");
+        const std::string file = DiskText(temp_ / "record");
         const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (!std::filesystem::exists(file)) {
             if (std::chrono::steady_clock::now() > limit) return "(nothing was started)";
@@ -53,7 +48,7 @@ protected:
     }
 
     test::TempFolder temp_;
-    std::string bin_ = Native(temp_ / "bin");
+    std::string bin_ = DiskText(temp_ / "bin");
     ScopedVariable path_{"PATH", ":" + bin_};
     ScopedVariable prefix_{"WINEPREFIX", std::nullopt};
 };
@@ -64,9 +59,9 @@ TEST_F(PosixProcessTest, FilesAndAddressesGoToTheDesktop) {
     EXPECT_EQ(opener->OpenWithShell(temp_ / "Mods"), std::errc::no_such_file_or_directory);
     PutProgram("xdg-open", "\"$#\" \"$1\"");
     EXPECT_FALSE(opener->OpenWithShell(temp_ / "mods\\READ ME & more.txt"));
-    EXPECT_EQ(TakeRecord(), "1\n" + Native(temp_ / "Mods/Read me & more.txt") + "\n");
+    EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods/Read me & more.txt") + "\n");
     EXPECT_FALSE(opener->OpenWithShell(temp_ / "Mods\\"));
-    EXPECT_EQ(TakeRecord(), "1\n" + Native(temp_ / "Mods") + "\n");
+    EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods") + "\n");
     EXPECT_FALSE(opener->OpenWithShell("mailto:a@b.example?subject=C:\\x"));
     EXPECT_EQ(TakeRecord(), "1\nmailto:a@b.example?subject=C:\\x\n");
     EXPECT_EQ(opener->OpenWithShell(temp_ / "none"), std::errc::no_such_file_or_directory);
@@ -79,11 +74,11 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
     PutFile(temp_ / "prefix\\drive_c\\T2\\Go.BAT", "x");
     PutFolder(temp_ / "prefix\\dosdevices");
     PutProgram("wine", "\"$1\" \"$2\" \"$3\" \"$WINEPREFIX\" \"$(pwd)\"");
-    const std::string game = Native(temp_ / "prefix/drive_c/T2");
+    const std::string game = DiskText(temp_ / "prefix/drive_c/T2");
     const auto opener = MakeShellOpener();
     EXPECT_FALSE(opener->OpenWithShell(temp_ / "prefix\\drive_c\\t2\\go.bat", temp_ / "prefix\\drive_c\\T2"));
     EXPECT_EQ(TakeRecord(),
-              "start\n/unix\n" + game + "/Go.BAT\n" + Native(temp_ / "prefix") + "\n" + game + "\n");
+              "start\n/unix\n" + game + "/Go.BAT\n" + DiskText(temp_ / "prefix") + "\n" + game + "\n");
     EXPECT_EQ(opener->OpenWithShell(temp_ / "prefix\\drive_c\\T2\\Go.BAT", temp_ / "none"),
               std::errc::no_such_file_or_directory);
 }
@@ -91,7 +86,7 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
 TEST_F(PosixProcessTest, StartedProgramsInheritNothing) {
     PutFile(temp_ / "file.txt", "x");
     // A descriptor that somebody forgot to mark, and a signal that the program ignores.
-    const int forgotten = ::open(Native(temp_ / "file.txt").c_str(), O_RDONLY);
+    const int forgotten = ::open(DiskText(temp_ / "file.txt").c_str(), O_RDONLY);
     ASSERT_GE(forgotten, 0);
     const auto oldHandler = std::signal(SIGPIPE, SIG_IGN);
     PutProgram(
@@ -117,7 +112,7 @@ TEST_F(PosixProcessTest, ASecondSoundStopsTheFirst) {
 
     ASSERT_FALSE(player->Play(temp_ / "A.wav"));
     const auto first = TakeRecord();
-    ASSERT_EQ(first.substr(0, first.find('\n')), Native(temp_ / "a.wav"));
+    ASSERT_EQ(first.substr(0, first.find('\n')), DiskText(temp_ / "a.wav"));
     const pid_t firstPlayer = std::stoi(first.substr(first.find('\n') + 1));
     EXPECT_EQ(::kill(firstPlayer, 0), 0);
     ASSERT_FALSE(player->Play(temp_ / "b.wav"));

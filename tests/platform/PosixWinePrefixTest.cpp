@@ -10,14 +10,10 @@ namespace quillbay {
 
 namespace {
 
+using test::DiskText;
 using test::PutFile;
 using test::PutFolder;
 using test::ScopedVariable;
-
-std::string Native(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return path;
-}
 
 /// A prefix with drives C: (its own), D: (a folder elsewhere) and Z: (everything).
 class PosixWinePrefixTest : public testing::Test {
@@ -27,22 +23,22 @@ protected:
         PutFolder(temp_ / "prefix\\dosdevices");
         PutFolder(temp_ / "disk\\T2");
         Link("c:", "../drive_c");
-        Link("d:", Native(temp_ / "disk"));
+        Link("d:", DiskText(temp_ / "disk"));
         Link("e:", "gone");
         Link("z:", "/");
     }
     void Link(const std::string& name, const std::string& text) {
-        std::filesystem::create_symlink(text, Native(temp_ / "prefix\\dosdevices\\" + name));
+        std::filesystem::create_symlink(text, DiskText(temp_ / "prefix\\dosdevices\\" + name));
     }
 
     test::TempFolder temp_;
-    std::string prefix_ = Native(temp_ / "prefix");
+    std::string prefix_ = DiskText(temp_ / "prefix");
     ScopedVariable variable_{"WINEPREFIX", prefix_};
 };
 
 TEST_F(PosixWinePrefixTest, DosPathsLeadToTheirDrives) {
     EXPECT_EQ(NativePath("C:\\Games\\T2\\"), prefix_ + "/drive_c/Games/T2/");
-    EXPECT_EQ(NativePath("d:/T2"), Native(temp_ / "disk/T2"));
+    EXPECT_EQ(NativePath("d:/T2"), DiskText(temp_ / "disk/T2"));
     EXPECT_EQ(NativePath("C:"), prefix_ + "/drive_c");
     EXPECT_EQ(NativePath("Z:\\usr"), "/usr");
     EXPECT_EQ(NativePath("Z:"), "/");
@@ -67,14 +63,14 @@ TEST_F(PosixWinePrefixTest, FoldersHaveADosPathInThePrefixThatHoldsThem) {
     EXPECT_EQ(ShortPath(temp_ / "none").Error(), std::errc::no_such_file_or_directory);
 
     // Another prefix is found by what lies in it; the drives of the user's own do not count there.
-    const ScopedVariable other("WINEPREFIX", Native(temp_ / "disk"));
+    const ScopedVariable other("WINEPREFIX", DiskText(temp_ / "disk"));
     EXPECT_EQ(ShortPath(temp_ / "prefix\\drive_c\\Games").ValueOr({}), "C:\\Games");
     EXPECT_EQ(ShortPath(temp_ / "disk\\T2").Error(), std::errc::no_such_file_or_directory);
 }
 
 TEST_F(PosixWinePrefixTest, TheSearchStartsAtTheProgramsDrive) {
     EXPECT_EQ(SearchRoot(temp_ / "prefix\\drive_c\\Games"), prefix_ + "/drive_c");
-    EXPECT_EQ(SearchRoot(temp_ / "disk\\T2"), Native(temp_ / "disk"));
+    EXPECT_EQ(SearchRoot(temp_ / "disk\\T2"), DiskText(temp_ / "disk"));
     EXPECT_EQ(SearchRoot(temp_.Path()), prefix_ + "/drive_c");
     EXPECT_EQ(DriveRootText("/anywhere"), "C:\\");
 }

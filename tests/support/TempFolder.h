@@ -25,6 +25,7 @@ private:
 
 /// UTF-8 (any bytes on POSIX) with either separator, as the standard library takes it.
 std::filesystem::path DiskPath(std::string_view path);
+inline std::string DiskText(std::string_view path) { return DiskPath(path).string(); }
 
 /// Makes a file with its parents, past the code under test. Throws on failure.
 void PutFile(std::string_view path, std::string_view bytes);
