@@ -10,11 +10,24 @@
 #include "shell/frmSelector.h"
 
 #include <QApplication>
+#include <QIcon>
+
+namespace {
+
+QIcon ProgramIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/quillbay-%1.png").arg(size));
+    return icon;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     using namespace quillbay;
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QString());
+    QApplication::setWindowIcon(ProgramIcon());
     const auto instance = SingleInstance::Acquire();
     if (!instance) {
         ShowMessage(nullptr,

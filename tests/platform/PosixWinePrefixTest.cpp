@@ -1,5 +1,6 @@
 #include "platform/DosPath.h"
 #include "platform/Registry.h"
+#include "platform/posix/ProgramFolder.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
@@ -102,6 +103,17 @@ TEST_F(PosixWinePrefixTest, TheRegistryIsThatOfThePrefix) {
     std::filesystem::remove(prefix_ + "/system.reg");
     PutFolder(prefix_ + "/system.reg");
     EXPECT_EQ(read(), "fallback");
+}
+
+TEST(PosixProgramFolderTest, AnInstalledProgramKeepsItsModsInTheUsersFolder) {
+    const test::TempFolder temp;
+    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/new/data");
+    EXPECT_EQ(ChooseProgramFolder(temp.Path()), temp.Path());
+    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/new/data/quillbay");
+    EXPECT_TRUE(std::filesystem::is_directory(temp.Path() + "/new/data/quillbay"));
+    const ScopedVariable home("HOME", temp.Path());
+    const ScopedVariable relative("XDG_DATA_HOME", "somewhere");
+    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/.local/share/quillbay");
 }
 
 } // namespace

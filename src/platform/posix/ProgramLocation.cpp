@@ -1,10 +1,39 @@
 #include "platform/ProgramLocation.h"
 
+#include "platform/posix/ProgramFolder.h"
+
 #include <array>
 #include <climits>
+#include <cstdlib>
+#include <filesystem>
 #include <unistd.h>
 
 namespace quillbay {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Its place by the XDG base directory specification; a relative `$XDG_DATA_HOME` does not count there.
+fs::path UserFolder() {
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data && data[0] == '/') return fs::path(data) / "quillbay";
+    const char* home = std::getenv("HOME");
+    return fs::path(home ? home : "/") / ".local/share/quillbay";
+}
+
+} // namespace
+
+std::string ChooseProgramFolder(const std::string& executableFolder) {
+    std::error_code ignored;
+    if (::access(executableFolder.c_str(), W_OK) == 0 ||
+        fs::is_directory(executableFolder + "/mods", ignored)) {
+        return executableFolder;
+    }
+    const fs::path own = UserFolder();
+    fs::create_directories(own, ignored);
+    return own;
+}
 
 std::string FindProgramDirectory() {
     std::array<char, PATH_MAX> text{};
@@ -12,7 +41,7 @@ std::string FindProgramDirectory() {
     if (length <= 0) return {};
     const std::string program(text.data(), static_cast<std::size_t>(length));
     const auto at = program.rfind('/');
-    return at == std::string::npos ? std::string() : program.substr(0, at);
+    return at == std::string::npos ? std::string() : ChooseProgramFolder(program.substr(0, at));
 }
 
 } // namespace quillbay
