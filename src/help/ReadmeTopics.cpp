@@ -53,9 +53,10 @@ installer.
 and Install Mod in the menu of the right mouse button do the same. Quillbay asks, copies the files and beeps
 when it is done.
 
-Every game file that the mod replaces is first saved in the mod's Backup folder. If that cannot be done,
-nothing is installed and a message says why. Leave the Backup folder alone, and do not change, rename or
-move the mod's files while it is installed: they tell Quillbay what to take out of the game again.
+Every game file that the mod replaces is first saved in the mod's Backup folder. A file that cannot be saved
+is not replaced. If there can be no backup at all, or if the game's folder is not known, nothing is installed
+and a message says why. Leave the Backup folder alone, and do not change, rename or move the mod's files
+while it is installed: they tell Quillbay what to take out of the game again.
 
 Installed mods are listed in the window of Manager, Check currently installed mods, and Uninstall Mod can be
 pressed for them.
@@ -82,9 +83,9 @@ the first one went in. The reverse order of installing is still the tidiest. Whe
 files a later mod has replaced too, the game's own files come back at once, in place of the later mod's.
 Install the later mod again to play on with it.
 
-If something cannot be put back, because the game is running for example, a message says what and why. The
-mod then still counts as installed and its Backup folder keeps what is missing. Remove the cause and
-uninstall again.
+If something cannot be put back, because the game is running for example, a message says so and names the
+first file. The mod then still counts as installed and its Backup folder keeps what is missing. Remove the
+cause and uninstall again.
 
 If the program or the computer stops in the middle of installing or uninstalling, start Quillbay again. If
 the mod counts as installed then, uninstall it, and the game is as it was. If it does not, the game is as it

@@ -32,6 +32,8 @@ frmReadme::frmReadme(frmSelector& main, QAction* menuItem)
       topics_(ReadmeTopics()) {
     ui_->setupUi(this);
     ui_->splTopics->setStretchFactor(1, 1);
+    ui_->lblDisplay->setBackgroundRole(QPalette::Base);
+    ui_->lblDisplay->setForegroundRole(QPalette::Text);
     ui_->lblEmail->setText(ToQString(kContactAddress));
     ui_->lblEmail->setForegroundRole(QPalette::Link);
     ui_->lblEmail->installEventFilter(this);
