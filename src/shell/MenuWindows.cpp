@@ -1,6 +1,10 @@
 #include "shell/MenuWindows.h"
 
+#include "help/frmAbout.h"
+#include "help/frmChanges.h"
+#include "help/frmReadme.h"
 #include "library/frmInstalledMods.h"
+#include "modinfo/frmTechTree.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -24,6 +28,10 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
 
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
+    Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
+    Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
+    Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
+    Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
 };
 
 } // namespace

@@ -47,7 +47,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModEdit,
     &Ui::frmSelector::menuModAnalyzeMod,
-    &Ui::frmSelector::menuModTechTree,
     &Ui::frmSelector::menuModOpenOdfChecker,
     &Ui::frmSelector::menuModCurrentModRemoveMod,
     &Ui::frmSelector::menuModCurrentModViewReadme,
@@ -55,9 +54,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuModCurrentModSubfolders,
     &Ui::frmSelector::menuModCurrentModRemoveSubfolders,
     &Ui::frmSelector::menuModMakeNewFolder,
-    &Ui::frmSelector::menuHelpAbout,
-    &Ui::frmSelector::menuHelpViewReadme,
-    &Ui::frmSelector::menuHelpChanges,
 };
 
 } // namespace

@@ -62,7 +62,7 @@ TEST_F(PosixProcessTest, FilesAndAddressesGoToTheDesktop) {
     EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods/Read me & more.txt") + "\n");
     EXPECT_FALSE(opener->OpenWithShell(temp_ / "Mods\\"));
     EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods") + "\n");
-    EXPECT_FALSE(opener->OpenWithShell("mailto:a@b.example?subject=C:\\x"));
+    EXPECT_FALSE(opener->OpenWithShell("mailto:a@b.example?subject=C:\\x", "C:\\"));
     EXPECT_EQ(TakeRecord(), "1\nmailto:a@b.example?subject=C:\\x\n");
     EXPECT_EQ(opener->OpenWithShell(temp_ / "none"), std::errc::no_such_file_or_directory);
     // The programs are not ours to wait for.

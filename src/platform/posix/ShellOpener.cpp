@@ -57,7 +57,7 @@ public:
     std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
         auto command = MakeCommand(target);
         if (!command) return command.Error();
-        if (!workingFolder.empty()) {
+        if (!workingFolder.empty() && !IsWebAddress(target)) {
             auto folder = FindArgumentPath(workingFolder);
             if (!folder) return folder.Error();
             command->workingFolder = std::move(*folder);

@@ -1,0 +1,28 @@
+#include "help/frmAbout.h"
+
+#include "common/QtText.h"
+#include "common/Version.h"
+#include "shell/frmSelector.h"
+#include "ui_frmAbout.h"
+
+#include <QStyle>
+
+namespace quillbay {
+
+frmAbout::frmAbout(frmSelector& main, QAction* menuItem)
+    : OkWindow(main, menuItem), ui_(std::make_unique<Ui::frmAbout>()) {
+    ui_->setupUi(this);
+    ui_->lblVersion->setText(QStringLiteral("Version ") + ToQString(kVersion));
+    SetOkButton(*ui_->cmdOK);
+}
+
+frmAbout::~frmAbout() = default;
+
+void frmAbout::Form_Load() {
+    const QIcon own = windowIcon(); // the main window's by now
+    const QIcon icon = own.isNull() ? style()->standardIcon(QStyle::SP_MessageBoxInformation) : own;
+    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+    ui_->picIcon->setPixmap(icon.pixmap({size, size}, devicePixelRatioF()));
+}
+
+} // namespace quillbay
