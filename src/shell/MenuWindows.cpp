@@ -1,6 +1,8 @@
 #include "shell/MenuWindows.h"
 
+#include "effects/frmOptions.h"
 #include "library/frmInstalledMods.h"
+#include "modinfo/frmEditModInfo.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -22,8 +24,18 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
     return std::make_unique<Window>(main, item);
 }
 
+std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& controls, QAction*) {
+    return std::make_unique<frmOptions>(
+        main, SmoothClosingItems{.xAxis = controls.menuManagerSmoothClosingXAxis,
+                                 .yAxis = controls.menuManagerSmoothClosingYAxis,
+                                 .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
+                                 .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+}
+
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
+    Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
+    Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
 };
 
 } // namespace
