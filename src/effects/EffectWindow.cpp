@@ -55,9 +55,7 @@ void EffectWindow::CloseWithEffects(unsigned opening) {
     const QPointer<EffectWindow> self = this;
     const auto overtaken = [&] { return !self || opening != opening_; };
     if (overtaken()) return;
-    SmoothClose(*this, host_);
-    if (overtaken()) return;
-    FadeOut(*this, host_);
+    RunClosingEffects();
     if (overtaken()) return;
 
     effectsDone_ = true;
@@ -66,6 +64,13 @@ void EffectWindow::CloseWithEffects(unsigned opening) {
     closing_ = false;
     if (menuItem_) menuItem_->setChecked(false);
     emit Closed();
+}
+
+void EffectWindow::RunClosingEffects() {
+    const QPointer<EffectWindow> self = this;
+    const unsigned opening = opening_;
+    SmoothClose(*this, host_);
+    if (self && opening == opening_) FadeOut(*this, host_);
 }
 
 void EffectWindow::changeEvent(QEvent* event) {

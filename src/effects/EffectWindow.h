@@ -10,7 +10,7 @@ namespace quillbay {
 class EffectHost;
 
 /// Base of every window but the main one: takes the main window's icon, opens modeless with ShowWithFade and
-/// a check mark at its menu item, closes with SmoothClose and FadeOut and clears the mark. It is opened again
+/// a check mark at its menu item, closes with RunClosingEffects and clears the mark. It is opened again
 /// and again. It has no Qt parent, so that the main window can lie above it: its owner, the main window,
 /// destroys it.
 class EffectWindow : public QWidget {
@@ -35,6 +35,10 @@ protected:
     virtual void Form_Shown() {}
     /// The window became the active one.
     virtual void Form_Activate() {}
+
+    /// What is seen while the window closes: SmoothClose, then FadeOut. It may be opened again or destroyed
+    /// meanwhile.
+    virtual void RunClosingEffects();
 
     /// Refuses the event, runs the closing effects from the event loop and closes the window then: Qt
     /// delivers no second closing, as after a reopening, from inside this handler.

@@ -109,6 +109,14 @@ void FadeBetween(QWidget& window, int from, int to, int step) {
     RunFade(window, nullptr, FadeBetweenSteps(from, to, step));
 }
 
+void FadeOthersBetween(const QWidget& window, EffectHost& host, int from, int to, int step) {
+    const QPointer<QWidget> mainWindow = &host.MainWindow();
+    for (const QPointer<QWidget>& other : VisibleWindows()) {
+        if (!mainWindow || host.Phase != ProgramPhase::Running) return;
+        if (other && other != &window && other->isVisible()) FadeBetween(*other, from, to, step);
+    }
+}
+
 void ShowWithFade(QWidget& window, EffectHost& host) {
     EffectState& state = EffectState::Of(window);
     state.RestoreCaption();

@@ -16,6 +16,8 @@ class EffectHost;
 void FadeIn(QWidget& window, EffectHost& host, int target);
 void FadeOut(QWidget& window, EffectHost& host);
 void FadeBetween(QWidget& window, int from, int to, int step);
+/// FadeBetween for every visible window but this one, until the program closes.
+void FadeOthersBetween(const QWidget& window, EffectHost& host, int from, int to, int step);
 
 /// Shows a window modeless: invisible, shown, faded in to the host's FadeIntensity. Ends an effect that still
 /// runs on it and gives back what that one took.

@@ -1,7 +1,6 @@
 #include "modinfo/ModInfo.h"
 
 #include "common/modMisc.h"
-#include "platform/CodePage.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +21,9 @@ struct Field {
 
 constexpr std::string_view kNoFile = "(File 'ModInfo.txt' not found)";
 constexpr std::string_view kDefaultHeading = "Other: ";
+constexpr std::string_view kLineEnd = "\r\n";
 
+/// In the order in which they are written.
 constexpr std::array<Field, 5> kFields = {{
     {"Author: ", &ModInfoValues::author, &ModInfoCaptions::author, "(File does not contain author)",
      "(File does not contain author)", kNoFile},
@@ -30,10 +31,10 @@ constexpr std::array<Field, 5> kFields = {{
      "(File does not contain description)", "(File does not contain description)", kNoFile},
     {"Version: ", &ModInfoValues::version, &ModInfoCaptions::version,
      "(File does not contain version number)", "(File does not contain version number)", kNoFile},
-    {"Other: ", &ModInfoValues::other, &ModInfoCaptions::other, "(File does not contain 'other')",
-     "(File does not contain Other)", kNoFile},
     {"Other Heading: ", &ModInfoValues::otherHeading, &ModInfoCaptions::otherHeading, kDefaultHeading,
      "(File does not contain OtherHeading)", kDefaultHeading},
+    {"Other: ", &ModInfoValues::other, &ModInfoCaptions::other, "(File does not contain 'other')",
+     "(File does not contain Other)", kNoFile},
 }};
 
 constexpr std::size_t LongestPrefix() {
@@ -94,6 +95,22 @@ ModInfoCaptions MakeModInfoCaptions(const std::optional<ModInfoValues>& values) 
     for (const Field& field : kFields)
         captions.*field.caption = MakeCaption(values, field);
     return captions;
+}
+
+bool HasCutCaption(const ModInfoValues& values) {
+    return std::any_of(kFields.begin(), kFields.end(), [&](const Field& field) {
+        const std::string text = DecodeSystemText((values.*field.value).value_or(std::string()));
+        return CutText(text, kMaxShownCharacters).size() < text.size();
+    });
+}
+
+EncodedText EncodeModInfo(const ModInfoCaptions& values) {
+    std::string text;
+    for (const Field& field : kFields) {
+        if (!text.empty()) text += kLineEnd;
+        text.append(field.prefix).append(values.*field.caption).append(kLineEnd);
+    }
+    return EncodeSystemText(text);
 }
 
 std::optional<ModInfoValues> ReadModInfo(const FileSystem& files, std::string_view path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CodePage.h"
 #include "platform/FileSystem.h"
 
 #include <optional>
@@ -39,13 +40,22 @@ private:
     bool afterCr_ = false;
 };
 
-/// The five captions of the details panel as UTF-8, fallback texts included, cut to kMaxShownCharacters.
+/// Five texts as UTF-8: the captions of the details panel, fallback texts included, cut to
+/// kMaxShownCharacters; or the values that a user typed.
 struct ModInfoCaptions {
     std::string author, description, version, other, otherHeading;
+    friend bool operator==(const ModInfoCaptions&, const ModInfoCaptions&) = default;
 };
 
 /// `values` of a present file; `std::nullopt` for an absent one. A value of blanks only counts as none.
 ModInfoCaptions MakeModInfoCaptions(const std::optional<ModInfoValues>& values);
+
+/// True when the caption of a value is cut, so that whoever sees it does not see the whole value.
+bool HasCutCaption(const ModInfoValues& values);
+
+/// A ModInfo.txt of these values: five field lines with an empty line between each two, every one ending in
+/// CR LF. The values stand as they are; a line end in one of them ends its line in the file too.
+EncodedText EncodeModInfo(const ModInfoCaptions& values);
 
 /// Reads and parses the file whatever its size, without holding it whole. No values on failure.
 std::optional<ModInfoValues> ReadModInfo(const FileSystem& files, std::string_view path);

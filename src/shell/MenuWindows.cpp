@@ -1,9 +1,11 @@
 #include "shell/MenuWindows.h"
 
+#include "effects/frmOptions.h"
 #include "help/frmAbout.h"
 #include "help/frmChanges.h"
 #include "help/frmReadme.h"
 #include "library/frmInstalledMods.h"
+#include "modinfo/frmEditModInfo.h"
 #include "modinfo/frmTechTree.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
@@ -26,12 +28,22 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
     return std::make_unique<Window>(main, item);
 }
 
+std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& controls, QAction*) {
+    return std::make_unique<frmOptions>(
+        main, SmoothClosingItems{.xAxis = controls.menuManagerSmoothClosingXAxis,
+                                 .yAxis = controls.menuManagerSmoothClosingYAxis,
+                                 .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
+                                 .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+}
+
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
+    Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
+    Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
 };
 
 } // namespace

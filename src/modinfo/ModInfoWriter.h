@@ -1,0 +1,29 @@
+#pragma once
+
+#include "modinfo/ModInfo.h"
+#include "platform/FileSystem.h"
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace quillbay {
+
+enum class ModInfoOutcome {
+    Written,
+    Unencodable, ///< a text holds a character outside the system code page
+    CutValue,    ///< the file holds a value whose caption is cut
+    Failed,      ///< the folder or the old file cannot be read, or the new one not written
+};
+
+struct ModInfoResult {
+    ModInfoOutcome outcome = ModInfoOutcome::Written;
+    std::string character; ///< of Unencodable, UTF-8
+    std::error_code error; ///< of Failed
+};
+
+/// Makes the ModInfo.txt of a mod, or replaces it as a whole, also one in another letter case: the one whose
+/// values are shown. Unless the outcome is Written, nothing has changed. The mod's folder must exist.
+ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values);
+
+} // namespace quillbay

@@ -1,0 +1,210 @@
+#include "modinfo/frmEditModInfo.h"
+
+#include "common/PathText.h"
+#include "common/PlainToolTip.h"
+#include "common/QtText.h"
+#include "common/ShowMessage.h"
+#include "modinfo/ModInfoWriter.h"
+#include "shell/frmSelector.h"
+#include "ui_frmEditModInfo.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+QString TextOf(const QLineEdit& box) { return box.text(); }
+
+void SetText(QLineEdit& box, const QString& text) { box.setText(text); }
+
+/// A line break that was typed ends a line of the file; a line feed that stood in the value stays one. The
+/// plain text of the document would not tell them apart, and would make blanks of hard ones.
+QString TextOf(const QPlainTextEdit& box) {
+    return box.document()
+        ->toRawText()
+        .replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"))
+        .replace(QChar::LineSeparator, QChar::LineFeed);
+}
+
+void SetText(QPlainTextEdit& box, const QString& text) {
+    box.setPlainText(QString(text).replace(QChar::LineFeed, QChar::LineSeparator));
+}
+
+bool IsBlank(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == QChar::Space; });
+}
+
+} // namespace
+
+frmEditModInfo::frmEditModInfo(frmSelector& main, QAction* menuItem)
+    : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmEditModInfo>()) {
+    ui_->setupUi(this);
+    AddBox(*ui_->txtAuthor, *ui_->lblModsMaker, &ModInfoCaptions::author);
+    AddBox(*ui_->txtDescription, *ui_->lblModsDescription, &ModInfoCaptions::description);
+    AddBox(*ui_->txtVersion, *ui_->lblModsVersion, &ModInfoCaptions::version);
+    AddBox(*ui_->txtOtherHeading, *ui_->lblModsOtherHeading, &ModInfoCaptions::otherHeading);
+    AddBox(*ui_->txtOther, *ui_->lblModsOther, &ModInfoCaptions::other);
+    connect(ui_->cboMod, &QComboBox::currentIndexChanged, this, &frmEditModInfo::cboMod_Click);
+    connect(ui_->cmdMakeFile, &QPushButton::clicked, this, &frmEditModInfo::cmdMakeFile_Click);
+    connect(ui_->cmdClear, &QPushButton::clicked, this, &frmEditModInfo::cmdClear_Click);
+    connect(&main, &frmSelector::ModListRebuilt, this, &frmEditModInfo::FollowModList);
+    connect(&main, &frmSelector::ModDetailsShown, this, &frmEditModInfo::FollowDetails);
+}
+
+frmEditModInfo::~frmEditModInfo() = default;
+
+template <typename Box>
+void frmEditModInfo::AddBox(Box& box, QLabel& preview, std::string ModInfoCaptions::*value) {
+    const ValueBox added{value, &preview, [&box] { return TextOf(box); },
+                         [&box](const QString& text) { SetText(box, text); }};
+    boxes_.push_back(added);
+    connect(&box, &Box::textChanged, this, [this, added] { ShowPreview(added); });
+}
+
+void frmEditModInfo::Form_Load() {
+    main_.ShowModDetails();
+    followed_ = SelectedMod();
+    FillCombo();
+    Choose({});
+    FillBoxes({});
+    ShowPreviews();
+}
+
+void frmEditModInfo::FollowModList() {
+    if (!isVisible()) return;
+    const ModPath chosen = ChosenMod();
+    FillCombo();
+    Choose(chosen);
+}
+
+void frmEditModInfo::FollowDetails() {
+    if (!isVisible()) return;
+    const ModPath before = std::exchange(followed_, SelectedMod());
+    if (followed_ != before) {
+        const auto& rows = main_.ModRows();
+        const bool isGone =
+            std::none_of(rows.begin(), rows.end(), [&](const ModRow& row) { return row.path == before; });
+        // The list selects another mod by itself when one goes: what was typed for that one stays then, and
+        // must not be written for a mod that nobody chose.
+        const bool keepTexts = isGone && Texts() != filled_;
+        Choose(keepTexts ? ModPath{} : followed_);
+        if (!keepTexts) FillBoxes(main_.ShownCaptions());
+    }
+    ShowPreviews();
+}
+
+void frmEditModInfo::FillCombo() {
+    const QSignalBlocker quiet(ui_->cboMod);
+    ui_->cboMod->clear();
+    for (const ModRow& row : main_.ModRows()) {
+        if (row.path.Empty()) continue;
+        ui_->cboMod->addItem(ToQString(row.text), ToQString(row.path.text));
+    }
+}
+
+void frmEditModInfo::Choose(const ModPath& mod) {
+    const QSignalBlocker quiet(ui_->cboMod);
+    ui_->cboMod->setCurrentIndex(mod.Empty() ? -1 : ui_->cboMod->findData(ToQString(mod.text)));
+    NamePlace();
+}
+
+void frmEditModInfo::NamePlace() {
+    ui_->cboMod->setToolTip(PlainToolTip(ui_->cboMod->currentData().toString()));
+}
+
+ModPath frmEditModInfo::ChosenMod() const { return {FromQString(ui_->cboMod->currentData().toString())}; }
+
+ModPath frmEditModInfo::SelectedMod() const {
+    const auto row = main_.SelectedMod();
+    return row ? row->path : ModPath{};
+}
+
+void frmEditModInfo::cboMod_Click() {
+    const ModPath mod = ChosenMod();
+    if (mod.Empty()) return;
+    NamePlace();
+    // The texts stay: the panel that is filled now is that of the mod that is followed already.
+    followed_ = mod;
+    if (SelectedMod() == mod)
+        main_.ShowModDetails();
+    else
+        main_.SelectMod(mod);
+    activateWindow();
+}
+
+void frmEditModInfo::cmdClear_Click() {
+    for (const ValueBox& box : boxes_)
+        box.setText({});
+}
+
+void frmEditModInfo::cmdMakeFile_Click() {
+    const ModPath mod = ChosenMod();
+    if (mod.Empty()) {
+        ShowMessage(this, QStringLiteral("Please select a mod."));
+        return;
+    }
+    const ModInfoCaptions texts = Texts();
+    const auto answer =
+        ShowMessage(this, QStringLiteral("Are you sure you want to make the file?"),
+                    QStringLiteral("Make file?"), QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::Yes) return;
+    const ModInfoResult result =
+        WriteModInfo(main_.GetServices().files, Join(ModsFolder(main_.ProgramDirectory), mod.text), texts);
+    if (result.outcome != ModInfoOutcome::Written) {
+        Report(result);
+        return;
+    }
+    main_.ShowModDetails();
+    if (SelectedMod() == mod) FillBoxes(main_.ShownCaptions());
+    activateWindow();
+}
+
+void frmEditModInfo::Report(const ModInfoResult& result) {
+    QString text;
+    switch (result.outcome) {
+    case ModInfoOutcome::Written:
+        return;
+    case ModInfoOutcome::Unencodable:
+        text = QStringLiteral("ModInfo.txt was not written, because it cannot hold this character: ") +
+               ToQString(result.character);
+        break;
+    case ModInfoOutcome::CutValue:
+        text = QStringLiteral("ModInfo.txt was not written, because it holds a text that is too long to be "
+                              "shown whole here and would be lost.");
+        break;
+    case ModInfoOutcome::Failed:
+        text = QStringLiteral("ModInfo.txt could not be written.\n\n") +
+               QString::fromLocal8Bit(result.error.message().c_str());
+        break;
+    }
+    ShowError(this, text);
+}
+
+ModInfoCaptions frmEditModInfo::Texts() const {
+    ModInfoCaptions texts;
+    for (const ValueBox& box : boxes_)
+        texts.*box.value = FromQString(box.text());
+    return texts;
+}
+
+void frmEditModInfo::FillBoxes(const ModInfoCaptions& captions) {
+    for (const ValueBox& box : boxes_)
+        box.setText(ToQString(captions.*box.value));
+    filled_ = Texts();
+}
+
+void frmEditModInfo::ShowPreview(const ValueBox& box) {
+    const QString text = box.text();
+    box.preview->setText(IsBlank(text) ? ToQString(main_.ShownCaptions().*box.value) : text);
+}
+
+void frmEditModInfo::ShowPreviews() {
+    for (const ValueBox& box : boxes_)
+        ShowPreview(box);
+}
+
+} // namespace quillbay

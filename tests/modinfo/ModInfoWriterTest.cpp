@@ -1,0 +1,84 @@
+#include "modinfo/ModInfoWriter.h"
+
+#include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace quillbay::test {
+namespace {
+
+const ModInfoCaptions kValues{"Tom && J\xC3\xB6rg", "one\r\nAuthor: two", "1.0 ", "", "Credits"};
+const std::string kBytes =
+    "Author: Tom && J\xF6rg\r\n\r\nDescription: one\r\nAuthor: two\r\n\r\nVersion: 1.0 \r\n\r\n"
+    "Other Heading: Credits\r\n\r\nOther: \r\n";
+
+class ModInfoWriter : public DiskTest {
+protected:
+    std::string Bytes(const std::string& path) const { return disk_->Read(path, 0, 100'000).ValueOr({}); }
+    ModInfoOutcome Write(const ModInfoCaptions& values) {
+        return WriteModInfo(*disk_, temp_.Path(), values).outcome;
+    }
+};
+
+TEST_F(ModInfoWriter, WritesNineLinesOrReplacesTheFileOfAnotherLetterCase) {
+    EXPECT_EQ(Write(kValues), ModInfoOutcome::Written);
+    EXPECT_EQ(Bytes(temp_ / "ModInfo.txt"), kBytes);
+
+    ASSERT_FALSE(disk_->Rename(temp_ / "ModInfo.txt", temp_ / "modinfo.TXT"));
+    EXPECT_EQ(Write({"x", "", "", "", ""}), ModInfoOutcome::Written);
+    const auto entries = disk_->List(temp_.Path(), Detail::Names);
+    ASSERT_EQ(entries->size(), 1U);
+    EXPECT_EQ(entries->front().name, "modinfo.TXT");
+    EXPECT_EQ(Bytes(temp_ / "modinfo.TXT").substr(0, 11), "Author: x\r\n");
+}
+
+TEST_F(ModInfoWriter, ReplacesTheFileAsAWholeOrNotAtAll) {
+    const ModInfoResult foreign = WriteModInfo(*disk_, temp_.Path(), {"a", "\xD0\x96", "", "", ""});
+    EXPECT_EQ(foreign.outcome, ModInfoOutcome::Unencodable);
+    EXPECT_EQ(foreign.character, "\xD0\x96");
+    EXPECT_TRUE(disk_->List(temp_.Path(), Detail::Names)->empty());
+    EXPECT_EQ(WriteModInfo(*disk_, temp_ / "gone", kValues).outcome, ModInfoOutcome::Failed);
+
+    const std::string longest = "Other: " + std::string(kMaxShownCharacters, '\xE4');
+    for (const std::string& old : {longest, longest + "\xE4"}) {
+        PutFile(temp_ / "ModInfo.txt", old);
+        const bool whole = old == longest;
+        EXPECT_EQ(Write(kValues), whole ? ModInfoOutcome::Written : ModInfoOutcome::CutValue);
+        EXPECT_EQ(Bytes(temp_ / "ModInfo.txt"), whole ? kBytes : old);
+    }
+
+    for (std::size_t number = 1;; ++number) {
+        PutFile(temp_ / "ModInfo.txt", "Author: old");
+        FaultyFileSystem files(*disk_);
+        files.Arm(number, FaultyFileSystem::Fault::Fail, std::errc::no_space_on_device);
+        const bool failed = WriteModInfo(files, temp_.Path(), kValues).outcome == ModInfoOutcome::Failed;
+        EXPECT_EQ(failed, number <= 3) << "listing, reading, writing";
+        EXPECT_EQ(Bytes(temp_ / "ModInfo.txt"), failed ? "Author: old" : kBytes);
+        if (!failed) break;
+    }
+}
+
+TEST_F(ModInfoWriter, WhatIsWrittenIsReadAgain) {
+    std::mt19937 random(20'260'202);
+    const auto text = [&] {
+        std::string bytes;
+        for (auto size = random() % 40; size > 0; --size)
+            if (const char byte = static_cast<char>(random()); byte != '\r') bytes += byte;
+        return DecodeSystemText(bytes);
+    };
+    for (int round = 0; round < 300; ++round) {
+        const ModInfoCaptions values{text(), text(), text(), text(), text()};
+        ASSERT_EQ(Write(values), ModInfoOutcome::Written);
+        const auto read = ReadModInfo(*disk_, temp_ / "ModInfo.txt");
+        ASSERT_TRUE(read);
+        const ModInfoCaptions again{DecodeSystemText(*read->author), DecodeSystemText(*read->description),
+                                    DecodeSystemText(*read->version), DecodeSystemText(*read->other),
+                                    DecodeSystemText(*read->otherHeading)};
+        ASSERT_EQ(again, values) << round;
+    }
+}
+
+} // namespace
+} // namespace quillbay::test
