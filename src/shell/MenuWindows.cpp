@@ -1,5 +1,6 @@
 #include "shell/MenuWindows.h"
 
+#include "catalogue/frmInstaller.h"
 #include "library/frmInstalledMods.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
@@ -23,6 +24,7 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
 }
 
 constexpr std::array kOpeners{
+    Opener{&Ui::frmSelector::menuManagerFileInstaller, Make<frmInstaller>},
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
 };
 
