@@ -5,6 +5,7 @@
 #include "common/ShowMessage.h"
 #include "common/UpdateLock.h"
 #include "library/ModRows.h"
+#include "platform/ShellOpener.h"
 #include "shell/frmSelector.h"
 #include "ui_frmInstaller.h"
 
