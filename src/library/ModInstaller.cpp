@@ -1,12 +1,12 @@
 #include "library/ModInstaller.h"
 
 #include "common/PathText.h"
+#include "library/EmptyFolders.h"
 #include "library/FolderMaker.h"
 #include "library/InstalledMods.h"
 
 #include <algorithm>
 #include <array>
-#include <unordered_set>
 
 namespace quillbay {
 
@@ -29,7 +29,7 @@ public:
         if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) {
             CopyFiles();
             RemoveNeedlessCopies();
-            RemoveEmptyGameFolders();
+            RemoveEmptyKnownFolders(files_, plan_.gameFolders, gameFolders_, filled_);
         }
         return std::move(result_);
     }
@@ -203,23 +203,6 @@ private:
         for (const auto i : notReplaced_)
             if (!files_.RemoveFile(savedNow_[i])) --result_.saved;
         RestoreBackupTime(files_, self_);
-    }
-
-    /// Known folders that hold nothing, children first, whoever left them empty.
-    void RemoveEmptyGameFolders() {
-        const auto& made = gameFolders_.Made();
-        for (auto folder = made.rbegin(); folder != made.rend(); ++folder)
-            Ignore(files_.RemoveEmptyFolder(*folder));
-        std::unordered_set<std::string> removed;
-        for (std::size_t i = kKnownFolderCount; i-- > 0;) {
-            for (const auto& folder : plan_.gameFolders[i]) {
-                const bool isEmpty =
-                    !filled_[i] && std::ranges::all_of(folder.entries, [&](const DirEntry& entry) {
-                        return IsLeftover(entry.name) || removed.contains(Join(folder.path, entry.name));
-                    });
-                if (isEmpty && !files_.RemoveEmptyFolder(folder.path)) removed.insert(folder.path);
-            }
-        }
     }
 
     FileSystem& files_;

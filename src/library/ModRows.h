@@ -40,6 +40,9 @@ struct ModRow {
     friend bool operator==(const ModRow&, const ModRow&) = default;
 };
 
+/// The mods in `modsFolder`, sorted by folded name; none when it cannot be listed.
+std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder);
+
 /// The rows of the library: a row for each folder of `modsFolder`, sorted by folded name, with the folders in
 /// its `Addon` folder below it (the last one listed first). Folders that cannot be listed give no rows.
 /// Without any mod the result is empty; the placeholder is the list's business.

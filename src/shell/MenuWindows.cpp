@@ -1,5 +1,6 @@
 #include "shell/MenuWindows.h"
 
+#include "catalogue/frmInstaller.h"
 #include "effects/frmOptions.h"
 #include "help/frmAbout.h"
 #include "help/frmChanges.h"
@@ -37,6 +38,7 @@ std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& co
 }
 
 constexpr std::array kOpeners{
+    Opener{&Ui::frmSelector::menuManagerFileInstaller, Make<frmInstaller>},
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},

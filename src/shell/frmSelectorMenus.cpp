@@ -32,7 +32,6 @@ const std::array kSeparators{
 
 /// Items whose command does not exist yet. They stay disabled, whatever else would enable them.
 constexpr std::array kNotYetServed{
-    &Ui::frmSelector::menuManagerFileInstaller,
     &Ui::frmSelector::menuManagerFindModifiedFiles,
     &Ui::frmSelector::menuManagerModFilesRecompile,
     &Ui::frmSelector::menuManagerInstallMapEditor,
