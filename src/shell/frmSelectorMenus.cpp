@@ -35,26 +35,12 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerFileInstaller,
     &Ui::frmSelector::menuManagerFindModifiedFiles,
     &Ui::frmSelector::menuManagerModFilesRecompile,
-    &Ui::frmSelector::menuManagerInstallMapEditor,
     &Ui::frmSelector::menuManagerOptions,
-    &Ui::frmSelector::menuManagerLaunchT2,
-    &Ui::frmSelector::menuManagerLaunchMapEditor,
-    &Ui::frmSelector::menuManagarLaunchT2Dir,
-    &Ui::frmSelector::menuManagerLaunchQuillbayDir,
-    &Ui::frmSelector::menuManagerLaunchNimb,
-    &Ui::frmSelector::menuManagerLaunchZeph,
-    &Ui::frmSelector::menuManagerLaunchLodestar,
     &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModEdit,
     &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModTechTree,
     &Ui::frmSelector::menuModOpenOdfChecker,
-    &Ui::frmSelector::menuModCurrentModRemoveMod,
-    &Ui::frmSelector::menuModCurrentModViewReadme,
-    &Ui::frmSelector::menuModCurrentModOpen,
-    &Ui::frmSelector::menuModCurrentModSubfolders,
-    &Ui::frmSelector::menuModCurrentModRemoveSubfolders,
-    &Ui::frmSelector::menuModMakeNewFolder,
     &Ui::frmSelector::menuHelpAbout,
     &Ui::frmSelector::menuHelpViewReadme,
     &Ui::frmSelector::menuHelpChanges,
@@ -85,9 +71,14 @@ void frmSelector::ConnectMenus() {
     onClick(ui_->menuManagerSmoothClosingMainWindowOnly,
             [this](bool on) { SaveSwitch("Main Window Only", on); });
     onClick(ui_->menuQuit, &frmSelector::EndProgram);
+    ConnectLaunchMenus();
     onClick(ui_->menuModInstall, &frmSelector::InstallMod);
     onClick(ui_->menuModRefreshModList, [this] { RefreshModList({}); });
     onClick(ui_->menuModUninstall, &frmSelector::UninstallMod);
+    onClick(ui_->menuModCurrentModRemoveMod, &frmSelector::RemoveMod);
+    onClick(ui_->menuModCurrentModSubfolders, &frmSelector::MakeModSubfolders);
+    onClick(ui_->menuModCurrentModRemoveSubfolders, &frmSelector::RemoveModSubfolders);
+    onClick(ui_->menuModMakeNewFolder, &frmSelector::MakeNewModFolder);
     ui_->menuModCurrentMod->setDefaultAction(ui_->menuModInstall);
     for (const auto item : kNotYetServed) {
         ((*ui_).*item)->setEnabled(false);
