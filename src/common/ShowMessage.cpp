@@ -1,5 +1,7 @@
 #include "common/ShowMessage.h"
 
+#include "common/QtText.h"
+
 #include <QLabel>
 #include <QPointer>
 
@@ -25,8 +27,20 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, co
     return answer == QMessageBox::NoButton && hasNo ? QMessageBox::No : answer;
 }
 
+bool Confirmed(QWidget* parent, const QString& text, const QString& title, QMessageBox::Icon icon,
+               const QString& informative) {
+    return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative) ==
+           QMessageBox::Yes;
+}
+
 void ShowError(QWidget* parent, const QString& text) {
     ShowMessage(parent, text, QStringLiteral("Error!"), QMessageBox::Critical);
 }
+
+QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
+    return sentence + QStringLiteral("\n\n") + ToQString(path) + QStringLiteral("\n") + Reason(error);
+}
+
+QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
 
 } // namespace quillbay

@@ -3,6 +3,9 @@
 #include <QMessageBox>
 #include <QString>
 
+#include <string_view>
+#include <system_error>
+
 namespace quillbay {
 
 inline constexpr char kProgramTitle[] = "Quillbay";
@@ -16,7 +19,16 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text,
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                         const QString& informative = {});
 
+/// True when the user answered Yes to a question with Yes and No.
+bool Confirmed(QWidget* parent, const QString& text, const QString& title,
+               QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {});
+
 /// Critical-stop icon, title "Error!", OK.
 void ShowError(QWidget* parent, const QString& text);
+
+/// The sentence, and below it the path that it is about and the system's reason.
+QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error);
+/// The system's reason alone.
+QString Reason(const std::error_code& error);
 
 } // namespace quillbay

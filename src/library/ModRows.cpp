@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::string_view kModsName = "mods";
 constexpr std::string_view kAddonName = "Addon";
-/// Names that this program gives to what it is working on begin with this.
-constexpr std::string_view kLeftoverPrefix = "~quillbay.";
 
 /// The path of a mod row; empty for a text that stands for no mod.
 ModPath PathOfModRow(std::string_view row) {
@@ -106,6 +104,15 @@ bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory) {
         Ignore(files.Rename(Join(programDirectory, found->name), folder));
     }
     return false;
+}
+
+bool ModExists(const FileSystem& files, std::string_view modsFolder, const ModPath& mod) {
+    const auto isFolder = [&](std::string_view path) {
+        const auto found = files.Stat(Join(modsFolder, path));
+        return found && found->kind == EntryKind::Folder && found->name == LastComponent(path);
+    };
+    const std::string_view top = std::string_view(mod.text).substr(0, mod.text.find('\\'));
+    return !mod.Empty() && isFolder(top) && (top == mod.text || isFolder(mod.text));
 }
 
 std::string ModsFolder(std::string_view programDirectory) { return Join(programDirectory, kModsName); }

@@ -13,6 +13,8 @@ namespace quillbay {
 
 inline constexpr std::string_view kAddonIndent = "    ";
 inline constexpr std::string_view kNoModsRow = "(No mods found.)";
+/// Names that this program gives to what it is working on begin with this; they are no mods.
+inline constexpr std::string_view kLeftoverPrefix = "~quillbay.";
 
 /// A folder below `mods`: `<mod>` or `<mod>\Addon\<addon>`. Empty: no mod, and every command refuses it.
 struct ModPath {
@@ -51,6 +53,10 @@ std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view mod
 /// Makes `modsFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
 /// `mods` can both exist, `mods` is used and nothing is merged or renamed. True when it was made.
 bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory);
+
+/// True when the folder of the mod is there in exactly this spelling: in another letter case it may be
+/// another mod.
+bool ModExists(const FileSystem& files, std::string_view modsFolder, const ModPath& mod);
 
 /// `programDirectory\mods`
 std::string ModsFolder(std::string_view programDirectory);

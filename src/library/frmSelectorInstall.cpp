@@ -65,10 +65,6 @@ private:
     bool hourglass_ = false;
 };
 
-bool Confirmed(QWidget* window, const QString& text, const QString& title, QMessageBox::Icon icon) {
-    return ShowMessage(window, text, title, icon, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
-}
-
 void TellFolderGone(QWidget* window) {
     ShowMessage(window,
                 QStringLiteral("The folder you have selected no longer exists. Please check to see if it has "
@@ -92,12 +88,6 @@ bool HasGame(QWidget* window, GameDirectoryState state) {
         return false;
     }
     return false;
-}
-
-QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
-
-QString WithPath(const QString& sentence, const std::string& path, const std::error_code& error) {
-    return sentence + QStringLiteral("\n\n") + ToQString(path) + QStringLiteral("\n") + Reason(error);
 }
 
 void ReportInstall(QWidget* window, const InstallResult& result) {
@@ -188,7 +178,7 @@ void frmSelector::InstallMod() {
         if (!Confirmed(this,
                        QStringLiteral("You have selected the ") + name +
                            QStringLiteral(" mod. Do you want to install it?"),
-                       QStringLiteral("Install ") + name + QStringLiteral(" mod?"), QMessageBox::Question)) {
+                       QStringLiteral("Install ") + name + QStringLiteral(" mod?"))) {
             return;
         }
         busy.SetCaption(QStringLiteral("Installing"));
@@ -235,10 +225,10 @@ void frmSelector::UninstallMod() {
         QString name;
         const auto job = JobForSelection(name);
         if (!job) return;
-        if (!Confirmed(
-                this,
-                QStringLiteral("Are you sure you want to uninstall the ") + name + QStringLiteral(" mod?"),
-                QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"), QMessageBox::Question)) {
+        if (!Confirmed(this,
+                       QStringLiteral("Are you sure you want to uninstall the ") + name +
+                           QStringLiteral(" mod?"),
+                       QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"))) {
             return;
         }
         if (!IsInstalled(services_.files, job->ModFolder()) &&

@@ -46,6 +46,13 @@ std::optional<ModInfoValues> ReadPresentModInfo(const FileSystem& files, const s
 
 } // namespace
 
+const DirEntry* FindReadme(const std::vector<DirEntry>& modFolderEntries) {
+    const auto found = std::ranges::find_if(modFolderEntries, [](const DirEntry& entry) {
+        return entry.IsPlainFile() && ContainsText(entry.name, kReadmePart);
+    });
+    return found == modFolderEntries.end() ? nullptr : &*found;
+}
+
 ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder) {
     ModDetails details;
     std::vector<DirEntry> plainFiles;
@@ -60,9 +67,7 @@ ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder) {
         std::erase_if(plainFiles, [](const DirEntry& entry) { return !entry.IsPlainFile(); });
         if (const auto size = files.TreeSize(modFolder)) details.size = *size;
     }
-    details.hasReadme = std::any_of(plainFiles.begin(), plainFiles.end(), [](const DirEntry& entry) {
-        return ContainsText(entry.name, kReadmePart);
-    });
+    details.hasReadme = FindReadme(plainFiles) != nullptr;
     AddPictures(details, std::string(modFolder), plainFiles);
     details.captions = MakeModInfoCaptions(ReadPresentModInfo(files, std::string(modFolder), plainFiles));
     return details;

@@ -26,6 +26,9 @@ struct ModDetails {
     ModInfoCaptions captions;
 };
 
+/// The first plain file whose name contains `readme` in any letter case; null when there is none.
+const DirEntry* FindReadme(const std::vector<DirEntry>& modFolderEntries);
+
 /// Lists the mod's own folder once. Steps that fail leave their member at its default.
 ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder);
 

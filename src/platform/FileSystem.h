@@ -36,7 +36,8 @@ struct DirEntry {
 };
 
 struct FileInfo : DirEntry {
-    unsigned links = 1; ///< how many names (hard links) the file has
+    unsigned links = 1;   ///< how many names (hard links) the file has
+    bool isMount = false; ///< a folder where something is mounted (Windows: such a folder is a link)
 };
 
 enum class Detail {

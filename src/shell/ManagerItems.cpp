@@ -3,6 +3,7 @@
 #include "common/PathText.h"
 #include "platform/CaseFold.h"
 #include "shell/GameDirectory.h"
+#include "shell/MapEditorMarkers.h"
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ ManagerItems FindManagerItems(const FileSystem& files, std::string_view gameDire
         items.hasGameExecutable = std::any_of(game.begin(), game.end(), [](const DirEntry& entry) {
             return entry.kind == EntryKind::File && EqualFolded(entry.name, kGameExecutable);
         });
-        items.hasMapEditor = hasPlainFile("HLVX") && hasPlainFile("unsupportedextension_mapedit");
+        items.hasMapEditor = std::ranges::all_of(kMapEditorMarkers, hasPlainFile);
     }
     const auto list = files.Stat(Join(programDirectory, "FileList.txt"));
     items.hasFileList = list && list->kind == EntryKind::File;

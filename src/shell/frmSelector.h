@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 class QAction;
 
@@ -24,6 +25,7 @@ class frmSelector;
 
 class frmChangeT2Dir;
 class MenuWindows;
+struct BatchResult;
 struct InstallResult;
 struct UninstallResult;
 
@@ -61,6 +63,13 @@ public:
     /// Ask the user, then install or uninstall the selected mod.
     void InstallMod();
     void UninstallMod();
+    /// Asks the user, then deletes the selected mod from the disk.
+    void RemoveMod();
+    /// Asks for a name and makes an empty mod of it.
+    void MakeNewModFolder();
+    /// Ask the user, then make or remove the game's folders inside the selected mod.
+    void MakeModSubfolders();
+    void RemoveModSubfolders();
     /// Fills the details panel for the selected row.
     void ShowModDetails();
 
@@ -113,6 +122,18 @@ private:
     /// Items without a command stay disabled.
     void EnableIfServed(QAction* item, bool enabled);
 
+    // Launching and opening
+    void ConnectLaunchMenus();
+    void LaunchGame();
+    void LaunchMapEditor();
+    void InstallMapEditor();
+    void StartBatchFile(const BatchResult& batch);
+    void OpenFolder(const std::string& folder);
+    void OpenSelectedFolder();
+    void OpenSelectedReadme();
+    /// Hands an existing file or folder, or an address, to the desktop.
+    void Open(std::string_view target);
+
     // The mod list
     void lstMods_Click();
     void lstMods_MouseDown(QPoint globalPosition);
@@ -127,6 +148,11 @@ private:
     InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
     UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
     bool CanStart(const QAction& item) const;
+
+    // Housekeeping
+    /// The selected mod's folder, if the user answers Yes and it is there then.
+    std::optional<std::string> FolderForSubfolders(const QAction& item, const QString& question,
+                                                   const QString& title);
 
     static constexpr int kRefreshEveryMs = 1000;
     static constexpr int kRefreshMinimizedEveryMs = 10'000;

@@ -34,23 +34,9 @@ const std::array kSeparators{
 constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerFindModifiedFiles,
     &Ui::frmSelector::menuManagerModFilesRecompile,
-    &Ui::frmSelector::menuManagerInstallMapEditor,
-    &Ui::frmSelector::menuManagerLaunchT2,
-    &Ui::frmSelector::menuManagerLaunchMapEditor,
-    &Ui::frmSelector::menuManagarLaunchT2Dir,
-    &Ui::frmSelector::menuManagerLaunchQuillbayDir,
-    &Ui::frmSelector::menuManagerLaunchNimb,
-    &Ui::frmSelector::menuManagerLaunchZeph,
-    &Ui::frmSelector::menuManagerLaunchLodestar,
     &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModOpenOdfChecker,
-    &Ui::frmSelector::menuModCurrentModRemoveMod,
-    &Ui::frmSelector::menuModCurrentModViewReadme,
-    &Ui::frmSelector::menuModCurrentModOpen,
-    &Ui::frmSelector::menuModCurrentModSubfolders,
-    &Ui::frmSelector::menuModCurrentModRemoveSubfolders,
-    &Ui::frmSelector::menuModMakeNewFolder,
 };
 
 } // namespace
@@ -78,9 +64,14 @@ void frmSelector::ConnectMenus() {
     onClick(ui_->menuManagerSmoothClosingMainWindowOnly,
             [this](bool on) { SaveSwitch("Main Window Only", on); });
     onClick(ui_->menuQuit, &frmSelector::EndProgram);
+    ConnectLaunchMenus();
     onClick(ui_->menuModInstall, &frmSelector::InstallMod);
     onClick(ui_->menuModRefreshModList, [this] { RefreshModList({}); });
     onClick(ui_->menuModUninstall, &frmSelector::UninstallMod);
+    onClick(ui_->menuModCurrentModRemoveMod, &frmSelector::RemoveMod);
+    onClick(ui_->menuModCurrentModSubfolders, &frmSelector::MakeModSubfolders);
+    onClick(ui_->menuModCurrentModRemoveSubfolders, &frmSelector::RemoveModSubfolders);
+    onClick(ui_->menuModMakeNewFolder, &frmSelector::MakeNewModFolder);
     ui_->menuModCurrentMod->setDefaultAction(ui_->menuModInstall);
     for (const auto item : kNotYetServed) {
         ((*ui_).*item)->setEnabled(false);

@@ -33,6 +33,13 @@ std::error_code DescribeLink(DirEntry& entry, int folder, const char* path, stru
     return {};
 }
 
+/// Also of a folder of the same file system that is mounted there once more, which its device does not tell.
+bool IsMountPoint(const std::string& folder) {
+    struct statx info {};
+    return ::statx(AT_FDCWD, folder.c_str(), AT_SYMLINK_NOFOLLOW, 0, &info) == 0 &&
+           (info.stx_attributes & info.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 /// An entry of an open folder; none when it has vanished since it was read.
 std::optional<DirEntry> MakeEntry(int folder, const dirent& read, Detail detail) {
     DirEntry entry;
@@ -85,6 +92,7 @@ Result<FileInfo> StatEntry(std::string path) {
         DescribeLink(entry, AT_FDCWD, path.c_str(), info);
     } else {
         Describe(entry, info);
+        entry.isMount = entry.kind == EntryKind::Folder && IsMountPoint(path);
     }
     entry.links = static_cast<unsigned>(info.st_nlink);
     return entry;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+/// The batch files in the game directory that start the game and its map editor.
+namespace quillbay {
+
+/// The whole file: lines ended by CR LF, in the system code page. `dosFolder` is the short path of the game
+/// directory. `unencodable` is also a character that would end a line or the quoted path.
+EncodedText GameBatchText(std::string_view dosFolder);
+/// `fileName` is what the editor opens; it stands there as it is.
+EncodedText MapEditorBatchText(std::string_view dosFolder, std::string_view fileName);
+
+enum class BatchOutcome {
+    Written,
+    GameMissing,       ///< no game directory; nothing was written, as in all that follow
+    ExecutableMissing, ///< no `Tempest2.exe` in it
+    NoDosPath,         ///< Windows programs cannot reach it
+    Unencodable,       ///< `character` cannot stand in a batch file
+    NotWritten,
+};
+
+struct BatchResult {
+    BatchOutcome outcome = BatchOutcome::Written;
+    std::string name; ///< of the batch file
+    std::string path;
+    std::string character;
+    std::error_code error;
+};
+
+/// Writes the batch file anew, which runs in the game directory.
+BatchResult WriteGameBatch(FileSystem& files, std::string_view gameDirectory);
+BatchResult WriteMapEditorBatch(FileSystem& files, std::string_view gameDirectory, std::string_view fileName);
+
+} // namespace quillbay

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace quillbay {
+
+/// The game opens its map editor only while both files, empty or not, lie in its directory.
+inline constexpr std::array<std::string_view, 2> kMapEditorMarkers = {"HLVX", "unsupportedextension_mapedit"};
+
+struct MarkerFailure {
+    std::string path;
+    std::error_code error;
+};
+
+/// Makes both files, empty and in exactly this spelling, in an existing game directory. The first file that
+/// could not be written; no error when both are there.
+MarkerFailure WriteMapEditorMarkers(FileSystem& files, std::string_view gameDirectory);
+
+} // namespace quillbay

@@ -1,0 +1,166 @@
+#include "common/AskText.h"
+#include "common/PathText.h"
+#include "common/QtText.h"
+#include "common/ShowMessage.h"
+#include "modinfo/ModDetails.h"
+#include "platform/ShellOpener.h"
+#include "shell/BatchFile.h"
+#include "shell/GameDirectory.h"
+#include "shell/MapEditorMarkers.h"
+#include "shell/frmSelector.h"
+#include "ui_frmSelector.h"
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kUniverseSite = "https://tempest-universe.example/";
+constexpr std::string_view kFleetCommandSite = "https://tempest-fleet-command.example/";
+constexpr std::string_view kLodestarSite = "https://lodestar.example/";
+
+void TellGameMissing(QWidget* window, const QString& unwritten) {
+    ShowError(window, QStringLiteral("The Tempest II directory was not found, so ") + unwritten +
+                          QStringLiteral(" could not be written. Choose the directory with Manager\\Change "
+                                         "T2 Directory."));
+}
+
+/// A control character by its number, which can be seen.
+QString Visible(const std::string& character) {
+    const QString text = ToQString(character);
+    const char32_t code = text.toUcs4().front();
+    return QChar::isPrint(code) ? text : QStringLiteral("U+%1").arg(code, 4, 16, QLatin1Char('0'));
+}
+
+void ReportUnwritten(QWidget* window, const BatchResult& batch) {
+    const QString name = ToQString(batch.name);
+    switch (batch.outcome) {
+    case BatchOutcome::Written:
+        return;
+    case BatchOutcome::GameMissing:
+        TellGameMissing(window, name);
+        return;
+    case BatchOutcome::ExecutableMissing:
+        ShowError(window, ToQString(kGameExecutable) +
+                              QStringLiteral(" was not found in the Tempest II directory, so nothing was "
+                                             "started.\n\n") +
+                              ToQString(batch.path));
+        return;
+    case BatchOutcome::NoDosPath:
+        ShowError(window, WithPath(name + QStringLiteral(" could not be written, because Windows programs "
+                                                         "have no path to this directory."),
+                                   batch.path, batch.error));
+        return;
+    case BatchOutcome::Unencodable:
+        ShowError(window, name +
+                              QStringLiteral(" was not written, because a batch file cannot hold this "
+                                             "character: ") +
+                              Visible(batch.character));
+        return;
+    case BatchOutcome::NotWritten:
+        ShowError(window, WithPath(QStringLiteral("This file could not be written, so nothing was started."),
+                                   batch.path, batch.error));
+        return;
+    }
+}
+
+} // namespace
+
+void frmSelector::ConnectLaunchMenus() {
+    const auto onClick = [this](QAction* item, auto handler) {
+        connect(item, &QAction::triggered, this, handler);
+    };
+    onClick(ui_->menuManagerLaunchT2, &frmSelector::LaunchGame);
+    onClick(ui_->menuManagerLaunchMapEditor, &frmSelector::LaunchMapEditor);
+    onClick(ui_->menuManagerInstallMapEditor, &frmSelector::InstallMapEditor);
+    onClick(ui_->menuManagarLaunchT2Dir, [this] { OpenFolder(GameDirectory); });
+    onClick(ui_->menuManagerLaunchQuillbayDir, [this] { OpenFolder(ProgramDirectory); });
+    onClick(ui_->menuManagerLaunchNimb, [this] { Open(kUniverseSite); });
+    onClick(ui_->menuManagerLaunchZeph, [this] { Open(kFleetCommandSite); });
+    onClick(ui_->menuManagerLaunchLodestar, [this] { Open(kLodestarSite); });
+    onClick(ui_->menuModCurrentModOpen, &frmSelector::OpenSelectedFolder);
+    onClick(ui_->menuModCurrentModViewReadme, &frmSelector::OpenSelectedReadme);
+}
+
+void frmSelector::LaunchGame() {
+    if (Phase == ProgramPhase::Running) StartBatchFile(WriteGameBatch(services_.files, GameDirectory));
+}
+
+void frmSelector::LaunchMapEditor() {
+    if (Phase != ProgramPhase::Running) return;
+    const auto name =
+        AskText(this, QStringLiteral("Please enter the name of the file you want to have edited."),
+                QStringLiteral("Enter file name"));
+    if (Phase != ProgramPhase::Running) return;
+    const std::string entered = FromQString(name.value_or(QString()));
+    if (entered.find_first_not_of(' ') == std::string::npos) {
+        ShowMessage(this, QStringLiteral("Invalid name."));
+        return;
+    }
+    StartBatchFile(WriteMapEditorBatch(services_.files, GameDirectory, entered));
+}
+
+void frmSelector::InstallMapEditor() {
+    if (Phase != ProgramPhase::Running) return;
+    if (!IsExistingFolder(services_.files, GameDirectory)) {
+        TellGameMissing(this, ToQString(kMapEditorMarkers[0]) + QStringLiteral(" and ") +
+                                  ToQString(kMapEditorMarkers[1]));
+        return;
+    }
+    const MarkerFailure failure = WriteMapEditorMarkers(services_.files, GameDirectory);
+    if (failure.error) {
+        ShowError(this, WithPath(QStringLiteral("The map editor was not installed, because this file could "
+                                                "not be written."),
+                                 failure.path, failure.error));
+        return;
+    }
+    if (Confirmed(this, QStringLiteral("Installation complete. Would you like to launch Tempest II now?"),
+                  QStringLiteral("Installation complete"))) {
+        LaunchGame();
+    }
+}
+
+void frmSelector::StartBatchFile(const BatchResult& batch) {
+    if (batch.outcome != BatchOutcome::Written) {
+        ReportUnwritten(this, batch);
+        return;
+    }
+    const auto error = services_.shell.OpenWithShell(batch.path, GameDirectory);
+    if (error == std::errc::no_such_file_or_directory) {
+        ShowError(this, ToQString(batch.name) +
+                            QStringLiteral(" was written, but the program that starts it was not found. On "
+                                           "Linux this is wine."));
+    } else if (error) {
+        ShowError(this, WithPath(QStringLiteral("This file could not be started."), batch.path, error));
+    } else {
+        EndProgram();
+    }
+}
+
+void frmSelector::OpenFolder(const std::string& folder) {
+    if (IsExistingFolder(services_.files, folder)) Open(folder);
+}
+
+void frmSelector::OpenSelectedFolder() {
+    const auto row = SelectedMod();
+    if (row && ModExists(services_.files, ModsFolder(ProgramDirectory), row->path))
+        Open(Join(ModsFolder(ProgramDirectory), row->path.text));
+}
+
+void frmSelector::OpenSelectedReadme() {
+    const auto row = SelectedMod();
+    if (!row || row->path.Empty()) return;
+    const std::string folder = Join(ModsFolder(ProgramDirectory), row->path.text);
+    const auto entries = services_.files.List(folder, Detail::Names);
+    const DirEntry* readme = entries ? FindReadme(*entries) : nullptr;
+    if (readme) Open(Join(folder, readme->name));
+}
+
+void frmSelector::Open(std::string_view target) {
+    // The target is there: what is missing is the program. Other failures are the desktop's to tell.
+    if (services_.shell.OpenWithShell(target) == std::errc::no_such_file_or_directory) {
+        ShowError(this, QStringLiteral("The program that opens files, folders and web sites was not found. "
+                                       "On Linux this is xdg-open."));
+    }
+}
+
+} // namespace quillbay
