@@ -12,7 +12,8 @@ class FileSystem;
 
 /// Larger picture files are not read to the end, and so do not decode.
 inline constexpr std::size_t kMaxPictureBytes = 64u << 20;
-/// Pictures of more pixels do not load: on the screen a pixel takes four bytes, whatever it takes in the file.
+/// Pictures of more pixels do not load: on the screen a pixel takes four bytes, whatever it takes in the
+/// file.
 inline constexpr qint64 kMaxPicturePixels = 32 << 20;
 
 /// The picture in a file, null when it does not decode. Its format is told by the content and must be one of

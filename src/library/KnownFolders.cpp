@@ -60,6 +60,14 @@ std::vector<std::string> ChildPaths(const std::vector<ListedFolder>& parents, st
     return paths;
 }
 
+std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
+                                       std::string_view name, Detail detail, ReadFailure* failure) {
+    std::vector<ListedFolder> listed;
+    for (std::string& path : ChildPaths(parents, name))
+        ListInto(listed, files, std::move(path), detail, failure);
+    return listed;
+}
+
 } // namespace
 
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
@@ -74,8 +82,7 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         if (position < kKnownFolderCount) {
             const TreePlace& place = PlaceOf(position);
-            for (std::string& path : ChildPaths(known[place.parent], place.name))
-                ListInto(known[position], files, std::move(path), detail, failure);
+            known[position] = ListChildren(files, known[place.parent], place.name, detail, failure);
         }
         if (afterEach) afterEach(known, position);
     }

@@ -10,10 +10,10 @@ namespace quillbay {
 
 /// A file as a listing named it.
 struct ListedFile {
-    std::string folder;
+    std::string path;
     std::string name;
 
-    std::string Path() const;
+    friend bool operator==(const ListedFile&, const ListedFile&) = default;
 };
 
 /// The plain files of the folders, in the order of the file system. Folders that cannot be listed have none.
@@ -26,7 +26,8 @@ bool IsStillThere(const FileSystem& files, const ListedFile& file);
 [[nodiscard]] std::error_code RemoveListedFile(FileSystem& files, const ListedFile& file);
 
 /// Copies the file under its name into the first of `folders`, which count as one. `file_exists` when one of
-/// them has that name in any letter case; nothing is ever overwritten, and a failed copy leaves nothing.
+/// them has that name on the disk in any letter case: nothing is ever overwritten. A failed copy leaves
+/// nothing behind.
 [[nodiscard]] std::error_code PasteFile(FileSystem& files, const ListedFile& file,
                                         const std::vector<std::string>& folders);
 

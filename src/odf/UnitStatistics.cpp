@@ -2,6 +2,7 @@
 
 #include "common/TextLines.h"
 #include "common/modMisc.h"
+#include "odf/OdfLines.h"
 #include "platform/CodePage.h"
 
 #include <optional>
@@ -12,35 +13,26 @@ namespace {
 
 constexpr std::size_t kMaxFileBytes = 64u << 20;
 
-std::string Caption(std::string_view key, const std::optional<std::string_view>& value) {
+/// `line` is the one that holds the value, as its bytes; none when there is none.
+std::string Caption(std::string_view key, const std::optional<std::string_view>& line) {
     std::string caption = std::string(key) + " = ";
-    if (!value) return caption + "(File does not contain '" + std::string(key) + "')";
-    // A character of the code page takes two bytes at most.
-    const std::string text = DecodeSystemText(value->substr(0, 4 * kMaxUnitValueCharacters));
-    caption += CutText(text, kMaxUnitValueCharacters);
-    return caption;
-}
-
-/// What stands behind the key, a blank, `=` and one more character.
-std::string_view ValueOf(std::string_view key, std::string_view line) {
-    line.remove_prefix(key.size() + 2);
-    return line.substr(line.empty() ? 0 : 1);
+    if (!line) return caption + "(File does not contain '" + std::string(key) + "')";
+    // More bytes than the shown characters can take: a character has two at most.
+    const std::string text = DecodeSystemText(line->substr(0, 4 * kMaxUnitValueCharacters));
+    return caption.append(CutText(SettingValue(text, key).value_or(""), kMaxUnitValueCharacters));
 }
 
 } // namespace
 
 UnitCaptions FindUnitStatistics(std::string_view odf) {
-    std::array<std::optional<std::string_view>, kUnitKeys.size()> values;
+    std::array<std::optional<std::string_view>, kUnitKeys.size()> lines;
     ForEachLine(odf, [&](std::string_view line) {
-        for (std::size_t i = 0; i < kUnitKeys.size(); ++i) {
-            const std::string_view key = kUnitKeys[i];
-            if (line.starts_with(key) && line.substr(key.size()).starts_with(" ="))
-                values[i] = ValueOf(key, line);
-        }
+        for (std::size_t i = 0; i < kUnitKeys.size(); ++i)
+            if (SettingValue(line, kUnitKeys[i])) lines[i] = line;
     });
     UnitCaptions captions;
     for (std::size_t i = 0; i < kUnitKeys.size(); ++i)
-        captions[i] = Caption(kUnitKeys[i], values[i]);
+        captions[i] = Caption(kUnitKeys[i], lines[i]);
     return captions;
 }
 

@@ -46,7 +46,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerLaunchLodestar,
     &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModEdit,
-    &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModTechTree,
     &Ui::frmSelector::menuModOpenOdfChecker,
     &Ui::frmSelector::menuModCurrentModRemoveMod,
