@@ -37,7 +37,7 @@ UnitCaptions FindUnitStatistics(std::string_view odf) {
 }
 
 UnitCaptions ReadUnitStatistics(const FileSystem& files, std::string_view file) {
-    return FindUnitStatistics(files.Read(file, 0, kMaxFileBytes).ValueOf({}));
+    return FindUnitStatistics(files.Read(file, 0, kMaxFileBytes).ValueOr({}));
 }
 
 } // namespace quillbay
