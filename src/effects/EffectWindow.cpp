@@ -6,6 +6,8 @@
 #include <QAction>
 #include <QCloseEvent>
 
+#include <algorithm>
+
 namespace quillbay {
 
 namespace {
@@ -25,6 +27,7 @@ void EffectWindow::Open() {
         if (isMinimized()) showNormal();
         raise();
         activateWindow();
+        Form_OpenedAgain();
         return;
     }
     closing_ = false;
@@ -37,10 +40,11 @@ void EffectWindow::Open() {
     if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
 }
 
-void EffectWindow::GrowWithFont() {
-    const int height = fontMetrics().height();
-    if (height > kUsualFontHeight) resize(size() * height / kUsualFontHeight);
+int EffectWindow::AtFont(int pixels) const {
+    return pixels * std::max(fontMetrics().height(), kUsualFontHeight) / kUsualFontHeight;
 }
+
+void EffectWindow::GrowWithFont() { resize(AtFont(width()), AtFont(height())); }
 
 void EffectWindow::closeEvent(QCloseEvent* event) {
     if (effectsDone_ || !isVisible()) return;

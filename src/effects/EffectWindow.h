@@ -33,6 +33,8 @@ protected:
     virtual void Form_Load() {}
     /// What a window does once it can be seen; the opening effect is over.
     virtual void Form_Shown() {}
+    /// The window was asked to open while it was open already.
+    virtual void Form_OpenedAgain() {}
     /// The window became the active one.
     virtual void Form_Activate() {}
 
@@ -46,6 +48,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
     EffectHost& Host() { return host_; }
+
+    /// A length of the form at the window's font: longer where the font is larger than the usual one.
+    int AtFont(int pixels) const;
 
 private:
     /// Once: the size in the form is meant for the usual font.

@@ -14,6 +14,7 @@ namespace {
 struct TreePlace {
     std::size_t parent = kKnownFolderCount;
     std::string_view name;
+    bool isParent = false; ///< of another known folder
 };
 
 std::array<TreePlace, kKnownFolderCount> MakeTreePlaces() {
@@ -25,6 +26,7 @@ std::array<TreePlace, kKnownFolderCount> MakeTreePlaces() {
         if (parent.size() + places[i].name.size() == folder.size()) {
             const auto at = std::find(GameFolders.begin(), GameFolders.end(), parent);
             places[i].parent = static_cast<std::size_t>(at - GameFolders.begin());
+            places[places[i].parent].isParent = true;
         }
     }
     return places;
@@ -43,9 +45,8 @@ void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::s
         failure->Note(path, entries.Error());
 }
 
-std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
-                                       std::string_view name, Detail detail, ReadFailure* failure) {
-    std::vector<ListedFolder> listed;
+std::vector<std::string> ChildPaths(const std::vector<ListedFolder>& parents, std::string_view name) {
+    std::vector<std::string> paths;
     for (const ListedFolder& parent : parents) {
         std::vector<std::string_view> spellings;
         for (const DirEntry& entry : parent.entries) {
@@ -53,10 +54,17 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
             const bool exact = entry.name == name;
             spellings.insert(exact ? spellings.begin() : spellings.end(), entry.name);
         }
-        for (const std::string_view spelling : spellings) {
-            ListInto(listed, files, Join(parent.path, spelling), detail, failure);
-        }
+        for (const std::string_view spelling : spellings)
+            paths.push_back(Join(parent.path, spelling));
     }
+    return paths;
+}
+
+std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
+                                       std::string_view name, Detail detail, ReadFailure* failure) {
+    std::vector<ListedFolder> listed;
+    for (std::string& path : ChildPaths(parents, name))
+        ListInto(listed, files, std::move(path), detail, failure);
     return listed;
 }
 
@@ -79,6 +87,22 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
         if (afterEach) afterEach(known, position);
     }
     return known;
+}
+
+std::size_t ParentOfKnownFolder(std::size_t position) { return PlaceOf(position).parent; }
+
+KnownFolderPaths FindKnownFolders(const FileSystem& files, std::string_view root) {
+    KnownFolderPaths paths;
+    KnownFolders parents;
+    ListInto(parents[kKnownFolderCount], files, std::string(root), Detail::Names, nullptr);
+    for (std::size_t position = 0; position < kKnownFolderCount; ++position) {
+        const TreePlace& place = PlaceOf(position);
+        paths[position] = ChildPaths(parents[place.parent], place.name);
+        if (!place.isParent) continue;
+        for (const std::string& path : paths[position])
+            ListInto(parents[position], files, path, Detail::Names, nullptr);
+    }
+    return paths;
 }
 
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries) {

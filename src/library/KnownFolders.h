@@ -31,6 +31,16 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
                               const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
                               ReadFailure* failure = nullptr);
 
+/// The paths of the known folders by position, as in KnownFolders.
+using KnownFolderPaths = std::array<std::vector<std::string>, kKnownFolderCount>;
+
+/// Where the known folders are that exist below `root`. Only those that can hold other known folders are
+/// listed, once each.
+KnownFolderPaths FindKnownFolders(const FileSystem& files, std::string_view root);
+
+/// The position of the known folder that holds this one; the root's (78) for a top-level folder.
+std::size_t ParentOfKnownFolder(std::size_t position);
+
 /// Plain files among the entries of one folder, or in all folders of one position.
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);
 std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders);

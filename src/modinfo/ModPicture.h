@@ -13,9 +13,6 @@ namespace quillbay {
 inline constexpr int kPictureWidth = 457;
 inline constexpr int kPictureHeight = 89;
 
-/// Larger picture files are not read to the end, and so do not decode.
-inline constexpr std::size_t kMaxPictureBytes = 64u << 20;
-
 /// The last of these files that decodes as a bitmap or JPEG (by content), cut to the picture area; null when
 /// none does.
 QPixmap LoadModPicture(const FileSystem& files, const std::vector<std::string>& paths);

@@ -8,6 +8,7 @@
 #include "library/frmInstalledMods.h"
 #include "modinfo/frmEditModInfo.h"
 #include "modinfo/frmTechTree.h"
+#include "odf/frmAnalyzer.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -38,14 +39,15 @@ std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& co
 }
 
 constexpr std::array kOpeners{
-    Opener{&Ui::frmSelector::menuManagerFileInstaller, Make<frmInstaller>},
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
+    Opener{&Ui::frmSelector::menuManagerFileInstaller, Make<frmInstaller>},
+    Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
+    Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
+    Opener{&Ui::frmSelector::menuModAnalyzeMod, Make<frmAnalyzer>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
-    Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
-    Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
 };
 
 } // namespace

@@ -35,7 +35,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerFindModifiedFiles,
     &Ui::frmSelector::menuManagerModFilesRecompile,
     &Ui::frmSelector::menuModCompatablility,
-    &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModOpenOdfChecker,
 };
 

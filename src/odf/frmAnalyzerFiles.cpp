@@ -1,0 +1,131 @@
+#include "common/QtText.h"
+#include "common/ShowMessage.h"
+#include "odf/OdfLines.h"
+#include "odf/frmAnalyzer.h"
+#include "platform/ShellOpener.h"
+#include "platform/SoundPlayer.h"
+#include "shell/frmSelector.h"
+#include "ui_frmAnalyzer.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+QString Failure(const QString& sentence, const std::string& path, const std::error_code& error) {
+    return sentence + QStringLiteral("\n\n") + ToQString(path) + QLatin1Char('\n') +
+           QString::fromLocal8Bit(error.message().c_str());
+}
+
+bool IsPictureName(const QString& name) {
+    const QString ending = name.right(4).toLower();
+    return ending == QLatin1String(".bmp") || ending == QLatin1String(".jpg") ||
+           ending == QLatin1String(".gif");
+}
+
+/// Sounds in capitals are for the desktop's own player.
+bool IsSoundName(const QString& name) {
+    return name.endsWith(QLatin1String(".wav")) && name == name.toLower();
+}
+
+} // namespace
+
+std::optional<ListedFile> frmAnalyzer::SelectedFile() const {
+    const QListWidgetItem* item = ui_->lstFiles->SelectedItem();
+    const auto row = item ? static_cast<std::size_t>(ui_->lstFiles->row(item)) : listed_.size();
+    if (row >= listed_.size()) return std::nullopt;
+    return listed_[row];
+}
+
+void frmAnalyzer::lstFiles_Click() {
+    const auto file = SelectedFile();
+    if (!file) return;
+    HidePicture();
+    for (QLabel* label : StatisticsLabels())
+        label->clear();
+    const bool isOdf = file->name.ends_with(kOdfEnding);
+    const bool hasUnits = SelectedNodeText == "ships" || SelectedNodeText == "stations";
+    if (isOdf && hasUnits) ShowStatistics(file->path);
+    if (IsPictureName(ToQString(file->name)))
+        PreviewPicture(file->path);
+    else if (!isOdf && !hasUnits)
+        ShowListAtFullHeight();
+}
+
+void frmAnalyzer::ShowStatistics(const std::string& file) {
+    const UnitCaptions captions = ReadUnitStatistics(main_.GetServices().files, file);
+    const auto labels = StatisticsLabels();
+    for (std::size_t i = 0; i < labels.size(); ++i)
+        labels[i]->setText(ToQString(captions[i]));
+    ShortenList();
+}
+
+void frmAnalyzer::lstFiles_DblClick() {
+    const auto file = SelectedFile();
+    if (!file) return;
+    const Services& services = main_.GetServices();
+    if (IsSoundName(ToQString(file->name)))
+        Ignore(services.sound.Play(file->path));
+    else
+        Ignore(services.shell.OpenWithShell(file->path));
+}
+
+bool frmAnalyzer::CanPaste() const {
+    return !ClipPath.empty() && IsStillThere(main_.GetServices().files, {ClipPath, ClipName});
+}
+
+void frmAnalyzer::lstFiles_MouseDown(Qt::MouseButton button, QPoint globalPosition) {
+    const bool hasRow = ui_->lstFiles->SelectedItem();
+    const bool showsMenu = button == Qt::RightButton && (hasRow || !ClipPath.empty());
+    for (QAction* action :
+         {ui_->menuLstFilesRightOpen, ui_->menuLstFilesRightRemove, ui_->menuLstFilesRightCopy}) {
+        action->setVisible(hasRow || !showsMenu);
+        action->setEnabled(!hasRow || SelectedFile());
+    }
+    if (!showsMenu) return;
+    ui_->menuLstFilesRightPaste->setEnabled(CanPaste());
+    ui_->menuLstFilesRight->popup(globalPosition);
+}
+
+void frmAnalyzer::menuLstFilesRightCopy_Click() {
+    const auto file = SelectedFile();
+    if (!file) return;
+    ClipPath = file->path;
+    ClipName = file->name;
+}
+
+void frmAnalyzer::menuLstFilesRightPaste_Click() {
+    const auto remembered = SelectedFile();
+    const ListedFile copied{ClipPath, ClipName};
+    const auto error = PasteFile(main_.GetServices().files, copied, selectedFolders_);
+    if (error == std::errc::file_exists)
+        ShowMessage(this, QStringLiteral("File already exists."), QStringLiteral("File exists"),
+                    QMessageBox::Warning);
+    else if (error)
+        ShowError(this, Failure(QStringLiteral("The file could not be pasted."), copied.path, error));
+    ListFolderAnew();
+    const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
+    if (row == listed_.end()) return;
+    const QSignalBlocker quiet(ui_->lstFiles);
+    ui_->lstFiles->setCurrentRow(static_cast<int>(row - listed_.begin()),
+                                 QItemSelectionModel::ClearAndSelect);
+}
+
+void frmAnalyzer::menuLstFilesRightRemove_Click() {
+    const auto file = SelectedFile();
+    if (!file) return;
+    const auto error = RemoveListedFile(main_.GetServices().files, *file);
+    ListFolderAnew();
+    if (error) ShowError(this, Failure(QStringLiteral("The file could not be removed."), file->path, error));
+}
+
+void frmAnalyzer::ListFolderAnew() {
+    HidePicture();
+    ShowListAtFullHeight();
+    ListFolder();
+}
+
+} // namespace quillbay
