@@ -24,9 +24,10 @@ empties the boxes.
 A live preview shows what the main window will show. While a box is empty or holds only spaces, it shows the
 default text, which is what the main window shows now, such as "(File does not contain author)".
 
-Selecting another mod in the main window fills the boxes with what is shown for it, such texts in brackets
-included. Clear what you do not want in the file before you make it. Choosing another mod in the editor
-keeps what you typed.
+When the editor opens, no mod is chosen and the boxes are empty. To change what a mod says already, leave the
+editor open and select the mod in the main window (if it is selected already, another one and then it again):
+the boxes are filled with what is shown for it. That includes the default texts in brackets; clear those that
+you do not want in the file. Choosing a mod in the editor itself keeps what you typed.
 
 Only the first line of a value is shown later. A character that your system's own character set (code page)
 does not have is refused, and a file whose values are too long to be shown whole is not written over. If the
