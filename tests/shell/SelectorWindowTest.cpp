@@ -25,47 +25,40 @@ void Dump(const QList<QAction*>& items, const QString& indent, QString& text) {
         } else if (item->isSeparator()) {
             text += indent + "-" + item->objectName() + "\n";
         } else {
-            text += indent + item->objectName() + " [" + item->text() + "] " + item->shortcut().toString() +
-                    (item->isEnabled() ? "+" : "") + "\n";
+            const QString key = item->shortcut().toString();
+            text += indent + item->objectName() + " [" + item->text() + "]" +
+                    (key.isEmpty() ? "" : " " + key) + (item->isEnabled() ? "" : " (disabled)") + "\n";
         }
     }
 }
 
 constexpr char kMenus[] = R"(menuSelector [Mana&ger]
-  modChangeT2Directory [C&hange T2 Directory] Ctrl+H+
-  menuManagerCheckInstalledMods [Check currently installed mo&ds] Ctrl+D+
+  modChangeT2Directory [C&hange T2 Directory] Ctrl+H
+  menuManagerCheckInstalledMods [Check currently installed mo&ds] Ctrl+D
   menuManagerFileInstaller [&File installer] Ctrl+F
   menuManagerModFiles [Find Modified/&New files]
     menuManagerFindModifiedFiles [Open Find Modified/&New files] Ctrl+N
-    menuManagerModFilesRecompile [&Recompile definition file] )"
-                          R"(
+    menuManagerModFilesRecompile [&Recompile definition file]
   menuManagerInstallMapEditor [Install map editor] Ctrl+P
-  menuManagerOptions [Options] )"
-                          R"(
+  menuManagerOptions [Options]
   menuManagerSmoothClose [Smooth closing]
-    menuManagerSmoothClosingXAxis [X Axis] +
-    menuManagerSmoothClosingYAxis [Y Axis] +
-    menuManagerSmoothClosingSimultaneous [Simultaneous] +
-    menuManagerSmoothClosingMainWindowOnly [Main window only] +
+    menuManagerSmoothClosingXAxis [X Axis]
+    menuManagerSmoothClosingYAxis [Y Axis]
+    menuManagerSmoothClosingSimultaneous [Simultaneous]
+    menuManagerSmoothClosingMainWindowOnly [Main window only]
   -menuSelectorSeparator1
   menuManagerLaunch [&Launch]
     menuManagerLaunchT2 [&Tempest II] Ctrl+A
-    menuManagerLaunchMapEditor [&Map Editor] )"
-                          R"(
+    menuManagerLaunchMapEditor [&Map Editor] (disabled)
     -menuManagerLaunchSeparator1
-    menuManagarLaunchT2Dir [T&empest II Directory] )"
-                          R"(
-    menuManagerLaunchQuillbayDir [&Quillbay Directory] )"
-                          R"(
+    menuManagarLaunchT2Dir [T&empest II Directory]
+    menuManagerLaunchQuillbayDir [&Quillbay Directory]
     -menuManagerLaunchSeparator2
-    menuManagerLaunchNimb [Tempest &Universe] )"
-                          R"(
-    menuManagerLaunchZeph [Tempest &Fleet Command] )"
-                          R"(
-    menuManagerLaunchLodestar [Lode&star] )"
-                          R"(
+    menuManagerLaunchNimb [Tempest &Universe]
+    menuManagerLaunchZeph [Tempest &Fleet Command]
+    menuManagerLaunchLodestar [Lode&star]
   -menuManagerSeparator2
-  menuQuit [&Quit] +
+  menuQuit [&Quit]
 menuMod [&Mod]
   menuModCompatablility [&Check Compatability] Ctrl+C
   menuModEdit [&Edit ModInfo.txt file] Ctrl+E
@@ -74,9 +67,9 @@ menuMod [&Mod]
   menuModOpenOdfChecker [Open odf checker] Ctrl+K
   -menuModSeparator1
   menuModCurrentMod [Current Mod]
-    menuModInstall [&Install Mod] Ctrl+I+
-    menuModRefreshModList [&Refresh Mod List] Ctrl+R+
-    menuModUninstall [&Uninstall Mod] Ctrl+U+
+    menuModInstall [&Install Mod] Ctrl+I
+    menuModRefreshModList [&Refresh Mod List] Ctrl+R
+    menuModUninstall [&Uninstall Mod] Ctrl+U
     menuModCurrentModRemoveMod [Rem&ove mod] Del
     -modCurrentModSeparator1
     menuModCurrentModViewReadme [Vie&w mod's readme] Ctrl+W
@@ -87,8 +80,8 @@ menuMod [&Mod]
   -menuModSeparator3
   menuModMakeNewFolder [&Make new mod folder] Ctrl+M
 menuStatus [&Status]
-  menuStatusMapEditor [Map Editor - Not installed] +
-  menuStatusv11Patch [v1.1 Patch - Not installed] +
+  menuStatusMapEditor [Map Editor - Not installed]
+  menuStatusv11Patch [v1.1 Patch - Not installed]
 menuHelp [&Help]
   menuHelpAbout [&About] F1
   menuHelpViewReadme [&View Readme] Ctrl+V
