@@ -14,6 +14,7 @@ protected:
     void Open() {
         ASSERT_TRUE(Start());
         opened = &OpenWindow("menuManagerFileInstaller", "frmInstaller");
+        ASSERT_TRUE(test::WaitFor([&] { return opened->isActiveWindow(); }));
     }
     void Press(const char* button) const { Control<QPushButton>(*opened, button).click(); }
     QListWidget& List(const char* name) const { return Control<QListWidget>(*opened, name); }
@@ -25,8 +26,8 @@ protected:
         QStringList rows;
         for (int at = 0; at < List(name).count(); ++at) {
             const auto* row = List(name).item(at);
-            const bool canCheck = row->flags().testFlag(Qt::ItemIsUserCheckable);
-            rows += row->text() + (!canCheck ? "" : row->checkState() == Qt::Checked ? "+" : "-");
+            const QVariant state = row->data(Qt::CheckStateRole);
+            rows += row->text() + (state.isNull() ? "" : state == Qt::Checked ? "+" : "-");
         }
         rows.sort();
         return rows.join(' ');
