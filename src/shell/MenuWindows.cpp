@@ -1,5 +1,6 @@
 #include "shell/MenuWindows.h"
 
+#include "catalogue/frmFindModifiedFiles.h"
 #include "catalogue/frmInstaller.h"
 #include "effects/frmOptions.h"
 #include "help/frmAbout.h"
@@ -36,6 +37,9 @@ std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& co
                                  .yAxis = controls.menuManagerSmoothClosingYAxis,
                                  .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
                                  .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+/// Its check mark stands on the submenu's own entry.
+std::unique_ptr<EffectWindow> MakeFinder(frmSelector& main, Ui::frmSelector& controls, QAction*) {
+    return std::make_unique<frmFindModifiedFiles>(main, controls.menuManagerModFiles->menuAction());
 }
 
 constexpr std::array kOpeners{
@@ -48,6 +52,7 @@ constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
+    Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
 };
 
 } // namespace

@@ -32,8 +32,6 @@ const std::array kSeparators{
 
 /// Items whose command does not exist yet. They stay disabled, whatever else would enable them.
 constexpr std::array kNotYetServed{
-    &Ui::frmSelector::menuManagerFindModifiedFiles,
-    &Ui::frmSelector::menuManagerModFilesRecompile,
     &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModOpenOdfChecker,
 };
@@ -62,6 +60,7 @@ void frmSelector::ConnectMenus() {
     onClick(ui_->menuManagerSmoothClosingSimultaneous, [this](bool on) { SaveSwitch("Simultaneous", on); });
     onClick(ui_->menuManagerSmoothClosingMainWindowOnly,
             [this](bool on) { SaveSwitch("Main Window Only", on); });
+    onClick(ui_->menuManagerModFilesRecompile, &frmSelector::menuManagerModFilesRecompile_Click);
     onClick(ui_->menuQuit, &frmSelector::EndProgram);
     ConnectLaunchMenus();
     onClick(ui_->menuModInstall, &frmSelector::InstallMod);
