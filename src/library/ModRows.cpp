@@ -64,11 +64,11 @@ ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, s
     return {};
 }
 
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder) {
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
     const auto entries = files.List(modsFolder, Detail::Names);
     if (!entries) return {};
     std::vector<std::string> mods = FolderNames(*entries);
-    std::sort(mods.begin(), mods.end(), LessFolded);
+    if (order == ModOrder::ByName) std::sort(mods.begin(), mods.end(), LessFolded);
 
     std::vector<ModRow> rows;
     ModPath mod;

@@ -44,7 +44,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerLaunchNimb,
     &Ui::frmSelector::menuManagerLaunchZeph,
     &Ui::frmSelector::menuManagerLaunchLodestar,
-    &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModEdit,
     &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModTechTree,
