@@ -62,23 +62,34 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
 
 } // namespace
 
-KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach,
-                              ReadFailure* failure) {
-    KnownFolders known;
-    if (!root.empty()) ListInto(known[kKnownFolderCount], files, std::string(root), detail, failure);
-    for (ListedFolder& folder : known[kKnownFolderCount]) {
+KnownFolderWalk::KnownFolderWalk(const FileSystem& files, std::string_view root, Detail rootDetail,
+                                 ReadFailure* failure)
+    : files_(files), failure_(failure) {
+    auto& listed = known_[kKnownFolderCount];
+    if (!root.empty()) ListInto(listed, files, std::string(root), rootDetail, failure);
+    for (ListedFolder& folder : listed) {
         // A drive root keeps its separator for its own listing only.
         folder.path = WithoutFinalSeparators(folder.path);
     }
-    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
-        if (position < kKnownFolderCount) {
-            const TreePlace& place = PlaceOf(position);
-            known[position] = ListChildren(files, known[place.parent], place.name, detail, failure);
-        }
-        if (afterEach) afterEach(known, position);
+}
+
+const std::vector<ListedFolder>& KnownFolderWalk::List(std::size_t position, Detail detail) {
+    if (position < kKnownFolderCount) {
+        const TreePlace& place = PlaceOf(position);
+        known_[position] = ListChildren(files_, known_[place.parent], place.name, detail, failure_);
     }
-    return known;
+    return known_[position];
+}
+
+KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
+                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach,
+                              ReadFailure* failure) {
+    KnownFolderWalk walk(files, root, detail, failure);
+    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
+        walk.List(position, detail);
+        if (afterEach) afterEach(walk.Known(), position);
+    }
+    return walk.TakeKnown();
 }
 
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries) {

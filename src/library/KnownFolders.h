@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillbay {
@@ -31,9 +32,36 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
                               const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
                               ReadFailure* failure = nullptr);
 
+/// Lists the known folders of a root one at a time, as ListKnownFolders does, for callers that do something
+/// else in between.
+class KnownFolderWalk {
+public:
+    /// Lists the root. `files` and `failure`, which may be null, must outlive the walk.
+    KnownFolderWalk(const FileSystem& files, std::string_view root, Detail rootDetail,
+                    ReadFailure* failure = nullptr);
+
+    /// The folders of the position; positions must come in order, 0 to 78 (the root, listed already).
+    const std::vector<ListedFolder>& List(std::size_t position, Detail detail);
+    const KnownFolders& Known() const { return known_; }
+    KnownFolders TakeKnown() { return std::move(known_); }
+
+private:
+    const FileSystem& files_;
+    ReadFailure* failure_;
+    KnownFolders known_;
+};
+
 /// Plain files among the entries of one folder, or in all folders of one position.
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);
 std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders);
+
+/// Calls `use(entry)` for the plain files of one position that look-ups find, in listing order.
+template <typename Use>
+void ForEachGameFile(const std::vector<ListedFolder>& folders, Use use) {
+    if (folders.empty()) return;
+    for (const DirEntry& entry : folders.front().entries)
+        if (entry.IsPlainFile()) use(entry);
+}
 
 /// Plain files in the known folders of `root`; `afterEach(position, totalSoFar)` may be empty.
 std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,

@@ -1,5 +1,6 @@
 #include "shell/MenuWindows.h"
 
+#include "catalogue/frmFindModifiedFiles.h"
 #include "library/frmInstalledMods.h"
 #include "modinfo/frmCompatability.h"
 #include "shell/frmSelector.h"
@@ -23,8 +24,14 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
     return std::make_unique<Window>(main, item);
 }
 
+/// Its check mark stands on the submenu's own entry.
+std::unique_ptr<EffectWindow> MakeFinder(frmSelector& main, Ui::frmSelector& controls, QAction*) {
+    return std::make_unique<frmFindModifiedFiles>(main, controls.menuManagerModFiles->menuAction());
+}
+
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
+    Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
     Opener{&Ui::frmSelector::menuModCompatablility, Make<frmCompatability>},
 };
 

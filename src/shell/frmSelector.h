@@ -109,6 +109,7 @@ private:
     // Menus
     void menuSelector_Click();
     void modChangeT2Directory_Click();
+    void menuManagerModFilesRecompile_Click();
     void SaveSwitch(const char* key, bool on);
     /// Items without a command stay disabled.
     void EnableIfServed(QAction* item, bool enabled);

@@ -33,8 +33,6 @@ const std::array kSeparators{
 /// Items whose command does not exist yet. They stay disabled, whatever else would enable them.
 constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuManagerFileInstaller,
-    &Ui::frmSelector::menuManagerFindModifiedFiles,
-    &Ui::frmSelector::menuManagerModFilesRecompile,
     &Ui::frmSelector::menuManagerInstallMapEditor,
     &Ui::frmSelector::menuManagerOptions,
     &Ui::frmSelector::menuManagerLaunchT2,
@@ -83,6 +81,7 @@ void frmSelector::ConnectMenus() {
     onClick(ui_->menuManagerSmoothClosingSimultaneous, [this](bool on) { SaveSwitch("Simultaneous", on); });
     onClick(ui_->menuManagerSmoothClosingMainWindowOnly,
             [this](bool on) { SaveSwitch("Main Window Only", on); });
+    onClick(ui_->menuManagerModFilesRecompile, &frmSelector::menuManagerModFilesRecompile_Click);
     onClick(ui_->menuQuit, &frmSelector::EndProgram);
     onClick(ui_->menuModInstall, &frmSelector::InstallMod);
     onClick(ui_->menuModRefreshModList, [this] { RefreshModList({}); });

@@ -1,0 +1,58 @@
+#include "catalogue/FileListWriter.h"
+
+#include "catalogue/CatalogueTime.h"
+#include "catalogue/FileCatalogue.h"
+#include "catalogue/FileListText.h"
+#include "common/PathText.h"
+#include "library/KnownFolders.h"
+#include "shell/GameDirectory.h"
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+void AppendHeading(std::string& text, std::string_view entry) {
+    text += kLineEnd;
+    text += kHeadingPrefix;
+    text += GetFolderCode(entry) == kGameFolderCount ? kRootHeading : entry;
+    text += kLineEnd;
+    text += kLineEnd;
+}
+
+void AppendRecord(std::string& text, const DirEntry& file) {
+    const std::string name = EncodeFileName(file.name);
+    if (name.starts_with(kHeadingPrefix)) return;
+    text += name;
+    text += kFieldSeparator;
+    text += std::to_string(file.size);
+    text += kFieldSeparator;
+    text += FormatCatalogueTime(CatalogueTime(file.modified));
+    text += kLineEnd;
+}
+
+} // namespace
+
+RecompileResult RecompileFileList(FileSystem& files, std::string_view gameDirectory,
+                                  std::string_view programDirectory) {
+    if (!IsExistingFolder(files, gameDirectory))
+        return {RecompileOutcome::NoGame, std::string(gameDirectory), {}};
+    ReadFailure failure;
+    std::string text;
+    ListKnownFolders(
+        files, gameDirectory, Detail::Full,
+        [&](const KnownFolders& known, std::size_t position) {
+            AppendHeading(text, GameFolders[position]);
+            ForEachGameFile(known[position], [&](const DirEntry& file) { AppendRecord(text, file); });
+        },
+        &failure);
+    if (failure) return {RecompileOutcome::Unreadable, failure.path, failure.error};
+
+    std::string list = Join(programDirectory, kFileListName);
+    if (const auto error = files.WriteFile(list, text))
+        return {RecompileOutcome::NotWritten, std::move(list), error};
+    return {};
+}
+
+} // namespace quillbay
