@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/FinderActions.h"
 #include "catalogue/GameScan.h"
 #include "effects/EffectWindow.h"
 
@@ -9,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QListWidget;
 class QPushButton;
@@ -34,6 +36,8 @@ protected:
     void Form_Load() override;
     /// Enter presses the default button, Escape cancels a running scan.
     void keyPressEvent(QKeyEvent* event) override;
+    /// Makes lblInvert work with mouse and keyboard.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // The scan and the list
@@ -72,6 +76,12 @@ private:
     void cmdMove_Click();
     void cmdDelete_Click();
     void ApplyButtonRule();
+    std::vector<std::string> CheckedNames() const;
+    void CopyOrMove(FileAction action);
+    FileActionResult Run(FileAction action, const std::string& destination,
+                         const std::vector<std::string>& names);
+    void SetFilesMovedOrDeleted();
+    void Report(FileAction action, const FileActionResult& result);
 
     frmSelector& main_;
     std::unique_ptr<Ui::frmFindModifiedFiles> ui_;

@@ -9,7 +9,7 @@ namespace quillbay {
 
 QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, const QString& title,
                                         QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
-                                        const QString& informative) {
+                                        const QString& informative, const QString& details) {
     // On the heap: the parent may be destroyed, and the box with it, while the box is open.
     const QPointer<QMessageBox> box = new QMessageBox(icon, title, QString(), buttons, parent);
     box->setTextFormat(Qt::PlainText);
@@ -19,6 +19,7 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, co
         for (QLabel* label : box->findChildren<QLabel*>())
             label->setTextFormat(Qt::PlainText);
     }
+    if (!details.isEmpty()) box->setDetailedText(details);
     const bool hasNo = buttons.testFlag(QMessageBox::No);
     if (hasNo) box->setEscapeButton(QMessageBox::No);
 

@@ -11,13 +11,14 @@ namespace quillbay {
 inline constexpr char kProgramTitle[] = "Quillbay";
 
 /// Shows a modal message box in plain text (never rich text) and returns the button that was pressed; a box
-/// that is closed otherwise counts as No where there is one. `informative` is a second, smaller paragraph.
+/// that is closed otherwise counts as No where there is one. `informative` is a second, smaller paragraph,
+/// `details` a longer text that the user can unfold.
 /// Windows show message boxes in no other way.
 QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text,
                                         const QString& title = QString::fromLatin1(kProgramTitle),
                                         QMessageBox::Icon icon = QMessageBox::NoIcon,
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok,
-                                        const QString& informative = {});
+                                        const QString& informative = {}, const QString& details = {});
 
 /// True when the user answered Yes to a question with Yes and No.
 bool Confirmed(QWidget* parent, const QString& text, const QString& title,

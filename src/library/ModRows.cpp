@@ -62,18 +62,18 @@ ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, s
     return {};
 }
 
-std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder) {
+std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
     const auto entries = files.List(modsFolder, Detail::Names);
     if (!entries) return {};
     std::vector<std::string> mods = FolderNames(*entries);
-    std::sort(mods.begin(), mods.end(), LessFolded);
+    if (order == ModOrder::ByName) std::sort(mods.begin(), mods.end(), LessFolded);
     return mods;
 }
 
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder) {
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
     std::vector<ModRow> rows;
     ModPath mod;
-    for (std::string& name : ListModNames(files, modsFolder)) {
+    for (std::string& name : ListModNames(files, modsFolder, order)) {
         // A mod named like an addon row stands for whatever a reader of the rows takes it for. Its addons
         // would be taken for those of the mod above, so they are not listed.
         if (IsAddonRow(name)) {

@@ -42,13 +42,20 @@ struct ModRow {
     friend bool operator==(const ModRow&, const ModRow&) = default;
 };
 
-/// The mods in `modsFolder`, sorted by folded name; none when it cannot be listed.
-std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder);
+enum class ModOrder {
+    ByName, ///< by folded name
+    AsListed,
+};
 
-/// The rows of the library: a row for each folder of `modsFolder`, sorted by folded name, with the folders in
-/// its `Addon` folder below it (the last one listed first). Folders that cannot be listed give no rows.
-/// Without any mod the result is empty; the placeholder is the list's business.
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder);
+/// The mods in `modsFolder`; none when it cannot be listed.
+std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder,
+                                      ModOrder order = ModOrder::ByName);
+
+/// The rows of the library: a row for each folder of `modsFolder`, with the folders in its `Addon` folder
+/// below it (the last one listed first). Folders that cannot be listed give no rows. Without any mod the
+/// result is empty; the placeholder is the list's business.
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder,
+                                   ModOrder order = ModOrder::ByName);
 
 /// Makes `modsFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
 /// `mods` can both exist, `mods` is used and nothing is merged or renamed. True when it was made.

@@ -7,6 +7,7 @@
 #include "help/frmChanges.h"
 #include "help/frmReadme.h"
 #include "library/frmInstalledMods.h"
+#include "modinfo/frmCompatability.h"
 #include "modinfo/frmEditModInfo.h"
 #include "modinfo/frmTechTree.h"
 #include "odf/frmAnalyzer.h"
@@ -53,6 +54,7 @@ constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
     Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
+    Opener{&Ui::frmSelector::menuModCompatablility, Make<frmCompatability>},
 };
 
 } // namespace

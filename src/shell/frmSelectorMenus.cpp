@@ -32,7 +32,6 @@ const std::array kSeparators{
 
 /// Items whose command does not exist yet. They stay disabled, whatever else would enable them.
 constexpr std::array kNotYetServed{
-    &Ui::frmSelector::menuModCompatablility,
     &Ui::frmSelector::menuModOpenOdfChecker,
 };
 

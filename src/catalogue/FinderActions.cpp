@@ -1,0 +1,153 @@
+#include "catalogue/FinderActions.h"
+
+#include "common/PathText.h"
+#include "library/FolderMaker.h"
+#include "library/ModFiles.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+/// The position of a GameFolders entry; that of the last look-up is tried first. kGameFolderCount when there
+/// is none.
+std::size_t PositionOf(std::string_view folder, std::size_t last) {
+    if (last < kGameFolderCount && GameFolders[last] == folder) return last;
+    return static_cast<std::size_t>(std::ranges::find(GameFolders, folder) - GameFolders.begin());
+}
+
+/// Looks the names up in what was listed: they come folder by folder, as EntryIndex wants them.
+void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector<std::string>& names) {
+    EntryIndex inGame(game);
+    EntryIndex inDestination(plan.destinationFolders);
+    std::size_t position = 0;
+    for (const std::string& name : names) {
+        const std::string_view file = LastComponent(name);
+        position = PositionOf(std::string_view(name).substr(0, name.size() - file.size()), position);
+        FileActionItem& item = plan.items.emplace_back();
+        item.name = name;
+        item.position = position;
+        const DirEntry* source = position < kGameFolderCount ? inGame.Find(position, file) : nullptr;
+        if (!source) continue;
+        item.from = inGame.PathOf(position, *source);
+        item.isLink = source->isLink;
+        if (const DirEntry* target = inDestination.Find(position, file)) {
+            item.existing = inDestination.PathOf(position, *target);
+            item.folderInTheWay = target->kind == EntryKind::Folder;
+        }
+    }
+}
+
+void Refuse(FileActionPlan& plan, FileActionState state, std::string_view path, std::error_code error) {
+    plan.state = state;
+    plan.concerned = path;
+    plan.error = error;
+}
+
+void ReadDestination(FileActionPlan& plan, const FileSystem& files, const std::string& game) {
+    const auto real = files.RealPath(plan.destination);
+    if (!real && real.Error() == std::errc::no_such_file_or_directory) return;
+    ReadFailure failure;
+    if (real && *real != game) {
+        plan.destination = *real;
+        plan.destinationFolders = ListKnownFolders(files, *real, Detail::Names, {}, &failure);
+    }
+    if (!real)
+        Refuse(plan, FileActionState::NoDestination, plan.destination, real.Error());
+    else if (*real == game)
+        Refuse(plan, FileActionState::DestinationIsGame, *real, {});
+    else if (failure)
+        Refuse(plan, FileActionState::NoDestination, failure.path, failure.error);
+}
+
+/// A link is not renamed: what it leads to is what the destination is to have.
+std::error_code MoveFile(FileSystem& files, const FileActionItem& item, const std::string& to) {
+    if (!item.isLink) {
+        const std::error_code error = files.Rename(item.from, to);
+        if (error != std::errc::cross_device_link) return error;
+    }
+    if (const auto error = files.Copy(item.from, to, {.flush = true})) return error;
+    return files.RemoveFile(item.from);
+}
+
+std::error_code CopyOrMove(FileSystem& files, FileAction action, const FileActionItem& item,
+                           FolderMaker& folders) {
+    if (item.folderInTheWay) return std::make_error_code(std::errc::is_a_directory);
+    if (action == FileAction::Move && !item.existing.empty()) return {};
+    const auto folder = folders.Ensure(item.position);
+    if (!folder) return folder.Error();
+    const std::string to = item.existing.empty() ? Join(*folder, LastComponent(item.from)) : item.existing;
+    return action == FileAction::Move ? MoveFile(files, item, to)
+                                      : files.Copy(item.from, to, {.replace = true});
+}
+
+void RunItems(FileActionResult& result, const FileActionPlan& plan,
+              const std::function<std::error_code(const FileActionItem&)>& run,
+              const std::function<void(std::size_t, std::size_t)>& progress) {
+    for (const FileActionItem& item : plan.items) {
+        const std::error_code error =
+            item.from.empty() ? std::make_error_code(std::errc::no_such_file_or_directory) : run(item);
+        if (!error) {
+            ++result.done;
+        } else {
+            if (result.failed.empty()) result.firstError = error;
+            result.failed.push_back(item.name);
+        }
+        progress(result.done + result.failed.size(), plan.items.size());
+    }
+}
+
+} // namespace
+
+FileActionPlan PlanFileAction(const FileSystem& files, FileAction action, std::string_view gameDirectory,
+                              std::string_view destination, const std::vector<std::string>& names) {
+    FileActionPlan plan;
+    plan.action = action;
+    plan.destination = destination;
+    const auto game = files.RealPath(gameDirectory);
+    if (!game) {
+        Refuse(plan, FileActionState::GameUnreadable, gameDirectory, game.Error());
+        return plan;
+    }
+    ReadFailure failure;
+    const KnownFolders gameFolders = ListKnownFolders(files, *game, Detail::Names, {}, &failure);
+    if (failure)
+        Refuse(plan, FileActionState::GameUnreadable, failure.path, failure.error);
+    else if (action != FileAction::Delete)
+        ReadDestination(plan, files, *game);
+    if (plan.state == FileActionState::Ready) FindItems(plan, gameFolders, names);
+    return plan;
+}
+
+FileActionResult RunFileAction(FileSystem& files, const FileActionPlan& plan,
+                               const std::function<void(std::size_t, std::size_t)>& progress) {
+    FileActionResult result;
+    result.state = plan.state;
+    result.concerned = plan.concerned;
+    result.error = plan.error;
+    if (plan.state != FileActionState::Ready) return result;
+    if (plan.action == FileAction::Delete) {
+        RunItems(
+            result, plan, [&](const FileActionItem& item) { return files.RemoveFile(item.from); }, progress);
+        return result;
+    }
+
+    if (const auto error = files.MakeFolder(plan.destination)) {
+        result.state = FileActionState::NoDestination;
+        result.concerned = plan.destination;
+        result.error = error;
+        return result;
+    }
+    FolderMaker folders(files, plan.destination, plan.destinationFolders);
+    for (std::size_t position = 0; position < kKnownFolderCount; ++position)
+        Ignore(folders.Ensure(position).Error());
+    RunItems(
+        result, plan,
+        [&](const FileActionItem& item) { return CopyOrMove(files, plan.action, item, folders); }, progress);
+    for (std::size_t position = kKnownFolderCount; position-- > 0;)
+        if (const auto folder = folders.Ensure(position)) Ignore(files.RemoveEmptyFolder(*folder));
+    return result;
+}
+
+} // namespace quillbay

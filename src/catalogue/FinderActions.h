@@ -1,0 +1,67 @@
+#pragma once
+
+#include "library/KnownFolders.h"
+#include "platform/FileSystem.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+/// Copying, moving and deleting files of the game that were found new or modified.
+namespace quillbay {
+
+enum class FileAction { Copy, Move, Delete };
+
+enum class FileActionState {
+    Ready,
+    GameUnreadable,    ///< the game directory, or a known folder in it, cannot be read
+    NoDestination,     ///< the destination cannot be read or made
+    DestinationIsGame, ///< under whatever name: there is nothing to do
+};
+
+/// One file that an action works on.
+struct FileActionItem {
+    std::string name;         ///< as it was listed: an entry of GameFolders and a file name
+    std::size_t position = 0; ///< in GameFolders, from 0
+    std::string from;         ///< its path; empty when it is gone
+    bool isLink = false;
+    std::string existing;        ///< the path of what has its name in the destination, in any letter case
+    bool folderInTheWay = false; ///< and that is a folder
+};
+
+/// What an action would do. Each folder is listed once; nothing is changed.
+struct FileActionPlan {
+    FileAction action = FileAction::Delete;
+    FileActionState state = FileActionState::Ready;
+    std::string concerned; ///< the path behind a state other than Ready
+    std::error_code error; ///< and the reason
+    std::vector<FileActionItem> items;
+    std::string destination; ///< in stored spelling, without links; as given when it does not exist yet
+    KnownFolders destinationFolders;
+};
+
+struct FileActionResult {
+    FileActionState state = FileActionState::Ready; ///< nothing was done unless it is Ready
+    std::string concerned;                          ///< as in the plan
+    std::error_code error;
+
+    std::size_t done = 0; ///< also files that a move left in the game because the destination has them
+    std::vector<std::string> failed; ///< items that were not copied, moved or deleted, by their names
+    std::error_code firstError;      ///< the reason of the first of them
+};
+
+/// `destination` counts for Copy and Move only. `names` are relative paths as a scan found them.
+FileActionPlan PlanFileAction(const FileSystem& files, FileAction action, std::string_view gameDirectory,
+                              std::string_view destination, const std::vector<std::string>& names);
+
+/// Copy and Move make the destination (its last level) and every known folder in it, and remove those that
+/// are empty at the end. Copy replaces files, Move never does. A file that fails is skipped; a file of the
+/// game that moves to another volume is removed only after its copy is complete. `progress(done, total)` is
+/// called after each item.
+FileActionResult RunFileAction(FileSystem& files, const FileActionPlan& plan,
+                               const std::function<void(std::size_t, std::size_t)>& progress);
+
+} // namespace quillbay

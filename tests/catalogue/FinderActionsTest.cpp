@@ -1,0 +1,96 @@
+#include "catalogue/FinderActions.h"
+
+#include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
+
+#include <algorithm>
+
+namespace quillbay {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+const Names kNames{"odf\\ships\\a.odf", "Textures\\Rgb\\b.tga", "c.txt"};
+
+/// The destination lies on another volume.
+class OtherVolume : public FaultyFileSystem {
+public:
+    using FaultyFileSystem::FaultyFileSystem;
+    std::error_code Rename(std::string_view, std::string_view) override {
+        return std::make_error_code(std::errc::cross_device_link);
+    }
+};
+
+class FinderActions : public test::DiskTest {
+protected:
+    FinderActions() { Reset(); }
+    /// A game in which every file holds its name, and no destination.
+    void Reset() const {
+        fs::remove_all(test::DiskPath(temp_ / "mod"));
+        for (const std::string& name : kNames)
+            test::PutFile(temp_ / ("game\\" + name), name);
+    }
+    bool Has(const std::string& folder, const std::string& name) const {
+        const std::string path = temp_ / (folder + name);
+        return fs::exists(test::DiskPath(path)) && test::FileBytes(path) == name;
+    }
+    FileActionResult Run(FileSystem& files, FileAction action, std::string_view to) const {
+        return RunFileAction(files, PlanFileAction(files, action, temp_ / "game", temp_ / to, kNames),
+                             [](std::size_t, std::size_t) {});
+    }
+};
+
+TEST_F(FinderActions, UseTheSpellingThatIsThereAndTidyUp) {
+    for (const FileAction action : {FileAction::Move, FileAction::Copy}) {
+        Reset();
+        test::PutFile(temp_ / "mod/ODF/Ships/A.odf", "old");
+        test::PutFolder(temp_ / "mod/C.TXT");
+        test::PutFolder(temp_ / "mod/bitmaps/ms");
+        const bool moves = action == FileAction::Move;
+        EXPECT_EQ(Run(*disk_, action, "mod\\").failed, Names{"c.txt"});
+        EXPECT_EQ(test::FileBytes(temp_ / "mod/ODF/Ships/A.odf"), moves ? "old" : kNames[0]);
+        EXPECT_EQ(std::distance(fs::directory_iterator(test::DiskPath(temp_ / "mod/ODF/Ships")), {}), 1);
+        EXPECT_TRUE(Has("game\\", kNames[0]) && Has("mod\\", kNames[1]));
+        EXPECT_EQ(Has("game\\", kNames[1]), !moves);
+        EXPECT_FALSE(fs::exists(test::DiskPath(temp_ / "mod/bitmaps")));
+    }
+}
+
+TEST_F(FinderActions, LeaveTheGameAloneAsItsOwnDestination) {
+    std::error_code noLinks;
+    fs::create_directory_symlink(test::DiskPath(temp_ / "game"), test::DiskPath(temp_ / "link"), noLinks);
+    for (const char* to : {"game", "GAME\\", noLinks ? "game/" : "link"}) {
+        for (const FileAction action : {FileAction::Copy, FileAction::Move})
+            EXPECT_EQ(Run(*disk_, action, to).state, FileActionState::DestinationIsGame) << to;
+        EXPECT_TRUE(std::ranges::all_of(kNames, [&](auto& name) { return Has("game\\", name); })) << to;
+    }
+}
+
+TEST_F(FinderActions, LoseNothingWhateverFails) {
+    using Fault = FaultyFileSystem::Fault;
+    OtherVolume other(*disk_);
+    FaultyFileSystem same(*disk_);
+    const auto check = [&](FaultyFileSystem& files, FileAction action, Fault fault) {
+        for (std::size_t number = 1; number == 1 || number <= files.Trace().size() + QUILLBAY_SWEEP_STRIDE;
+             number += QUILLBAY_SWEEP_STRIDE) {
+            Reset();
+            files.Arm(number, fault);
+            const auto result = Run(files, action, "mod");
+            for (const std::string& name : kNames) {
+                const bool inGame = Has("game\\", name), inMod = Has("mod\\", name);
+                EXPECT_TRUE(inGame || (inMod && action == FileAction::Move)) << number;
+                if (fault != Fault::Fail || result.state != FileActionState::Ready) continue;
+                const bool failed = std::ranges::count(result.failed, name) > 0;
+                EXPECT_TRUE(failed ? inGame : inMod && inGame == (action == FileAction::Copy)) << number;
+            }
+        }
+    };
+    for (const Fault fault : {Fault::Fail, Fault::EndTempHalf, Fault::EndAfter}) {
+        check(same, FileAction::Copy, fault);
+        check(same, FileAction::Move, fault);
+        check(other, FileAction::Move, fault);
+    }
+}
+
+} // namespace
+} // namespace quillbay

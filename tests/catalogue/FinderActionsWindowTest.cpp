@@ -1,0 +1,101 @@
+#include "support/AnswerBoxesWindow.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QtTest>
+
+namespace quillbay {
+namespace {
+
+class FinderActionsWindow : public test::SelectorFixture {
+protected:
+    /// The finder after a scan that found a new file in `odf`, one in the root and a modified one.
+    void Scan() {
+        Write("program/FileList.txt", "folder = odf\\\r\nchanged;5;1/1/2001 1:00:00 AM\r\n");
+        for (const char* file : {"game/odf/changed", "game/odf/new", "target/file"})
+            Write(file, "x");
+        ASSERT_TRUE(Start());
+        opened_ = &OpenWindow("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
+        list_ = &Control<QListWidget>(*opened_, "lstList");
+        Click("cmdStart");
+        ASSERT_EQ(Checks(), "111");
+    }
+    QWidget& Get(const char* name) const { return Control<QWidget>(*opened_, name); }
+    void Click(const char* name) const { QTest::mouseClick(&Get(name), Qt::LeftButton); }
+    std::string Checks() const {
+        std::string checks;
+        for (int row = 0; row < list_->count(); ++row)
+            checks += list_->item(row)->checkState() == Qt::Checked ? '1' : '0';
+        return checks;
+    }
+    QString Typed(const QString& path) const {
+        auto& box = Control<QLineEdit>(*opened_, "txtPath");
+        if (!path.isNull()) box.setText(path);
+        return box.text();
+    }
+
+    QWidget* opened_ = nullptr;
+    QListWidget* list_ = nullptr;
+};
+
+TEST_F(FinderActionsWindow, CopyAndMoveTheCheckedFiles) {
+    Scan();
+    for (const QString& none : {QString(""), QStringLiteral("target"), Path("none"), Path("target/file")}) {
+        Typed(none);
+        EXPECT_FALSE(Get("cmdCopy").isEnabled()) << qPrintable(none);
+    }
+    Typed(Path("target"));
+    list_->item(0)->setCheckState(Qt::Unchecked);
+    Click("lblInvert");
+    EXPECT_EQ(Checks(), "100");
+    QTest::keyClick(&Get("lblInvert"), Qt::Key_Space);
+    EXPECT_EQ(Checks(), "011");
+    Click("cmdCopy");
+    EXPECT_EQ(Typed({}), Path("target") + "\\");
+    EXPECT_TRUE(Exists("target/odf/changed") && !Exists("target/odf/new") && !Exists("target/bitmaps"));
+
+    list_->item(0)->setCheckState(Qt::Checked);
+    QFile::remove(Path("game/Tempest2.exe"));
+    test::AnswerBoxes boxes;
+    Click("cmdMove");
+    ASSERT_EQ(boxes.Seen().size(), 1U);
+    EXPECT_TRUE(boxes.Seen()[0].text.startsWith("1 file was not moved:\n\nTempest2.exe\n"));
+    EXPECT_TRUE(Exists("target/odf/new") && !Exists("game/odf/new") && Exists("game/odf/changed"));
+    EXPECT_FALSE(Get("cmdMove").isEnabled());
+    Click("cmdStart");
+    EXPECT_FALSE(Get("cmdMove").isEnabled());
+}
+
+TEST_F(FinderActionsWindow, DeleteWhatTheListShows) {
+    Scan();
+    Typed(Path("target"));
+    Click("chkModified");
+    list_->item(0)->setCheckState(Qt::Unchecked);
+    QString details;
+    test::AnswerBoxes boxes;
+    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes, [&](auto& box) { details = box.detailedText(); });
+    Click("cmdDelete");
+    EXPECT_TRUE(Exists("game/odf/new"));
+    Click("cmdDelete");
+    EXPECT_EQ(details, "odf\\new\nTempest2.exe\n");
+    EXPECT_TRUE(!Exists("game/odf/new") && !Exists("game/Tempest2.exe") && Exists("game/odf/changed"));
+    EXPECT_TRUE(!Get("chkNew").isEnabled() && Get("chkModified").isEnabled());
+    EXPECT_FALSE(Get("cmdDelete").isEnabled());
+}
+
+TEST_F(FinderActionsWindow, BrowseForAFolderOrAFile) {
+    Scan();
+    for (const char* chosen : {"target", "target/file", ""}) {
+        QTimer::singleShot(0, opened_, [&] {
+            QDialog& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            static_cast<QFileDialog&>(dialog).selectFile(Path(chosen));
+            *chosen ? dialog.accept() : dialog.reject();
+        });
+        Click("cmdBrowse");
+        EXPECT_EQ(Typed({}), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
+    }
+}
+
+} // namespace
+} // namespace quillbay
