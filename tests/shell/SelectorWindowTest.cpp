@@ -40,7 +40,7 @@ constexpr char kMenus[] = R"(menuSelector [Mana&ger]
     menuManagerModFilesRecompile [&Recompile definition file] )"
                           R"(
   menuManagerInstallMapEditor [Install map editor] Ctrl+P
-  menuManagerOptions [Options] )"
+  menuManagerOptions [Options] +)"
                           R"(
   menuManagerSmoothClose [Smooth closing]
     menuManagerSmoothClosingXAxis [X Axis] +
@@ -68,7 +68,7 @@ constexpr char kMenus[] = R"(menuSelector [Mana&ger]
   menuQuit [&Quit] +
 menuMod [&Mod]
   menuModCompatablility [&Check Compatability] Ctrl+C
-  menuModEdit [&Edit ModInfo.txt file] Ctrl+E
+  menuModEdit [&Edit ModInfo.txt file] Ctrl+E+
   menuModAnalyzeMod [Analy&ze Mod Files] Ctrl+Z
   menuModTechTree [View Available &Tech Trees] Ctrl+T
   menuModOpenOdfChecker [Open odf checker] Ctrl+K
