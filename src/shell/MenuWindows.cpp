@@ -38,6 +38,8 @@ std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& co
                                  .yAxis = controls.menuManagerSmoothClosingYAxis,
                                  .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
                                  .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+}
+
 /// Its check mark stands on the submenu's own entry.
 std::unique_ptr<EffectWindow> MakeFinder(frmSelector& main, Ui::frmSelector& controls, QAction*) {
     return std::make_unique<frmFindModifiedFiles>(main, controls.menuManagerModFiles->menuAction());
@@ -46,15 +48,15 @@ std::unique_ptr<EffectWindow> MakeFinder(frmSelector& main, Ui::frmSelector& con
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
     Opener{&Ui::frmSelector::menuManagerFileInstaller, Make<frmInstaller>},
+    Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
     Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
+    Opener{&Ui::frmSelector::menuModCompatablility, Make<frmCompatability>},
     Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
     Opener{&Ui::frmSelector::menuModAnalyzeMod, Make<frmAnalyzer>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},
-    Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
-    Opener{&Ui::frmSelector::menuModCompatablility, Make<frmCompatability>},
 };
 
 } // namespace
