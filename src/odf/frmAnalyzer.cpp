@@ -183,11 +183,10 @@ QSet<QString> frmAnalyzer::ExpandedNodes() const {
     return expanded;
 }
 
-const TreeFolder& frmAnalyzer::FolderOf(const QTreeWidgetItem& node) const {
+const TreeFolder& frmAnalyzer::FolderOf(QTreeWidgetItem& node) const {
     QTreeWidgetItem* parent = node.parent();
     if (!parent) return tree_;
-    const int at = parent->indexOfChild(const_cast<QTreeWidgetItem*>(&node));
-    return FolderOf(*parent).children[static_cast<std::size_t>(at)];
+    return FolderOf(*parent).children[static_cast<std::size_t>(parent->indexOfChild(&node))];
 }
 
 void frmAnalyzer::TreeViewer_NodeClick() {

@@ -70,7 +70,7 @@ private:
     /// when no node is selected now.
     bool FillTree(bool keepSelection);
     QSet<QString> ExpandedNodes() const;
-    const TreeFolder& FolderOf(const QTreeWidgetItem& node) const;
+    const TreeFolder& FolderOf(QTreeWidgetItem& node) const;
     void TreeViewer_NodeClick();
     void TreeViewer_DblClick();
 
