@@ -1,4 +1,5 @@
 #include "Measure.h"
+#include "ToolJobs.h"
 #include "driver/DrivenProgram.h"
 #include "sample/Sample.h"
 
@@ -110,13 +111,6 @@ double SessionPeak(const Bench& bench) {
     return peak;
 }
 
-/// One line of the table and how its two figures are had.
-struct Measurement {
-    Comparison comparison;
-    std::function<double()> ours;
-    std::function<double()> theirs;
-};
-
 std::vector<Measurement> FileJobs(const Bench& bench) {
     const std::string mod = bench.Mods() + "/Whole";
     const std::string game = bench.Game() + "/";
@@ -204,6 +198,9 @@ int main(int argc, char** argv) {
         DrivenProgram crowded(bench.CrowdedApp() / "quillbay", bench.CrowdedApp() / "home");
         crowded.Do("title Quillbay");
         for (auto& comparison : Compare(WindowJobs(bench, crowded), part)) {
+            comparisons.push_back(std::move(comparison));
+        }
+        for (auto& comparison : Compare(ToolJobs(fs::absolute(argv[1]) / "tools"), part)) {
             comparisons.push_back(std::move(comparison));
         }
         PrintTable(comparisons);

@@ -1,9 +1,11 @@
+#include "catalogue/FileListWriter.h"
 #include "library/ModInstaller.h"
 #include "library/ModRows.h"
 #include "library/ModUninstaller.h"
 
 #include <chrono>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,7 +13,8 @@ using namespace quillbay;
 
 namespace {
 
-constexpr const char* kUsage = "job_runner install|uninstall GAME MODS MOD\n";
+constexpr const char* kUsage = "job_runner install|uninstall GAME MODS MOD\n"
+                               "job_runner recompile GAME PROGRAM\n";
 
 bool Install(FileSystem& files, const ModJob& job) {
     const auto result = RunInstall(files, PlanInstall(files, job), {});
@@ -23,19 +26,34 @@ bool Uninstall(FileSystem& files, const ModJob& job) {
     return !result.failure && !result.BackupStays();
 }
 
+bool Recompile(FileSystem& files, const std::string& game, const std::string& program) {
+    return RecompileFileList(files, game, program).outcome == RecompileOutcome::Done;
+}
+
+/// The job that the arguments ask for; empty for none.
+std::function<bool(FileSystem&)> JobFor(const std::vector<std::string>& words) {
+    if (words.size() == 3 && words[0] == "recompile") {
+        return [words](FileSystem& files) { return Recompile(files, words[1], words[2]); };
+    }
+    if (words.size() != 4 || (words[0] != "install" && words[0] != "uninstall")) {
+        return {};
+    }
+    const auto run = words[0] == "install" ? Install : Uninstall;
+    return [run, job = ModJob{words[1], words[2], {words[3]}}](FileSystem& files) { return run(files, job); };
+}
+
 } // namespace
 
 /// Does one job and prints how long it took without the start of the process, in nanoseconds.
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.size() != 4 || (arguments[0] != "install" && arguments[0] != "uninstall")) {
+    const auto job = JobFor({argv + 1, argv + argc});
+    if (!job) {
         std::fputs(kUsage, stderr);
         return 2;
     }
-    const ModJob job{arguments[1], arguments[2], {arguments[3]}};
     const auto files = MakeFileSystem();
     const auto before = std::chrono::steady_clock::now();
-    const bool whole = arguments[0] == "install" ? Install(*files, job) : Uninstall(*files, job);
+    const bool whole = job(*files);
     const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - before;
     std::printf("%lld\n", static_cast<long long>(taken.count()));
     return whole ? 0 : 1;

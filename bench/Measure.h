@@ -26,6 +26,13 @@ struct Comparison {
     double Ratio() const { return ours / theirs; }
 };
 
+/// One line of the table and how its two figures are had.
+struct Measurement {
+    Comparison comparison;
+    std::function<double()> ours;
+    std::function<double()> theirs;
+};
+
 /// Measures both sides `pairs` times, the other one first each time, and keeps the medians.
 void MeasurePairs(Comparison& comparison, int pairs, const std::function<double()>& ours,
                   const std::function<double()>& theirs);

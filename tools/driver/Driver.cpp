@@ -27,9 +27,14 @@ void Reply(const QString& line) {
     std::fflush(stdout);
 }
 
+/// `NAME`, or `WINDOW/NAME` where several windows have an object of that name.
 template <typename T>
-T* Find(const QString& name) {
+T* Find(const QString& path) {
+    const QString name = path.section('/', -1);
     for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (path.contains('/') && window->objectName() != path.section('/', 0, 0)) {
+            continue;
+        }
         if (auto* itself = qobject_cast<T*>(window); itself && window->objectName() == name) {
             return itself;
         }
@@ -197,7 +202,7 @@ Driver::Try Driver::Await(const QStringList& arguments) {
     if (!object || object->property(arguments[1].toLatin1().constData()).toString() != arguments[2]) {
         return {};
     }
-    return Outcome{};
+    return Outcome{QString::number(Now()), {}};
 }
 
 Driver::Try Driver::Grab(const QStringList& arguments) {

@@ -25,14 +25,15 @@ namespace quillbay {
 ///     click WIDGET            press and release the left button on it
 ///     trigger ACTION          choose the menu item
 ///     answer TITLE|BUTTON     press a button of the message box with that title; value: its text
-///     await OBJECT|PROPERTY|VALUE
+///     await OBJECT|PROPERTY|VALUE     value: when it was so (monotonic ns)
 ///     grab WIDGET|FILE        picture of one window
 ///     screen FILE             picture of the whole screen
 ///     timer TIMER             let the timer fire now; value: how long its work took (ns)
 ///     peak                    value: the largest resident size so far (kB)
 ///     close WINDOW
 ///
-/// Objects are named by their objectName.
+/// Objects are named by their objectName, with `WINDOW/` before it where several windows have one of that
+/// name.
 class Driver : public QObject {
     Q_OBJECT
 

@@ -158,6 +158,28 @@ void MakeReplacingMod(const fs::path& game, const fs::path& mod) {
     }
 }
 
+void MakeDefinitions(const fs::path& folder, std::size_t count, bool spread) {
+    constexpr std::array<std::string_view, 9> kFolders = {
+        "other",   "commands",        "special_weapons", "ships",        "stations",
+        "weapons", "weapons/phasers", "weapons/photons", "weapons/pulse"};
+    for (std::size_t number = 0; number < count; ++number) {
+        const std::string name = FileName(number, ".odf");
+        const fs::path file = spread ? folder / kFolders[number % kFolders.size()] / name : folder / name;
+        Dice dice(number);
+        std::string text = "#include \"" + FileName((number + 9) % count, ".odf") + "\"\r\n";
+        text += "tooltip = \"" + name + "\"\r\nweapon1 = \"" + FileName(number / 2, "") + "\"\r\n";
+        Write(file, text + OdfText(name, dice.Between(400, 6'000), number), number);
+    }
+}
+
+void MakeLooseFiles(const fs::path& folder, std::size_t count, std::size_t definitions) {
+    constexpr std::array<std::string_view, 5> kExtensions = {".tga", ".sod", ".bzn", ".spr", ".txt"};
+    MakeDefinitions(folder, definitions, false);
+    for (std::size_t number = definitions; number < count; ++number) {
+        Write(folder / FileName(number, kExtensions[number % kExtensions.size()]), Noise(64, number), number);
+    }
+}
+
 void MakeLibrary(const fs::path& modsFolder, std::size_t mods, std::size_t addons) {
     for (std::size_t number = 0; number < mods; ++number) {
         const fs::path mod = modsFolder / FileName(number, " mod");

@@ -17,6 +17,13 @@ void MakeReplacingMod(const std::filesystem::path& game, const std::filesystem::
 /// A library of `mods` mods with a few files each, the first `addons` of them with an addon.
 void MakeLibrary(const std::filesystem::path& modsFolder, std::size_t mods, std::size_t addons);
 
+/// `count` small object definitions without errors in `folder`, all spread over the folders that a game has
+/// for them when `spread`, else directly in it.
+void MakeDefinitions(const std::filesystem::path& folder, std::size_t count, bool spread);
+
+/// Loose files in a folder: `count` of several types, the first `definitions` of them object definitions.
+void MakeLooseFiles(const std::filesystem::path& folder, std::size_t count, std::size_t definitions);
+
 /// A Wine prefix with a drive C:, and the registry entry by which the game is found. Returns the game's
 /// folder in it, which is made.
 std::filesystem::path MakePrefix(const std::filesystem::path& prefix);
