@@ -13,6 +13,12 @@ set(CMAKE_RANLIB /usr/bin/${_triple}-gcc-ranlib-posix CACHE FILEPATH "")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 
 set(CMAKE_FIND_ROOT_PATH /usr/${_triple})
+# The folder of a static Qt for Windows (scripts/qt-for-windows): the root path is the only way in for it, because
+# packages are looked for nowhere else. Probes of the compiler see it, too.
+if(QUILLBAY_WINDOWS_QT)
+  list(PREPEND CMAKE_FIND_ROOT_PATH ${QUILLBAY_WINDOWS_QT})
+  list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QUILLBAY_WINDOWS_QT)
+endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
