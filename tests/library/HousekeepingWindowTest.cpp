@@ -9,97 +9,73 @@ namespace {
 
 constexpr auto kYes = QMessageBox::Yes;
 
-class HousekeepingWindow : public SelectorFixture {
-protected:
-    HousekeepingWindow() {
-        Write("program/mods/Alpha/odf/ships/a.odf", "a");
-        Write("program/mods/Alpha/Addon/X/Backup/odf/ships/a.odf", "game's own");
-        Write("program/mods/Bravo/b.txt", "b");
-    }
-    QDir ModsFolder() const { return QDir(Path("program/mods")); }
-};
+class HousekeepingWindow : public SelectorFixture {};
 
 TEST_F(HousekeepingWindow, RemovesTheModItAskedAbout) {
+    Write("program/mods/Alpha/odf/ships/a.odf", "a");
+    Write("program/mods/Alpha/Addon/X/Backup/odf/ships/a.odf", "game's own");
+    Write("program/mods/Bravo/b.txt", "b");
     ASSERT_TRUE(Start());
-    AnswerBoxes boxes;
-    boxes.Then(QMessageBox::No).Then(kYes).Then(kYes);
     files.onChange = [this] { EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isVisible()); };
-    QAction& remove = Item("menuModCurrentModRemoveMod");
-    Mods().setCurrentRow(1);
-    remove.trigger();
+    AnswerBoxes boxes;
+    const auto remove = [&](int row) {
+        Mods().setCurrentRow(row);
+        Item("menuModCurrentModRemoveMod").trigger();
+    };
+    boxes.Then(QMessageBox::No).Then(kYes).Then(kYes).Then(kYes, [this](QMessageBox&) {
+        QDir(Path("program/mods")).rename("Bravo", "bravo"); // which is another mod
+        Tick();
+    });
+    remove(1);
     EXPECT_TRUE(Exists("program/mods/Alpha/Addon/X/Backup/odf/ships/a.odf"));
-    remove.trigger();
-    EXPECT_FALSE(Exists("program/mods/Alpha/Addon/X"));
+    remove(1);
     EXPECT_EQ(Rows(), (QStringList{"Alpha", "Bravo"}));
-    Mods().setCurrentRow(0);
-    remove.trigger();
+    remove(0);
     EXPECT_EQ(Rows(), QStringList{"Bravo"});
-    EXPECT_TRUE(remove.isEnabled());
-    ASSERT_EQ(boxes.Seen().size(), 3U);
+    remove(0);
+    EXPECT_EQ(Read("program/mods/bravo/b.txt"), "b");
+    ASSERT_EQ(boxes.Seen().size(), 4U);
     const SeenBox& addon = boxes.Seen()[1];
     EXPECT_EQ(addon.text, "Are you sure you want to remove the     X mod from your hard drive?");
     EXPECT_EQ(addon.title, "Remove     X mod?");
-    EXPECT_EQ(addon.icon, QMessageBox::Question);
     EXPECT_TRUE(addon.informative.contains("Backup"));
     EXPECT_EQ(boxes.Seen()[2].informative, "");
 }
 
-TEST_F(HousekeepingWindow, AModThatVanishesWhileAskedAboutIsNotReplacedByAnother) {
-    ASSERT_TRUE(Start());
-    const auto vanish = [this](QMessageBox&) {
-        ModsFolder().rename("Bravo", "bravo");
-        Tick();
-    };
-    for (const char* item :
-         {"menuModCurrentModRemoveMod", "menuModCurrentModSubfolders", "menuModCurrentModRemoveSubfolders"}) {
-        MakeFolder("program/mods/bravo/odf");
-        ModsFolder().rename("bravo", "Bravo");
-        Tick();
-        ASSERT_TRUE(window->SelectMod({"Bravo"}));
-        AnswerBoxes boxes;
-        boxes.Then(kYes, vanish);
-        Item(item).trigger();
-        EXPECT_EQ(boxes.Seen().size(), 1U);
-        EXPECT_EQ(QDir(Path("program/mods/bravo")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                  (QStringList{"b.txt", "odf"}));
-        EXPECT_TRUE(Exists("program/mods/Alpha/odf/ships/a.odf"));
-        EXPECT_TRUE(Mods().isEnabled());
-    }
-}
-
-TEST_F(HousekeepingWindow, MakesNewFolders) {
+TEST_F(HousekeepingWindow, MakesNewModsAndTheirFolders) {
     ASSERT_TRUE(Start());
     AnswerBoxes boxes;
-    boxes.ThenType("").ThenType("ALPHA").Then(QMessageBox::Ok).ThenType("nul").Then(QMessageBox::Ok);
-    boxes.ThenType("a?b").Then(QMessageBox::Ok).ThenType("New & mod");
+    boxes.ThenType("").ThenType("nul").Then(QMessageBox::Ok).ThenType("a?b").Then(QMessageBox::Ok);
+    boxes.ThenType("New & mod").ThenType("NEW & MOD").Then(QMessageBox::Ok).Then(kYes).Then(kYes);
     for (int times = 0; times < 5; ++times)
         Item("menuModMakeNewFolder").trigger();
-    const auto& seen = boxes.Seen();
-    ASSERT_EQ(seen.size(), 8U);
-    EXPECT_EQ(seen[0].title, "Make new folder");
-    EXPECT_EQ(seen[0].text, "Please enter the name of the folder.");
-    EXPECT_EQ(seen[2].text, "Folder already exists.");
-    EXPECT_EQ(seen[2].title, "Quillbay");
-    EXPECT_EQ(seen[4].text, "Invalid name.");
-    EXPECT_EQ(seen[6].title, "Error!");
-    EXPECT_EQ(seen[6].text, "An error has occurred. It is possible that you have entered invalid characters. "
-                            "Please enter a different name.");
     EXPECT_EQ(SelectedText(), "New & mod");
-
-    boxes.Then(kYes);
     Item("menuModCurrentModSubfolders").trigger();
-    EXPECT_EQ(boxes.Seen()[8].text, "Are you sure you want to make these folders?");
-    EXPECT_EQ(boxes.Seen()[8].title, "Make subfolders?");
     EXPECT_TRUE(Exists("program/mods/New & mod/odf/weapons/Pulse"));
     EXPECT_EQ(window->focusWidget(), &Mods());
     Write("program/mods/New & mod/odf/ships/own.odf", "own");
-    boxes.Then(kYes);
     Item("menuModCurrentModRemoveSubfolders").trigger();
-    EXPECT_EQ(boxes.Seen()[9].text, "Are you sure you want to remove these folders?");
-    EXPECT_EQ(boxes.Seen()[9].title, "Delete subfolders?");
-    EXPECT_EQ(QDir(Path("program/mods/New & mod")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+    EXPECT_EQ(QDir(Path("program/mods/New & mod")).entryList({"*"}, QDir::Dirs | QDir::NoDotAndDotDot),
               QStringList{"odf"});
     EXPECT_EQ(Read("program/mods/New & mod/odf/ships/own.odf"), "own");
+
+    const std::pair<const char*, const char*> texts[] = {
+        {"Make new folder", "Please enter the name of the folder."},
+        {"Make new folder", "Please enter the name of the folder."},
+        {"Quillbay", "Invalid name."},
+        {"Make new folder", "Please enter the name of the folder."},
+        {"Error!", "An error has occurred. It is possible that you have entered invalid characters. Please "
+                   "enter a different name."},
+        {"Make new folder", "Please enter the name of the folder."},
+        {"Make new folder", "Please enter the name of the folder."},
+        {"Quillbay", "Folder already exists."},
+        {"Make subfolders?", "Are you sure you want to make these folders?"},
+        {"Delete subfolders?", "Are you sure you want to remove these folders?"},
+    };
+    ASSERT_EQ(boxes.Seen().size(), std::size(texts));
+    for (std::size_t at = 0; at < std::size(texts); ++at)
+        EXPECT_TRUE(boxes.Seen()[at].title == texts[at].first && boxes.Seen()[at].text == texts[at].second)
+            << texts[at].second;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QInputDialog>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -133,7 +134,7 @@ Driver::Try Driver::Carry(const QString& line) {
         {"title", &Driver::Title},     {"select", &Driver::Select}, {"click", &Driver::Click},
         {"trigger", &Driver::Trigger}, {"answer", &Driver::Answer}, {"await", &Driver::Await},
         {"grab", &Driver::Grab},       {"screen", &Driver::Screen}, {"timer", &Driver::Timer},
-        {"peak", &Driver::Peak},       {"close", &Driver::Close},
+        {"peak", &Driver::Peak},       {"close", &Driver::Close},   {"type", &Driver::Type},
     };
     const auto command = commands.constFind(line.section(' ', 0, 0));
     if (command == commands.cend()) {
@@ -195,6 +196,17 @@ Driver::Try Driver::Answer(const QStringList& arguments) {
         }
     }
     return {};
+}
+
+Driver::Try Driver::Type(const QStringList& arguments) {
+    auto* box = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+    if (!box || box->windowTitle() != arguments[0]) {
+        return {};
+    }
+    return Outcome{{}, [box, text = arguments[1]] {
+                       box->setTextValue(text);
+                       box->accept();
+                   }};
 }
 
 Driver::Try Driver::Await(const QStringList& arguments) {

@@ -25,6 +25,7 @@ namespace quillbay {
 ///     click WIDGET            press and release the left button on it
 ///     trigger ACTION          choose the menu item
 ///     answer TITLE|BUTTON     press a button of the message box with that title; value: its text
+///     type TITLE|TEXT         write into the input box with that title and confirm it
 ///     await OBJECT|PROPERTY|VALUE     value: when it was so (monotonic ns)
 ///     grab WIDGET|FILE        picture of one window
 ///     screen FILE             picture of the whole screen
@@ -59,6 +60,7 @@ private:
     Try Click(const QStringList& arguments);
     Try Trigger(const QStringList& arguments);
     Try Answer(const QStringList& arguments);
+    Try Type(const QStringList& arguments);
     Try Await(const QStringList& arguments);
     Try Grab(const QStringList& arguments);
     Try Screen(const QStringList& arguments);
