@@ -23,8 +23,7 @@ protected:
     QSlider& Intensity() const { return Control<QSlider>(*options, "sldFadeIntensity"); }
     QCheckBox& Check(const char* name) const { return Control<QCheckBox>(*options, name); }
     void Close() const {
-        options->close();
-        ASSERT_TRUE(WaitFor([&] { return !options->isVisible(); }));
+        ASSERT_TRUE(options->close() || WaitFor([&] { return !options->isVisible(); }));
     }
 
     QWidget* options = nullptr;
@@ -54,28 +53,20 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
     }
     Intensity().setValue(100);
     speed.setValue(30);
-    QStringList now;
+    QString now;
     for (const auto& [key, value] : settings.values)
-        now += key + '=' + value;
-    EXPECT_EQ(now.join(' '), "Fade/Intensity=100 Fade/Speed=30 Smooth Closing/Main Window Only=False "
-                             "Smooth Closing/Simultaneous=True Smooth Closing/XAxis=False "
-                             "Smooth Closing/YAxis=False");
+        now += key.section('/', 1) + '=' + value + ' ';
+    EXPECT_EQ(now,
+              "Intensity=100 Speed=30 Main Window Only=False Simultaneous=True XAxis=False YAxis=False ");
     EXPECT_EQ(window->FadeIntensity + window->FadeSpeed, 130);
     EXPECT_EQ(Control<QLabel>(*options, "lblFadeIntensity").text(), "100");
     settings.values["Fade/Intensity"] = "77.5";
-    Close();
-    Open();
-    EXPECT_EQ(Intensity().value(), 78) << "read afresh";
-}
-
-TEST_F(Options, SwitchTheAutomaticRefreshForTheRun) {
-    Open();
     Check("chkAutoRefresh").click();
     window->showMinimized();
     window->showNormal();
-    window->RefreshModList({});
     Close();
     Open();
+    EXPECT_EQ(Intensity().value(), 78) << "read afresh";
     EXPECT_TRUE(Check("chkAutoRefresh").isChecked());
     EXPECT_FALSE(window->AutoRefresh());
     Check("chkAutoRefresh").click();
@@ -108,14 +99,11 @@ TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
     EXPECT_EQ(layers.Last(*window), 211);
     Close();
     EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 230, 223}));
-}
 
-TEST_F(Options, OthersStayVisibleWhateverIntensityIsStored) {
-    LayeredWindows layers;
-    settings.values["Fade/Intensity"] = "none";
+    window->FadeIntensity = 0; // as after a start with a text that is no number
     Open();
     Close();
-    EXPECT_EQ(layers.Last(*window), 255);
+    EXPECT_EQ(layers.Last(*window), 255) << "not invisible";
 }
 
 } // namespace

@@ -68,13 +68,11 @@ TEST_F(Editor, WritesTheFileOfTheAddonThatIsChosenByItsPlace) {
     Make();
     EXPECT_FALSE(Exists(file));
     Make();
-    EXPECT_EQ(boxes.Seen().back().title + boxes.Seen().back().text,
-              "Make file?Are you sure you want to make the file?");
+    EXPECT_EQ(boxes.Seen().back().text, "Are you sure you want to make the file?");
     EXPECT_EQ(Read(file), "Author: Tom\r\n\r\nDescription: one\r\ntwo\xA0\x80\r\n\r\nVersion: \r\n\r\n"
                           "Other Heading: \r\n\r\nOther: \r\n");
     EXPECT_EQ(Label("lblModsDescription").text(), "one") << "as it is read";
     EXPECT_EQ(Control<QLineEdit>(*editor, "txtVersion").text(), "(File does not contain version number)");
-    EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "Tom");
 
     QByteArray all;
     for (int code = 0; code < 256; ++code)
@@ -113,9 +111,8 @@ TEST_F(Editor, RefusesAndKeepsBothTexts) {
     MakeFolder("program/mods/Bravo");
     Open();
     AnswerBoxes boxes;
-    const auto removeMod = [&](QMessageBox&) { QDir(Path("program/mods/Bravo")).removeRecursively(); };
     boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
-    boxes.Then(QMessageBox::Yes, removeMod).Then(QMessageBox::Ok);
+    boxes.Then(QMessageBox::Yes, [&](QMessageBox&) { QDir().rmdir(Path("program/mods/Bravo")); });
     const QString texts[]{"too long a value is there", QString::fromUtf8("\xD0\x96"), "the mod goes"};
     for (std::size_t at = 0; at < 3; ++at) {
         Combo().setCurrentIndex(at == 0 ? 0 : 1);
