@@ -1,8 +1,6 @@
 #include "driver/DrivenProgram.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -16,19 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the game left, once it has written both lines.
-std::string TakeMark(const fs::path& game) {
-    const auto patience = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    std::string mark;
-    while (std::ranges::count(mark, '\n') < 2 && std::chrono::steady_clock::now() < patience) {
-        std::ifstream stream(game / "mark", std::ios::binary);
-        mark.assign(std::istreambuf_iterator(stream), {});
-        std::this_thread::yield();
-    }
-    fs::remove(game / "mark");
-    return mark;
-}
-
 TEST(LaunchedGame, StartsInItsFolderWithItsArguments) {
     const char* prefix = std::getenv("QUILLBAY_TEST_PREFIX");
     if (!prefix) GTEST_SKIP() << "scripts/test windows runs this one";
@@ -38,18 +23,26 @@ TEST(LaunchedGame, StartsInItsFolderWithItsArguments) {
     fs::create_directory(home + "/app");
     fs::copy_file(QUILLBAY, home + "/app/quillbay");
     fs::create_directory_symlink(prefix, home + "/prefix");
-    const fs::path game = fs::path(prefix) / "drive_c/Games & Co/Tempest II 100%";
-    const auto run = [&](std::initializer_list<const char*> commands) {
+    const auto markOf = [&](std::initializer_list<const char*> commands) {
         DrivenProgram program(home + "/app/quillbay", home);
         for (const char* command : commands)
             program.Do(command);
         EXPECT_EQ(program.Wait(), 0);
-        return TakeMark(game);
+        const auto patience = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        const std::string file = home + "/prefix/drive_c/Games & Co/Tempest II 100%/mark";
+        std::string mark;
+        while (std::ranges::count(mark, '\n') < 2 && std::chrono::steady_clock::now() < patience) {
+            std::this_thread::yield();
+            std::ifstream stream(file, std::ios::binary);
+            mark.assign(std::istreambuf_iterator(stream), {});
+        }
+        fs::remove(file);
+        return mark;
     };
     const std::string folder = "C:\\Games & Co\\Tempest II 100%\n";
-    EXPECT_EQ(run({"title Quillbay", "trigger menuManagerLaunchT2"}), "Tempest2.exe\n" + folder);
+    EXPECT_EQ(markOf({"title Quillbay", "trigger menuManagerLaunchT2"}), "Tempest2.exe\n" + folder);
     EXPECT_EQ(
-        run({"title Quillbay", "trigger menuManagerLaunchMapEditor", "type Enter file name|my map.bzn"}),
+        markOf({"title Quillbay", "trigger menuManagerLaunchMapEditor", "type Enter file name|my map.bzn"}),
         "Tempest2.exe /edit my map.bzn\n" + folder);
     fs::remove_all(home);
 }
