@@ -79,7 +79,7 @@ std::optional<seconds> ReadTimeOfDay(TimeReader& reader) {
     return hours(hour) + minutes(minute) + seconds(second);
 }
 
-std::string TwoDigits(long number) { return (number < 10 ? "0" : "") + std::to_string(number); }
+std::string TwoDigits(long long number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
 } // namespace
 

@@ -36,19 +36,18 @@ void AppendRecord(std::string& text, const DirEntry& file) {
 
 RecompileResult RecompileFileList(FileSystem& files, std::string_view gameDirectory,
                                   std::string_view programDirectory) {
-    if (!IsExistingFolder(files, gameDirectory))
-        return {RecompileOutcome::NoGame, std::string(gameDirectory), {}};
     ReadFailure failure;
-    std::string text;
-    ListKnownFolders(
-        files, gameDirectory, Detail::Full,
-        [&](const KnownFolders& known, std::size_t position) {
-            AppendHeading(text, GameFolders[position]);
-            ForEachGameFile(known[position], [&](const DirEntry& file) { AppendRecord(text, file); });
-        },
-        &failure);
+    KnownFolders known;
+    if (IsExistingFolder(files, gameDirectory))
+        known = ListKnownFolders(files, gameDirectory, Detail::Full, {}, &failure);
     if (failure) return {RecompileOutcome::Unreadable, failure.path, failure.error};
+    if (known[kKnownFolderCount].empty()) return {RecompileOutcome::NoGame, std::string(gameDirectory), {}};
 
+    std::string text;
+    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
+        AppendHeading(text, GameFolders[position]);
+        ForEachGameFile(known[position], [&](const DirEntry& file) { AppendRecord(text, file); });
+    }
     std::string list = Join(programDirectory, kFileListName);
     if (const auto error = files.WriteFile(list, text))
         return {RecompileOutcome::NotWritten, std::move(list), error};

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLocale>
+#include <QMargins>
 #include <QPointer>
 #include <QSignalBlocker>
 
@@ -128,7 +129,8 @@ bool frmFindModifiedFiles::RunScan() {
     };
     sincePaint_.start();
     while (scan_->Step()) {
-        if (sincePaint_.hasExpired(kPaintEveryMs)) {
+        const bool passBegins = scan_->InSecondPass() && ui_->lblGrandTotal->isHidden();
+        if (passBegins || sincePaint_.hasExpired(kPaintEveryMs)) {
             ShowScanProgress();
             sincePaint_.restart();
         }
@@ -234,8 +236,8 @@ void frmFindModifiedFiles::LayOut() {
     }
 }
 
-void frmFindModifiedFiles::Grow(int width, int height) {
-    if (!isMaximized() && !isFullScreen()) resize(this->width() + width, this->height() + height);
+void frmFindModifiedFiles::ResizeTo(QSize wanted) {
+    if (!isMaximized() && !isFullScreen()) resize(wanted);
 }
 
 void frmFindModifiedFiles::ShowCompactLayout() {
@@ -250,7 +252,7 @@ void frmFindModifiedFiles::ShowCompactLayout() {
     ui_->cmdStart->setFocus();
     MakeDefault(*ui_->cmdStart);
     ui_->panStatus->setMinimumWidth(kStatusCharacters * fontMetrics().averageCharWidth());
-    if (isMaximized() || isFullScreen()) showNormal();
+    setWindowState(Qt::WindowNoState);
     LayOut();
     resize(sizeHint());
 }
@@ -262,16 +264,16 @@ void frmFindModifiedFiles::ShowScanLayout() {
         hidden->hide();
     for (QCheckBox* view : {ui_->chkNew, ui_->chkModified})
         view->setEnabled(true);
-    const int before = sizeHint().height();
-    const bool widen = ui_->panResults->isHidden();
+    QSize wanted = size(); // before the layouts make the window as large as they need
+    if (ui_->panResults->isHidden()) wanted.rwidth() += kListCharacters * fontMetrics().averageCharWidth();
     for (QWidget* shown : std::initializer_list<QWidget*>{ui_->panResults, ui_->pgbStatus, ui_->cmdCancel})
         shown->show();
     ui_->cmdCancel->setFocus();
     Redolist();
     MakeDefault(*ui_->cmdCopy);
     LayOut();
-    heightAdded_ = sizeHint().height() - before;
-    Grow(widen ? kListCharacters * fontMetrics().averageCharWidth() : 0, heightAdded_);
+    heightAdded_ = ui_->pgbStatus->sizeHint().height() + ui_->layChecker->spacing();
+    ResizeTo(wanted.grownBy({0, 0, 0, heightAdded_}));
     ShowScanProgress();
     repaint();
 }
@@ -287,7 +289,7 @@ void frmFindModifiedFiles::ShowResultLayout() {
         shown->show();
     if (hadFocus) ui_->cmdStart->setFocus();
     LayOut();
-    Grow(0, -heightAdded_);
+    ResizeTo(size().shrunkBy({0, 0, 0, heightAdded_}));
     repaint();
 }
 

@@ -60,8 +60,8 @@ private:
     void MakeDefault(QPushButton& button);
     /// Gives the layouts what they have at once, not with later events.
     void LayOut();
-    /// Changes the size of the window, unless it fills the screen.
-    void Grow(int width, int height);
+    /// Resizes the window, unless it fills the screen.
+    void ResizeTo(QSize wanted);
     void ShowCompactLayout();
     void ShowScanLayout();
     void ShowResultLayout();

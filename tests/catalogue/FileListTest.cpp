@@ -1,0 +1,221 @@
+#include "catalogue/CatalogueTime.h"
+#include "catalogue/FileCatalogue.h"
+#include "catalogue/FileListText.h"
+#include "catalogue/FileListWriter.h"
+#include "catalogue/GameScan.h"
+#include "common/PathText.h"
+#include "platform/CaseFold.h"
+#include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
+
+#include <algorithm>
+#include <random>
+
+namespace quillbay {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+class FileListTest : public test::DiskTest {
+protected:
+    const std::string game_ = temp_ / "game";
+    const std::string program_ = temp_ / "program";
+
+    FileListTest() { test::PutFolder(program_); }
+
+    void Put(std::string_view name, std::string_view bytes, std::int64_t seconds) {
+        const std::string path = Join(game_, name);
+        test::PutFile(path, bytes);
+        EXPECT_FALSE(disk_->SetModified(path, FileTime(std::chrono::seconds(seconds))));
+    }
+    RecompileOutcome Recompile() { return RecompileFileList(*disk_, game_, program_).outcome; }
+    std::string List() const { return test::FileBytes(Join(program_, "FileList.txt")); }
+    FoundFiles Scan(FileCatalogue catalogue) const {
+        FoundFiles found;
+        GameScan scan(*disk_, game_, std::move(catalogue), found);
+        while (scan.Step()) {
+        }
+        std::ranges::sort(found.newFiles);
+        std::ranges::sort(found.modifiedFiles);
+        return found;
+    }
+};
+
+bool Has(const FileCatalogue& catalogue, std::string_view name, std::uint8_t folderCode) {
+    const std::string key = FoldFileName(name);
+    return catalogue.CheckIfFileExists(key, folderCode, GetLengthBucket(key));
+}
+
+TEST_F(FileListTest, RoundTripOfAnOddGame) {
+    const std::string longName(31, 'n');
+    Put(R"(odf\ships\scout.odf)", "12345", 1'000'000'000);
+    Put("odf\\ships\\gr\xC3\xBCn.odf", "1", -5);
+    Put("odf\\ships\\\xE6\x97\xA5\xE6\x9C\xAC.odf", "1", 5'000'000'000);
+    Put("odf\\" + longName, "12", 1);
+    Put("odf\\" + longName + ".longer", "1", 2);
+    Put(" lead.txt", "1", 3);
+    Put("a;b.txt", "1", 4);
+    Put("folder = x", "1", 5);
+    Put("zebra.txt", "1", 6);
+    Put("huge.bin", "", 7);
+    std::filesystem::resize_file(test::DiskPath(Join(game_, "huge.bin")), 5'368'709'121);
+    test::PutFile(Join(game_, "unknown/file.txt"), "1");
+    ASSERT_EQ(Recompile(), RecompileOutcome::Done);
+
+    const std::string list = List();
+    Paths headings;
+    ForEachFileListLine(
+        list, [&](std::string_view name) { headings.emplace_back(name); }, [](std::string_view) {});
+    Paths expected(GameFolders.begin(), GameFolders.end());
+    expected.back() = "'rootdir'";
+    EXPECT_EQ(headings, expected);
+    EXPECT_TRUE(list.starts_with("\r\nfolder = AdmiralsLog\\\r\n\r\n\r\nfolder = animations\\\r\n\r\n"));
+    EXPECT_NE(list.find("\r\nhuge.bin;5368709121;"), std::string::npos);
+    EXPECT_EQ(list.find("unknown"), std::string::npos);
+    EXPECT_EQ(CountRecords(list).records, 9U);
+    EXPECT_EQ(Recompile(), RecompileOutcome::Done);
+    EXPECT_EQ(List(), list);
+
+    // The two names that a record cannot hold count as new, whatever is done.
+    FoundFiles found = Scan(FileCatalogue(list));
+    EXPECT_EQ(found.newFiles, (Paths{"a;b.txt", "folder = x"}));
+    EXPECT_EQ(found.modifiedFiles, Paths());
+
+    Put("odf\\" + longName, "12", 2);
+    Put(R"(odf\ships\scout.odf)", "123456", 1'000'000'000);
+    Put("Brand.new", "1", 1);
+    ASSERT_FALSE(disk_->Rename(Join(game_, "zebra.txt"), Join(game_, "ZEBRA.TXT")));
+    ASSERT_FALSE(disk_->Rename(Join(game_, "odf\\ships\\gr\xC3\xBCn.odf"),
+                               Join(game_, "odf\\ships\\GR\xC3\x9CN.ODF")));
+    ASSERT_FALSE(disk_->RemoveFile(Join(game_, "huge.bin")));
+    found = Scan(FileCatalogue(list));
+    EXPECT_EQ(found.newFiles, (Paths{"Brand.new", "a;b.txt", "folder = x"}));
+    EXPECT_EQ(found.modifiedFiles, (Paths{"odf\\" + longName, R"(odf\ships\scout.odf)"}));
+}
+
+TEST_F(FileListTest, ReaderTakesGoodLinesAndPassesOverBadOnes) {
+    const FileCatalogue catalogue("early;1;1/2/2003\r\nfolder = odf\\\r\n"
+                                  "good;007;01/02/2003 04:05:06 pm;more\r\n"
+                                  ";1;1/2/2003\r\nnosize\r\nempty;;1/2/2003\r\nword;x;1/2/2003\r\n"
+                                  "notime;1\r\nbadtime;1;13/1/2003\r\nGOOD;8;1/2/2003\r\n   \r\n"
+                                  "folder = nowhere\\\r\nlost;1;1/2/2003\r\n"
+                                  "folder = 'rootdir'\rroot; 12 ;1/2/2003\r"
+                                  "folder = odf\\\r\nagain;1;1/2/2003 \r\n Folder = x;1;1/2/2003");
+    const std::uint8_t odf = GetFolderCode("odf\\");
+    for (const char* name : {"good", "again", " Folder = x"})
+        EXPECT_TRUE(Has(catalogue, name, odf)) << name;
+    for (const char* name : {"early", "nosize", "empty", "word", "notime", "badtime", "lost", "root"})
+        EXPECT_FALSE(Has(catalogue, name, odf)) << name;
+    EXPECT_TRUE(Has(catalogue, "ROOT", kGameFolderCount));
+    const std::string good = FoldFileName("good");
+    EXPECT_EQ(catalogue.GetSizeFromFile(good, odf, GetLengthBucket(good)), 7U) << "the first record counts";
+    EXPECT_EQ(catalogue.GetDateFromFile(good, odf, GetLengthBucket(good)),
+              ParseCatalogueTime("1/2/2003 16:05:06"));
+    EXPECT_FALSE(catalogue.HasRecords(1));
+    EXPECT_EQ(GetFolderCode("ODF\\"), 0);
+    EXPECT_EQ(GetFolderCode(""), kGameFolderCount);
+    EXPECT_EQ(GetLengthBucket(std::string(32, '\xFF')), 31);
+}
+
+TEST_F(FileListTest, TimesAreReadBack) {
+    const std::pair<std::string_view, std::string_view> readable[] = {
+        {"1/2/03 12:00 am", "1/2/2003"},
+        {" 01/02/1930 ", "1/2/30 00:00:00"},
+        {"1/2/2003 0:05:06PM", "1/2/2003 12:05:06"},
+        {"2/29/2000 23:59:59", "2/29/2000 11:59:59 PM"},
+    };
+    for (const auto& [text, same] : readable) {
+        EXPECT_TRUE(ParseCatalogueTime(text)) << text;
+        EXPECT_EQ(ParseCatalogueTime(text), ParseCatalogueTime(same)) << text;
+    }
+    for (const char* bad : {"", "12:00:00 AM", "1/2", "2/29/2001", "1/2/2003 24:00:00",
+                            "1/2/2003 13:00:00 AM", "1/2/2003 1:60:00", "1/2/2003 1", "1/2/2003 1:00:00 AM x",
+                            "-1/2/2003", "1/2/10000", "4294967297/2/2003", "1/0/2003"})
+        EXPECT_FALSE(ParseCatalogueTime(bad)) << bad;
+    std::mt19937_64 random(7);
+    for (int round = 0; round < 2'000; ++round) {
+        const LocalTime time(
+            std::chrono::seconds(static_cast<std::int64_t>(random() % 300'000'000'000) - 55'000'000'000));
+        EXPECT_EQ(ParseCatalogueTime(FormatCatalogueTime(time)), time);
+    }
+}
+
+TEST_F(FileListTest, RandomBytesDoNotHideWhatFollows) {
+    const std::string_view fragments[] = {"folder = ", "odf\\", "'rootdir'", "\r", "\n",
+                                          "\r\n",      ";",     "1/2/03",    " "};
+    std::mt19937 random(20'260'105);
+    for (int round = 0; round < 2'000; ++round) {
+        std::string bytes;
+        for (auto i = random() % 40; i > 0; --i) {
+            bytes += fragments[random() % std::size(fragments)];
+            bytes += static_cast<char>(random());
+        }
+        const std::size_t records = CountRecords(bytes).records;
+        bytes += "\rfolder = odf\\\r\nlast name;5;1/2/2003\r\n";
+        EXPECT_TRUE(Has(FileCatalogue(bytes), "LAST NAME", GetFolderCode("odf\\"))) << round;
+        EXPECT_LE(CountRecords(bytes).records, records + 1) << round;
+    }
+}
+
+TEST_F(FileListTest, AnswersEqualThoseOfAPlainComparison) {
+    std::mt19937 random(20'260'106);
+    const auto chance = [&](unsigned of) { return random() % of == 0; };
+    for (int round = 0; round < 30; ++round) {
+        test::PutFolder(game_);
+        FoundFiles expected;
+        std::string list;
+        for (const std::string_view folder : {"odf\\", "odf\\ships\\", "Textures\\Rgb\\", "sounds\\", ""}) {
+            list += "folder = " + std::string(folder.empty() ? "'rootdir'" : folder) + "\r\n";
+            for (int file = 0; file < 12; ++file) {
+                const std::string name =
+                    (file % 2 ? "File" : "a name of more than 31 characters ") + std::to_string(file);
+                const bool recorded = !chance(3), exists = !chance(3);
+                const bool sameSize = !chance(3), sameTime = !chance(3);
+                const LocalTime time = CatalogueTime(FileTime(std::chrono::seconds(1'000'000 + file)));
+                if (recorded)
+                    list += (chance(2) ? FoldCase(name) : name) + (sameSize ? ";3;" : ";4;") +
+                            FormatCatalogueTime(sameTime ? time : time + std::chrono::seconds(1)) + "\r\n";
+                if (!exists) continue;
+                const std::string path = std::string(folder) + name;
+                Put(path, "abc", 1'000'000 + file);
+                if (!recorded) expected.newFiles.push_back(path);
+                if (recorded && !(sameSize && sameTime)) expected.modifiedFiles.push_back(path);
+            }
+        }
+        std::ranges::sort(expected.newFiles);
+        std::ranges::sort(expected.modifiedFiles);
+        const FoundFiles found = Scan(FileCatalogue(list));
+        ASSERT_EQ(found.newFiles, expected.newFiles) << round;
+        ASSERT_EQ(found.modifiedFiles, expected.modifiedFiles) << round;
+        ASSERT_FALSE(disk_->RemoveTree(game_));
+    }
+}
+
+TEST_F(FileListTest, RecompileThatFailsKeepsTheOldFile) {
+    Put(R"(odf\scout.odf)", "1", 1);
+    ASSERT_EQ(Recompile(), RecompileOutcome::Done);
+    const std::string whole = List();
+    for (const std::errc error : {std::errc::io_error, std::errc::no_such_file_or_directory}) {
+        bool failed = true;
+        for (std::size_t at = 1; failed; ++at) {
+            test::PutFile(Join(program_, "FileList.txt"), "old");
+            FaultyFileSystem faulty(*disk_);
+            faulty.Arm(at, FaultyFileSystem::Fault::Fail, error);
+            const RecompileResult result = RecompileFileList(faulty, game_, program_);
+            failed = faulty.Trace().size() >= at;
+            // A folder that is gone when its turn comes is a folder without files.
+            const bool emptied = failed && result.outcome == RecompileOutcome::Done;
+            EXPECT_TRUE(!emptied || error == std::errc::no_such_file_or_directory);
+            const std::string expected = result.outcome != RecompileOutcome::Done ? "old" : whole;
+            EXPECT_TRUE(emptied || List() == expected) << at;
+        }
+    }
+    test::PutFile(Join(program_, "FileList.txt"), "old");
+    for (const std::string& gone : {std::string(), temp_ / "nowhere", Join(program_, "FileList.txt")}) {
+        EXPECT_EQ(RecompileFileList(*disk_, gone, program_).outcome, RecompileOutcome::NoGame) << gone;
+        EXPECT_EQ(List(), "old");
+    }
+}
+
+} // namespace
+} // namespace quillbay
