@@ -23,7 +23,7 @@ namespace quillbay {
 namespace {
 
 constexpr qint64 kPaintEveryMs = 16;
-constexpr int kStatusCharacters = 48;    ///< width of the status frame
+constexpr int kStatusCharacters = 54;    ///< width of the status frame
 constexpr int kListCharacters = 62;      ///< width of the list when it appears
 constexpr qint64 kUsualFileCount = 6836; ///< of a fresh, unpatched installation
 
