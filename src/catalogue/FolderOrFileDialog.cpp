@@ -1,7 +1,10 @@
 #include "catalogue/FolderOrFileDialog.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
 
 namespace quillbay {
 
@@ -13,13 +16,20 @@ FolderOrFileDialog::FolderOrFileDialog(QWidget* parent, const QString& title, co
     setFileMode(Directory);
     setOption(ShowDirsOnly, false);
     setNameFilter(filterName + QStringLiteral(" ()"));
+    // In this mode the base class neither enables its button for a file nor closes on one.
+    QPushButton* choose = findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+    connect(findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), &QLineEdit::textChanged, choose,
+            [this, choose] {
+                if (ChoseFile()) choose->setEnabled(true);
+            });
 }
 
 QString FolderOrFileDialog::ChosenPath() const { return QDir::toNativeSeparators(selectedFiles().value(0)); }
 
+bool FolderOrFileDialog::ChoseFile() const { return QFileInfo(ChosenPath()).isFile(); }
+
 void FolderOrFileDialog::accept() {
-    // The base class does not close on a file in this mode.
-    if (QFileInfo(ChosenPath()).isFile())
+    if (ChoseFile())
         done(Accepted);
     else
         QFileDialog::accept();

@@ -19,6 +19,9 @@ public:
 
 public slots:
     void accept() override;
+
+private:
+    bool ChoseFile() const;
 };
 
 } // namespace quillbay

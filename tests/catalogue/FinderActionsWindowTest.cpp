@@ -1,8 +1,10 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QtTest>
 
 namespace quillbay {
@@ -88,9 +90,11 @@ TEST_F(FinderActionsWindow, BrowseForAFolderOrAFile) {
     Scan();
     for (const char* chosen : {"target", "target/file", ""}) {
         QTimer::singleShot(0, opened_, [&] {
-            QDialog& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
-            static_cast<QFileDialog&>(dialog).selectFile(Path(chosen));
-            *chosen ? dialog.accept() : dialog.reject();
+            auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            dialog.selectFile(Path(chosen));
+            dialog.findChild<QDialogButtonBox*>()
+                ->button(*chosen ? QDialogButtonBox::Open : QDialogButtonBox::Cancel)
+                ->click();
         });
         Click("cmdBrowse");
         EXPECT_EQ(Typed({}), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
