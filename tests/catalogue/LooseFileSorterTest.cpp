@@ -1,122 +1,106 @@
 #include "catalogue/LooseFileSorter.h"
 
 #include "support/FaultyFileSystem.h"
-#include "support/TempFolder.h"
+#include "support/InstallLab.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
 
 namespace quillbay {
 namespace {
 
 using Fault = FaultyFileSystem::Fault;
-using Tree =
-    std::map<std::string, std::string>; ///< path with `/`: bytes; that of an empty folder ends in `/`
 
 const std::string kShip = "#include \"craft.odf\"";
-const Tree kBefore = {{"A.BZN", "new a"},       {"bzn/a.bzn", "old a"},      {"b.bzn", "b"},
-                      {"c.bzn", "new c"},       {"bzn/c.bzn", "old c"},      {"d.bzn", "d"},
-                      {"bzn/d.bzn/", ""},       {"phas.odf", kShip},         {"PHAS.bmp", "picture"},
-                      {"Sprites/x/y", "hers"},  {"readme.txt", ""},          {"odf/weapons/pulse/", ""},
-                      {"x_pulse.odf", "pulse"}, {"odf/weapons/PHOTONS/", ""}};
-const Tree kAfter = {{"bzn/A.BZN", "new a"},
-                     {"bzn/b.bzn", "b"},
-                     {"bzn/c.bzn", "new c"},
-                     {"d.bzn", "d"},
-                     {"bzn/d.bzn/", ""},
-                     {"bitmaps/AdmiralsLog/ShipImages/PHAS.bmp", "picture"},
-                     {"odf/ships/phas.odf", kShip},
-                     {"odf/weapons/pulse/x_pulse.odf", "pulse"},
-                     {"Sprites/x/y", "hers"},
-                     {"readme.txt", ""}};
+const std::map<std::string, std::string> kMoves = {{"A.BZN", "bzn/A.BZN"},
+                                                   {"b.bzn", "bzn/b.bzn"},
+                                                   {"c.bzn", "bzn/c.bzn"},
+                                                   {"PHAS.bmp", "bitmaps/AdmiralsLog/ShipImages/PHAS.bmp"},
+                                                   {"phas.odf", "odf/ships/phas.odf"},
+                                                   {"x_pulse.odf", "odf/weapons/pulse/x_pulse.odf"}};
 
 class LooseFileSorter : public testing::Test {
 protected:
-    void Put(const Tree& tree) {
-        std::filesystem::remove_all(test::DiskPath(mod_));
-        for (const auto& [path, bytes] : tree)
-            path.ends_with('/') ? test::PutFolder(mod_ + '/' + path)
-                                : test::PutFile(mod_ + '/' + path, bytes);
+    void Put(std::initializer_list<const char*> names, const std::string& bytes) {
+        for (const char* name : names)
+            lab_->Put(std::string("mods/One/") + name, bytes + name);
     }
+    LooseFiles List() { return ListLooseFiles(lab_->Files(), lab_->Job("One").ModFolder()); }
     static SortResult Sort(FileSystem& files, const LooseFiles& loose, TypeChecks checks = ~TypeChecks()) {
         return RunSorting(files, PlanSorting(files, loose, checks));
     }
     /// A file that was to be spelled `A.BZN` counts as spelled so.
-    Tree State() const {
-        Tree tree;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(test::DiskPath(mod_))) {
-            auto path = entry.path().lexically_relative(test::DiskPath(mod_)).generic_string();
-            if (path == "bzn/a.bzn") path = "bzn/A.BZN";
-            if (!entry.is_directory())
-                tree[path] = test::FileBytes(entry.path().string());
-            else if (std::filesystem::is_empty(entry))
-                tree[path + '/'];
-        }
-        return tree;
-    }
-    static std::string At(const Tree& tree, const std::string& path) {
-        const auto found = tree.find(path);
-        return found == tree.end() ? "(none)" : found->second;
+    TreeState State() const {
+        auto state = lab_->State("mods/One");
+        if (auto file = state.extract("bzn/a.bzn")) state["bzn/A.BZN"] = file.mapped();
+        return state;
     }
     bool SortWith(std::size_t number, Fault fault, bool hardLinks);
 
-    const test::TempFolder temp_;
-    const std::string mod_ = temp_ / "mod";
-    const std::unique_ptr<FileSystem> disk_ = MakeFileSystem();
+    std::optional<InstallLab> lab_ = std::make_optional<InstallLab>();
 };
 
 TEST_F(LooseFileSorter, TakesOnlyWhatIsCheckedFlaggedAndStillThere) {
-    Put({{"a.bmp", ""}, {"a.odf", kShip}, {"b.bmp", ""}, {"b.odf", ""}, {"c_phas.odf", kShip}});
-    auto loose = ListLooseFiles(*disk_, mod_);
+    Put({"a.bmp", "a.odf", "b.bmp", "b.odf", "c_phas.odf"}, kShip + "\r");
+    auto loose = List();
     for (auto& file : loose.byType[7])
         file.flagged = loose.names[file.number] == "a.odf";
-    Put({{"a.bmp", ""}, {"a.odf", kShip}, {"b.bmp", ""}, {"c_phas.odf", kShip}, {"later.bzn", ""}});
-    EXPECT_EQ(Sort(*disk_, loose, ~TypeChecks().set(10)).moved, 2U);
+    lab_->Remove("mods/One/b.odf");
+    Put({"later.bzn"}, "");
+    EXPECT_EQ(Sort(lab_->Files(), loose, ~TypeChecks().set(10)).moved, 2U);
     const auto state = State();
-    EXPECT_TRUE(state.contains("odf/ships/a.odf") && state.contains("b.bmp") && state.contains("later.bzn") &&
-                state.contains("c_phas.odf"));
+    for (const char* path : {"odf/ships/a.odf", "b.bmp", "later.bzn", "c_phas.odf"})
+        EXPECT_TRUE(state.contains(path)) << path;
 
     loose.folder += "-gone";
-    EXPECT_EQ(Sort(*disk_, loose).notMoved.size(), 4U);
+    EXPECT_EQ(Sort(lab_->Files(), loose).notMoved.size(), 4U);
     loose.folder.clear();
-    Sort(*disk_, loose);
-    EXPECT_EQ(State(), state);
+    Sort(lab_->Files(), loose);
+    EXPECT_EQ(Differences(state, State()), "");
 }
 
 /// Sorts with a fault at the `number`-th operation; false when there are not as many.
 bool LooseFileSorter::SortWith(std::size_t number, Fault fault, bool hardLinks) {
     SCOPED_TRACE(testing::Message() << "fault " << int(fault) << " at " << number << ", " << hardLinks);
-    Put(kBefore);
-    const Tree before = State();
-    FaultyFileSystem files(*disk_);
+    lab_.emplace();
+    Put({"A.BZN", "bzn/a.bzn", "b.bzn", "c.bzn", "bzn/c.bzn", "d.bzn", "bzn/d.bzn/inside", "PHAS.bmp",
+         "x_pulse.odf", "odf/weapons/pulse/old.odf", "Sprites/x/hers", "readme.txt", "odf/weapons/PHOTONS/x"},
+        "");
+    Put({"phas.odf"}, kShip + "\r");
+    lab_->Remove("mods/One/odf/weapons/PHOTONS/x");
+    const TreeState before = State();
+    TreeState after = before;
+    for (const auto& [name, target] : kMoves) {
+        after[target] = before.at(name);
+        after.erase(name);
+    }
+    FaultyFileSystem files(lab_->Files());
     if (!hardLinks) files.ForbidHardLinks();
-    const auto loose = ListLooseFiles(files, mod_);
+    const auto loose = List();
     files.Arm(number, fault);
     const auto result = Sort(files, loose);
-    const Tree state = State();
-    for (const auto& [target, bytes] : kAfter) {
-        const auto name = target.substr(target.rfind('/') + 1);
-        if (name == target || !kBefore.contains(name)) continue;
-        const bool stays = At(state, name) == bytes;
-        const bool isAsBefore = At(state, target) == At(before, target);
-        EXPECT_TRUE((stays && isAsBefore) || At(state, target) == bytes) << name;
-        if (fault == Fault::Fail) {
-            EXPECT_EQ(stays, isAsBefore) << name;
-            EXPECT_EQ(stays, std::ranges::count(result.notMoved, name)) << name;
-        }
+
+    auto state = State();
+    for (const auto& [name, target] : kMoves) {
+        const bool stays = state[name] == before.at(name);
+        const bool isAsBefore =
+            before.contains(target) ? state[target] == before.at(target) : state[target] == FileState();
+        EXPECT_TRUE((stays && isAsBefore) || state[target] == before.at(name)) << name;
+        if (fault != Fault::Fail) continue;
+        EXPECT_EQ(stays, isAsBefore) << name;
+        EXPECT_EQ(stays, std::ranges::count(result.notMoved, name)) << name;
     }
     const bool isMet = files.Trace().size() >= number;
     if (!isMet) {
-        EXPECT_EQ(result.moved, 6U);
+        EXPECT_EQ(result.moved, kMoves.size());
         EXPECT_EQ(result.notMoved, std::vector<std::string>{"d.bzn"});
-        EXPECT_EQ(disk_->Stat(mod_ + "/bzn/A.BZN")->name, "A.BZN");
+        EXPECT_TRUE(lab_->State("mods/One").contains("bzn/A.BZN"));
+        EXPECT_FALSE(exists(lab_->Native("mods/One/odf/weapons/PHOTONS")));
     }
-    // After a failure a picture can stay without its ODF file, and an empty folder lose its spelling.
+    // After a failure a picture can stay without the ODF file that it is told by.
     if (isMet && fault == Fault::Fail) return true;
-    Sort(*disk_, ListLooseFiles(*disk_, mod_));
-    EXPECT_EQ(State(), kAfter);
+    Sort(lab_->Files(), List());
+    EXPECT_EQ(Differences(after, State()) + lab_->SharedFiles(), "");
     return isMet;
 }
 
