@@ -43,6 +43,8 @@ void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::s
         failure->Note(path, entries.Error());
 }
 
+} // namespace
+
 std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
                                        std::string_view name, Detail detail, ReadFailure* failure) {
     std::vector<ListedFolder> listed;
@@ -59,8 +61,6 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
     }
     return listed;
 }
-
-} // namespace
 
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
                               const std::function<void(const KnownFolders&, std::size_t)>& afterEach,

@@ -31,6 +31,12 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
                               const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
                               ReadFailure* failure = nullptr);
 
+/// The folders called `name` in any letter case that the parents' listings hold, listed: the exact spelling
+/// first.
+std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
+                                       std::string_view name, Detail detail,
+                                       ReadFailure* failure = nullptr);
+
 /// Plain files among the entries of one folder, or in all folders of one position.
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);
 std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders);
