@@ -48,12 +48,14 @@ std::optional<std::string> RemoveUnusedLines(std::string_view bytes) {
     return kept;
 }
 
+std::string OdfLineToText(std::string_view line) { return Replaced(line, "\n", kShownLineFeed); }
+
 std::string OdfBytesToText(std::string_view bytes) {
     std::string text;
     ForEachLine(DecodeSystemText(bytes), [&, first = true](std::string_view line) mutable {
         if (!first) text.append(kLineEnd);
         first = false;
-        text.append(Replaced(line, "\n", kShownLineFeed));
+        text.append(OdfLineToText(line));
     });
     return text;
 }

@@ -20,6 +20,8 @@ std::optional<std::string> RemoveUnusedLines(std::string_view bytes);
 /// The file as a text to edit, UTF-8: its lines with CR LF between them and none at the end. A lone LF inside
 /// a line becomes U+2028, which text boxes keep apart from an end of line.
 std::string OdfBytesToText(std::string_view bytes);
+/// The same for one line that is decoded.
+std::string OdfLineToText(std::string_view line);
 /// The text as the bytes of a file: CR LF after the last line too.
 EncodedText OdfTextToBytes(std::string_view text);
 /// Whether the two turn the file into itself but for its line ends. Not so for the rare byte sequences that

@@ -1,6 +1,7 @@
 #include "shell/MenuWindows.h"
 
 #include "library/frmInstalledMods.h"
+#include "odf/frmOdfChecker.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -24,6 +25,7 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
 
 constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerCheckInstalledMods, Make<frmInstalledMods>},
+    Opener{&Ui::frmSelector::menuModOpenOdfChecker, Make<frmOdfChecker>},
 };
 
 } // namespace

@@ -48,7 +48,6 @@ constexpr std::array kNotYetServed{
     &Ui::frmSelector::menuModEdit,
     &Ui::frmSelector::menuModAnalyzeMod,
     &Ui::frmSelector::menuModTechTree,
-    &Ui::frmSelector::menuModOpenOdfChecker,
     &Ui::frmSelector::menuModCurrentModRemoveMod,
     &Ui::frmSelector::menuModCurrentModViewReadme,
     &Ui::frmSelector::menuModCurrentModOpen,
