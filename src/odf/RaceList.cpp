@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 
 namespace quillbay {
 
@@ -65,12 +66,11 @@ std::vector<std::string> BuildRaceList(const FileSystem& files, std::string_view
 
 bool ProbeRaceFiles(const FileSystem& files, std::string_view odfFolder) {
     const std::string folder = OtherFolder(odfFolder);
-    auto references = ReadRaceReferences(files, folder);
+    const auto references = ReadRaceReferences(files, folder);
     if (!references) return false;
-    std::ranges::sort(*references);
-    references->erase(std::ranges::unique(*references).begin(), references->end());
+    const std::set<std::string> names(references->begin(), references->end());
     return std::ranges::all_of(
-        *references, [&](const std::string& name) { return ReadRaceName(files, folder, name).has_value(); });
+        names, [&](const std::string& name) { return ReadRaceName(files, folder, name).has_value(); });
 }
 
 } // namespace quillbay

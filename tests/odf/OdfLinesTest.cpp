@@ -21,32 +21,12 @@ TEST(OdfLines, EachReaderTakesItsOwnLinesOnly) {
             "#include \"", "", "#Include \"a\"", "-", "#include  \"a\"", "-", " #include \"a\"", "-"});
     Expect(RaceValue, {R"(race = "Terran")", "Terran", "race = \"Terran", "Terran", "race = \"\" ", "",
                        "Race = \"T\"", "-", "race =\"T\"", "-", "race = T", "-"});
-    Expect(WeaponOdf, {"weapon1 = \"gun\"",
-                       "gun.odf",
-                       "WEAPON12 = \"a.odf\"",
-                       "a.odf.odf",
-                       "weapon007x = \"a\"",
-                       "a.odf",
-                       "weapon1=\"a\"",
-                       "a.odf",
-                       "weapon1 = \"\"",
-                       ".odf",
-                       "weapon1 = gun",
-                       "-",
-                       "weapon0 = \"a\"",
-                       "-",
-                       "weapon = \"1\"",
-                       "-",
-                       "weapon 1 = \"a\"",
-                       "-",
-                       "weapon+1 = \"a\"",
-                       "-",
-                       "weapon0001 = \"a\"",
-                       "-",
-                       "weaponHardpoints1 = \"a\"",
-                       "-",
-                       " weapon1 = \"a\"",
-                       "-"});
+    Expect(WeaponOdf,
+           {"weapon1 = \"gun\"", "gun.odf", "WEAPON12 = \"a.odf\"", "a.odf.odf", "weapon1 = \"\"", ".odf",
+            "weapon007x = \"a\"", "a.odf", "weapon1=\"a\"", "a.odf", "weapon1 = gun", "-"});
+    Expect(WeaponOdf,
+           {"weapon0 = \"a\"", "-", "weapon = \"1\"", "-", "weapon 1 = \"a\"", "-", "weapon+1 = \"a\"", "-"});
+    Expect(WeaponOdf, {"weapon0001 = \"a\"", "-", "weaponHardpoints1 = \"a\"", "-", " weapon1 = \"a\"", "-"});
     Expect(TooltipValue, {"tooltip = \"A Ship\"  ", "\"a ship\"", "ToolTip = ", "", "tooltip =", "",
                           "tooltip =\"x\"", "x\"", "tooltip=\"x\"", "-", "verbosetooltip = \"x\"", "-"});
     Expect(VerboseTooltipValue, {"VerboseTooltip = \"WRITEME\"", "\"writeme\"", "tooltip = \"x\"", "-"});
@@ -59,16 +39,6 @@ TEST(OdfLines, EachReaderTakesItsOwnLinesOnly) {
     Expect([](std::string_view line) { return SettingValue(line, "unitName"); },
            {"unitName = \"Scout\" // small", "\"Scout\" // small", "unitName =\u00E9x", "x", "unitName =", "",
             "unitname = \"S\"", "-", "unitName2 = \"S\"", "-"});
-}
-
-TEST(OdfLines, CommentsAndBlanks) {
-    EXPECT_TRUE(IsCommentLine("//"));
-    EXPECT_FALSE(IsCommentLine(" // x"));
-    EXPECT_TRUE(IsBlankLine("  "));
-    EXPECT_FALSE(IsBlankLine(" \t"));
-    EXPECT_EQ(CutAtComment("race = \"http://x\" // y"), "race = \"http:");
-    EXPECT_EQ(RestFrom("abc", 3), "c");
-    EXPECT_EQ(RestFrom("abc", 9), "");
 }
 
 } // namespace
