@@ -60,6 +60,8 @@ std::vector<std::string> ChildPaths(const std::vector<ListedFolder>& parents, st
     return paths;
 }
 
+} // namespace
+
 std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
                                        std::string_view name, Detail detail, ReadFailure* failure) {
     std::vector<ListedFolder> listed;
@@ -67,8 +69,6 @@ std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vecto
         ListInto(listed, files, std::move(path), detail, failure);
     return listed;
 }
-
-} // namespace
 
 KnownFolderWalk::KnownFolderWalk(const FileSystem& files, std::string_view root, Detail rootDetail,
                                  ReadFailure* failure)

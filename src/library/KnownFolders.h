@@ -32,6 +32,11 @@ KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, De
                               const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
                               ReadFailure* failure = nullptr);
 
+/// The folders called `name` in any letter case that the parents' listings hold, listed: the exact spelling
+/// first.
+std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
+                                       std::string_view name, Detail detail, ReadFailure* failure = nullptr);
+
 /// The paths of the known folders by position, as in KnownFolders.
 using KnownFolderPaths = std::array<std::vector<std::string>, kKnownFolderCount>;
 

@@ -18,7 +18,7 @@ void frmSelector::ShowModDetails() {
     const ModDetails details = ReadModDetails(services_.files, folder);
     const QPixmap picture = LoadModPicture(services_.files, details.pictures);
     const UpdateLock lock(*this);
-    EnableIfServed(ui_->menuModCurrentModViewReadme, details.hasReadme);
+    ui_->menuModCurrentModViewReadme->setEnabled(details.hasReadme);
     ShowPictureLayout(details.hasPicture);
     details_.Show(details, picture);
     ui_->lstMods->setFocus();

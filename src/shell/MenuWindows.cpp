@@ -11,6 +11,7 @@
 #include "modinfo/frmEditModInfo.h"
 #include "modinfo/frmTechTree.h"
 #include "odf/frmAnalyzer.h"
+#include "odf/frmOdfChecker.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -54,6 +55,7 @@ constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
     Opener{&Ui::frmSelector::menuModAnalyzeMod, Make<frmAnalyzer>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
+    Opener{&Ui::frmSelector::menuModOpenOdfChecker, Make<frmOdfChecker>},
     Opener{&Ui::frmSelector::menuHelpAbout, Make<frmAbout>},
     Opener{&Ui::frmSelector::menuHelpViewReadme, Make<frmReadme>},
     Opener{&Ui::frmSelector::menuHelpChanges, Make<frmChanges>},

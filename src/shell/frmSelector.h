@@ -120,8 +120,6 @@ private:
     void modChangeT2Directory_Click();
     void menuManagerModFilesRecompile_Click();
     void SaveSwitch(const char* key, bool on);
-    /// Items without a command stay disabled.
-    void EnableIfServed(QAction* item, bool enabled);
 
     // Launching and opening
     void ConnectLaunchMenus();

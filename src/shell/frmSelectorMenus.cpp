@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QMenu>
 
-#include <algorithm>
 #include <array>
 #include <initializer_list>
 
@@ -28,11 +27,6 @@ const std::array kSeparators{
     SeparatorNames{"menuMod", {"menuModSeparator1", "menuModSeparator3"}},
     SeparatorNames{"menuModCurrentMod", {"modCurrentModSeparator1", "modCurrentModSeparator2"}},
     SeparatorNames{"menuHelp", {"menuHelpSeperator1"}},
-};
-
-/// Items whose command does not exist yet. They stay disabled, whatever else would enable them.
-constexpr std::array kNotYetServed{
-    &Ui::frmSelector::menuModOpenOdfChecker,
 };
 
 } // namespace
@@ -70,23 +64,14 @@ void frmSelector::ConnectMenus() {
     onClick(ui_->menuModCurrentModRemoveSubfolders, &frmSelector::RemoveModSubfolders);
     onClick(ui_->menuModMakeNewFolder, &frmSelector::MakeNewModFolder);
     ui_->menuModCurrentMod->setDefaultAction(ui_->menuModInstall);
-    for (const auto item : kNotYetServed) {
-        ((*ui_).*item)->setEnabled(false);
-    }
-}
-
-void frmSelector::EnableIfServed(QAction* item, bool enabled) {
-    const bool served = std::none_of(kNotYetServed.begin(), kNotYetServed.end(),
-                                     [&](auto member) { return (*ui_).*member == item; });
-    item->setEnabled(served && enabled);
 }
 
 void frmSelector::menuSelector_Click() {
     const ManagerItems items = FindManagerItems(services_.files, GameDirectory, ProgramDirectory);
-    EnableIfServed(ui_->menuManagerLaunchT2, items.hasGameExecutable);
-    EnableIfServed(ui_->menuManagerInstallMapEditor, !items.hasMapEditor);
-    EnableIfServed(ui_->menuManagerLaunchMapEditor, items.hasMapEditor);
-    EnableIfServed(ui_->menuManagerFindModifiedFiles, items.hasFileList);
+    ui_->menuManagerLaunchT2->setEnabled(items.hasGameExecutable);
+    ui_->menuManagerInstallMapEditor->setEnabled(!items.hasMapEditor);
+    ui_->menuManagerLaunchMapEditor->setEnabled(items.hasMapEditor);
+    ui_->menuManagerFindModifiedFiles->setEnabled(items.hasFileList);
 }
 
 void frmSelector::modChangeT2Directory_Click() { chooser_->Open(); }

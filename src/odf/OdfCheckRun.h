@@ -1,0 +1,71 @@
+#pragma once
+
+#include "odf/OdfChecks.h"
+#include "platform/FileSystem.h"
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace quillbay {
+
+struct OdfCheckOptions {
+    OdfCheckSet checks;
+    bool removeUnusedLines = false; ///< from each file before it is checked
+};
+
+/// Why a run stopped at a file.
+struct OdfError : FailedOdfCheck {
+    std::string path;
+    std::string bytes; ///< of the file, as it was checked
+};
+
+/// One check of an `odf` folder, file by file, folder after folder. It may rest after any file and keeps its
+/// place by path: a file that was rewritten meanwhile may stand elsewhere in the listing, yet none is passed
+/// over and none is checked twice.
+class OdfCheckRun {
+public:
+    enum class Step {
+        FileDone, ///< also a file that could not be read or rewritten: that is passed over
+        Error,    ///< see Error()
+        End,
+    };
+
+    /// Lists the folders and builds the race list.
+    OdfCheckRun(FileSystem& files, std::string odfFolder);
+
+    /// Checks the next file. After an error one of the two following comes first.
+    Step Next(const OdfCheckOptions& options);
+    /// Lists everything anew and goes on with the file of the last step again.
+    void CheckAgain();
+    /// Lists everything anew and goes on behind the file of the last step.
+    void SkipFile();
+
+    const std::optional<OdfError>& Error() const { return error_; }
+    const std::string& OdfFolder() const { return odfFolder_; }
+    /// Of all files in the folders, whatever their ending: how far the run is, from 0 to TotalFiles. It lags
+    /// one file behind, and one more for each error that was repaired.
+    std::size_t ShownFiles() const;
+    std::size_t TotalFiles() const { return folders_.totalFiles; }
+
+private:
+    void Prepare();
+    bool EnterFolderWithFiles();
+    std::optional<FailedOdfCheck> CheckFile(std::string& bytes, const OdfCheckOptions& options);
+
+    FileSystem& files_;
+    std::string odfFolder_;
+    OdfFolders folders_;
+    OdfSurroundings around_;
+    std::vector<std::string> waiting_; ///< paths of the current folder
+    std::size_t next_ = 0;             ///< into `waiting_`
+    std::size_t folderIndex_ = 0;
+    std::string current_;                         ///< path of the last step
+    std::set<std::string, std::less<>> finished_; ///< paths of the current folder
+    long long filesChecked_ = 0;
+    std::optional<OdfError> error_;
+};
+
+} // namespace quillbay

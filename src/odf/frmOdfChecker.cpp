@@ -1,0 +1,242 @@
+#include "odf/frmOdfChecker.h"
+
+#include "common/PathText.h"
+#include "common/QtText.h"
+#include "common/ShowMessage.h"
+#include "odf/OdfCheckerHelp.h"
+#include "odf/OdfFile.h"
+#include "odf/OdfRepair.h"
+#include "odf/RaceList.h"
+#include "shell/GameDirectory.h"
+#include "shell/frmSelector.h"
+#include "ui_frmOdfChecker.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QSignalBlocker>
+
+#include <array>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+constexpr qint64 kPaintEveryMs = 16;
+
+/// The boxes of kOdfChecks, in its order.
+constexpr std::array<QCheckBox * Ui::frmOdfChecker::*, kOdfChecks.size()> kCheckBoxes{
+    &Ui::frmOdfChecker::chkQuotes,     &Ui::frmOdfChecker::chkInclude,  &Ui::frmOdfChecker::chkRace,
+    &Ui::frmOdfChecker::chkWeaponOdfs, &Ui::frmOdfChecker::chkTooltips, &Ui::frmOdfChecker::chkBuilditems,
+    &Ui::frmOdfChecker::chkVTooltips,
+};
+
+QString FileName(const OdfError& error) { return ToQString(LastComponent(error.path)); }
+
+} // namespace
+
+frmOdfChecker::frmOdfChecker(frmSelector& main, QAction* menuItem)
+    : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmOdfChecker>()) {
+    ui_->setupUi(this);
+    ui_->dirDirectory->SetFileSystem(main.GetServices().files);
+    for (const HelpTopic& topic : kOdfCheckerHelp)
+        ui_->cboHelp->addItem(QLatin1String(topic.entry));
+    ui_->cboHelp->setCurrentIndex(-1);
+    ui_->lblHelp->setText(QLatin1String(kHelpPrompt));
+    ConnectControls();
+}
+
+frmOdfChecker::~frmOdfChecker() = default;
+
+void frmOdfChecker::ConnectControls() {
+    connect(ui_->dirDirectory, &FolderListBox::pathChanged, this, &frmOdfChecker::dirDirectory_Change);
+    connect(ui_->cmdStart, &QPushButton::clicked, this, &frmOdfChecker::cmdStart_Click);
+    connect(ui_->cmdPause, &QPushButton::clicked, this, &frmOdfChecker::cmdPause_Click);
+    connect(ui_->cmdContinue, &QPushButton::clicked, this, &frmOdfChecker::cmdContinue_Click);
+    connect(ui_->cmdIgnore, &QPushButton::clicked, this, &frmOdfChecker::cmdIgnore_Click);
+    connect(ui_->cboHelp, &QComboBox::currentIndexChanged, this, &frmOdfChecker::cboHelp_Click);
+    for (QCheckBox* option : {ui_->chkOnlyModNew, ui_->chkWeaponHardpoints})
+        connect(option, &QCheckBox::toggled, this, [this, option] { UnavailableOption_Click(*option); });
+}
+
+void frmOdfChecker::Form_Load() {
+    closing_ = false;
+    const auto& services = main_.GetServices();
+    const std::string odfFolder = Join(main_.GameDirectory, "odf");
+    const QSignalBlocker blocker(ui_->dirDirectory);
+    ui_->dirDirectory->setPath(
+        ToQString(IsExistingFolder(services.files, odfFolder) ? odfFolder : main_.ProgramDirectory));
+    ShowState(State::Idle);
+    LookAtFolder();
+}
+
+void frmOdfChecker::LookAtFolder() {
+    const QString& folder = ui_->dirDirectory->path();
+    ui_->cmdStart->setEnabled(folder.endsWith(QLatin1String("odf"), Qt::CaseInsensitive));
+    const bool hasRaces = ProbeRaceFiles(main_.GetServices().files, FromQString(folder));
+    ui_->chkRace->setChecked(hasRaces);
+    ui_->chkRace->setEnabled(hasRaces);
+}
+
+void frmOdfChecker::dirDirectory_Change() {
+    if (state_ == State::Idle) {
+        LookAtFolder();
+        return;
+    }
+    // The list is locked, but a click on it may have been waiting.
+    const QSignalBlocker blocker(ui_->dirDirectory);
+    ui_->dirDirectory->setPath(ToQString(run_->OdfFolder()));
+}
+
+void frmOdfChecker::cmdStart_Click() {
+    if (closing_) return;
+    ShowRunning();
+    run_.emplace(main_.GetServices().files, FromQString(ui_->dirDirectory->path()));
+    Run();
+}
+
+void frmOdfChecker::cmdContinue_Click() {
+    if (!run_ || !SaveText()) return;
+    ShowRunning();
+    run_->CheckAgain();
+    Run();
+}
+
+void frmOdfChecker::cmdIgnore_Click() {
+    if (!run_ || !SaveText()) return;
+    ShowRunning();
+    run_->SkipFile();
+    Run();
+}
+
+void frmOdfChecker::Run() {
+    const QPointer<frmOdfChecker> self = this;
+    for (;;) {
+        const auto step = run_->Next(Options());
+        if (step == OdfCheckRun::Step::End) return EndRun();
+        if (step == OdfCheckRun::Step::Error) return StopAtError();
+        if (sincePaint_.hasExpired(kPaintEveryMs)) ShowProgress();
+        QCoreApplication::processEvents();
+        if (!self || EndIfRequested()) return;
+        if (pauseRequested_) return ShowState(State::Paused);
+    }
+}
+
+OdfCheckOptions frmOdfChecker::Options() const {
+    OdfCheckOptions options;
+    for (std::size_t i = 0; i < kCheckBoxes.size(); ++i)
+        options.checks[i] = ((*ui_).*kCheckBoxes[i])->isChecked();
+    options.removeUnusedLines = ui_->chkRemoveUnusedLines->isChecked();
+    return options;
+}
+
+bool frmOdfChecker::EndIfRequested() {
+    if (Host().Phase == ProgramPhase::Running && !closeRequested_) return false;
+    EndRun();
+    if (std::exchange(closeRequested_, false)) close();
+    return true;
+}
+
+void frmOdfChecker::EndRun() {
+    run_.reset();
+    ShowState(State::Idle);
+    ui_->cmdStart->setFocus();
+}
+
+void frmOdfChecker::StopAtError() {
+    const OdfError& error = *run_->Error();
+    ShowProgress();
+    if (ui_->chkMsgBoxes->isChecked()) {
+        const QPointer<frmOdfChecker> self = this;
+        ShowMessage(this, ToQString(error.check->text), ToQString(error.check->title), QMessageBox::Warning);
+        if (!self || EndIfRequested()) return;
+    }
+    ShowOdfError(error);
+}
+
+void frmOdfChecker::ShowOdfError(const OdfError& error) {
+    ShowState(State::Stopped);
+    const bool isShown = ShowOdf(error);
+    shownText_ = isShown ? std::optional(ui_->txtOdf->RawText()) : std::nullopt;
+    ui_->txtOdf->setReadOnly(!isShown);
+    if (!isShown) {
+        ui_->txtOdf->setPlainText(
+            QStringLiteral("This file is larger than 4 MB, or holds bytes that this box "
+                           "would change. The error is in line %1.\n"
+                           "Repair it in another program and then click on Continue.")
+                .arg(error.line + 1));
+    }
+    ui_->txtOdf->setFocus();
+    ui_->lblErrorType->setText(QStringLiteral("Error type: ") + ToQString(error.check->errorType) +
+                               QStringLiteral("\nFile name: ") + FileName(error));
+}
+
+bool frmOdfChecker::ShowOdf(const OdfError& error) {
+    if (error.bytes.size() > kLargestShownOdf) return false;
+    ui_->txtOdf->setPlainText(ToQString(OdfBytesToText(error.bytes)));
+    if (!KeepsEveryByte(error.bytes, FromQString(ui_->txtOdf->RawText()))) return false;
+    ui_->txtOdf->SelectFirst(ToQString(OdfLineToText(error.cutText)), error.line);
+    return true;
+}
+
+bool frmOdfChecker::IsEdited() const { return shownText_ && ui_->txtOdf->RawText() != *shownText_; }
+
+bool frmOdfChecker::SaveText() {
+    if (!IsEdited()) return true;
+    const OdfError& error = *run_->Error();
+    const QString text = ui_->txtOdf->RawText();
+    const EncodedText encoded = OdfTextToBytes(FromQString(text));
+    if (encoded.unencodable) {
+        ShowError(this, FileName(error) + QStringLiteral(" was not saved: the character '") +
+                            ToQString(*encoded.unencodable) +
+                            QStringLiteral("' cannot be written in an odf."));
+        return false;
+    }
+    if (const auto failure = ReplaceOdf(main_.GetServices().files, error.path, encoded.bytes)) {
+        ShowError(this, FileName(error) + QStringLiteral(" was not saved, and is as it was: ") +
+                            QString::fromLocal8Bit(failure.message().c_str()));
+        return false;
+    }
+    shownText_ = text;
+    return true;
+}
+
+bool frmOdfChecker::SaveOrDiscardText() {
+    if (!IsEdited()) return true;
+    switch (ShowMessage(this, FileName(*run_->Error()) + QStringLiteral(" was edited. Save it?"),
+                        QStringLiteral("Save odf?"), QMessageBox::Question,
+                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel)) {
+    case QMessageBox::Save:
+        return SaveText();
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void frmOdfChecker::closeEvent(QCloseEvent* event) {
+    if (isVisible() && !closing_) {
+        const QPointer<frmOdfChecker> self = this;
+        closeRequested_ = state_ == State::Running;
+        if (closeRequested_ || !SaveOrDiscardText() || !self) return event->ignore();
+        closing_ = true;
+        EndRun();
+    }
+    EffectWindow::closeEvent(event);
+}
+
+void frmOdfChecker::cboHelp_Click(int topic) {
+    const bool isTopic = topic >= 0;
+    ui_->lblHelp->setText(
+        QLatin1String(isTopic ? kOdfCheckerHelp[static_cast<std::size_t>(topic)].text : kHelpPrompt));
+}
+
+void frmOdfChecker::UnavailableOption_Click(QCheckBox& option) {
+    if (!option.isChecked()) return;
+    const QPointer<QCheckBox> stillThere = &option;
+    ShowMessage(this, QStringLiteral("This will be available in the next version of Quillbay"));
+    if (stillThere) stillThere->setChecked(false);
+}
+
+} // namespace quillbay

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "effects/EffectWindow.h"
+#include "odf/OdfCheckRun.h"
+
+#include <QElapsedTimer>
+
+#include <memory>
+#include <optional>
+
+class QCheckBox;
+
+namespace quillbay {
+
+namespace Ui {
+class frmOdfChecker;
+}
+
+class frmSelector;
+
+/// Checks the ODF files of a folder and lets the user repair each error where it stands.
+class frmOdfChecker : public EffectWindow {
+    Q_OBJECT
+
+public:
+    frmOdfChecker(frmSelector& main, QAction* menuItem);
+    ~frmOdfChecker() override;
+
+protected:
+    void Form_Load() override;
+    /// During a run it closes after the current file; with an edited text it asks.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    enum class State { Idle, Running, Stopped, Paused };
+
+    void ConnectControls();
+    void dirDirectory_Change();
+    void cmdStart_Click();
+    void cmdPause_Click() { pauseRequested_ = true; }
+    void cmdContinue_Click();
+    void cmdIgnore_Click();
+    void cboHelp_Click(int topic);
+    void UnavailableOption_Click(QCheckBox& option);
+
+    /// Offers what can be done with the folder: a start, the race check.
+    void LookAtFolder();
+    void Run();
+    OdfCheckOptions Options() const;
+    /// Ends the run when the window is to close or the program is closing.
+    bool EndIfRequested();
+    void EndRun();
+    void StopAtError();
+    void ShowOdfError(const OdfError& error);
+    /// False when the text box cannot show the file, or not without losing a byte.
+    bool ShowOdf(const OdfError& error);
+    bool IsEdited() const;
+    /// True when nothing was edited, or it is written; otherwise a box said why it is not.
+    bool SaveText();
+    /// Asks when the text was edited; false when the window must stay.
+    bool SaveOrDiscardText();
+
+    // frmOdfCheckerLayout.cpp
+    void ShowState(State state);
+    void ShowRunning();
+    void ShowProgress();
+
+    frmSelector& main_;
+    std::unique_ptr<Ui::frmOdfChecker> ui_;
+    State state_ = State::Idle;
+    std::optional<OdfCheckRun> run_;   ///< from Start to the end of the last folder
+    std::optional<QString> shownText_; ///< of the file in the text box, before the user edits it
+    bool pauseRequested_ = false;
+    bool closeRequested_ = false; ///< during a run: once the current file is done
+    bool closing_ = false;
+    QElapsedTimer sincePaint_;
+};
+
+} // namespace quillbay

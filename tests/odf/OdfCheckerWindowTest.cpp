@@ -1,0 +1,184 @@
+#include "support/AnswerBoxesWindow.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QtWidgets>
+
+#include <algorithm>
+
+namespace quillbay {
+namespace {
+
+class OdfChecker : public test::SelectorFixture {
+protected:
+    void Open() {
+        if (!window && !Start()) ADD_FAILURE();
+        checker_ = &OpenWindow("menuModOpenOdfChecker", "frmOdfChecker");
+    }
+    void Close() const { checker_->close(); }
+    bool WaitUntilClosed() const {
+        return test::WaitFor([&] { return !Item("menuModOpenOdfChecker").isChecked(); });
+    }
+    template <typename T>
+    T& Get(const char* name) const {
+        return Control<T>(*checker_, name);
+    }
+    void Click(const char* name) const { Get<QAbstractButton>(name).click(); }
+    bool IsTicked(const char* name) const { return Get<QCheckBox>(name).isChecked(); }
+    QPlainTextEdit& Text() const { return Get<QPlainTextEdit>("txtOdf"); }
+    QString Label(const char* name) const { return Get<QLabel>(name).text(); }
+    /// The buttons that can be pressed.
+    QString Offers() const {
+        QStringList captions;
+        for (const QPushButton* button : checker_->findChildren<QPushButton*>())
+            if (button->isVisible() && button->isEnabled()) captions << button->text();
+        return captions.join('|');
+    }
+    bool IsIdle() const {
+        return Offers() == "Start" && Get<QComboBox>("cboHelp").isVisible() && Text().isEnabled() &&
+               Text().toPlainText().startsWith("Select an odf folder and then click\non the start button");
+    }
+    bool IsStopped() const {
+        return Offers() == "Continue|Ignore File" && Text().isEnabled() &&
+               !Get<QTreeView>("dirDirectory").isEnabled();
+    }
+    bool IsPaused() const {
+        return Offers() == "Continue" && Text().toPlainText().startsWith("Please wait while");
+    }
+    /// Presses the button, and Pause after `count` files of the run.
+    void ClickAndPause(const char* name, int count) const {
+        QTimer timer;
+        timer.callOnTimeout([&] {
+            if (--count == 0) Click("cmdPause");
+        });
+        timer.start(0);
+        Click(name);
+    }
+
+    QWidget* checker_ = nullptr;
+};
+
+TEST_F(OdfChecker, RepairsByContinueAndPassesByIgnore) {
+    QByteArray every;
+    for (int byte = 0; byte < 256; ++byte)
+        if (byte != '\r' && byte != '/' && byte != '"') every += static_cast<char>(byte);
+    const QByteArray line = "race = \"Ter\nr\xA0n";
+    Write("game/odf/ships/a&b.odf", every + "\r" + line + " // \"\r\nx");
+    Write("game/odf/ships/b.odf", "one\rweapon1 = \"none\"\rtwo");
+    Write("game/odf/stations/c.odf", "tooltip = \"Write Me\"\r\n");
+    test::AnswerBoxes boxes;
+    Open();
+    EXPECT_TRUE(IsIdle());
+    EXPECT_FALSE(Get<QCheckBox>("chkRace").isEnabled());
+    Click("cmdStart");
+    ASSERT_TRUE(IsStopped());
+    if (!Label("lblErrorType").endsWith("a&b.odf")) Click("cmdIgnore"); // whatever the folder's order
+    EXPECT_EQ(Label("lblErrorType"), "Error type: Incorrect quotation\nFile name: a&b.odf");
+    QTextCursor cursor = Text().textCursor();
+    EXPECT_EQ(cursor.selectedText(), QString("race = \"Ter\u2028r\u00A0n "));
+    cursor.insertText(cursor.selectedText().replace("n ", "n\" "));
+    Text().selectAll();
+    Text().cut();
+    Text().paste();
+    Click("cmdContinue");
+    EXPECT_EQ(Read("game/odf/ships/a&b.odf"), every + "\r\n" + line + "\" // \"\r\nx\r\n");
+    if (!Label("lblErrorType").endsWith("c.odf")) Click("cmdIgnore");
+    EXPECT_EQ(Read("game/odf/ships/b.odf"), "one\rweapon1 = \"none\"\rtwo") << "not edited, not written";
+    ASSERT_EQ(Label("lblErrorType"), "Error type: Unwritten toolip\nFile name: c.odf");
+    Text().setPlainText("tooltip = \"\"");
+    Click("cmdIgnore");
+    EXPECT_EQ(Read("game/odf/stations/c.odf"), "tooltip = \"\"\r\n");
+    EXPECT_TRUE(IsIdle()) << "the last file of the last folder";
+    ASSERT_EQ(boxes.Seen().size(), 3U);
+    EXPECT_EQ(boxes.Seen()[2].title, "Tooltip error");
+    EXPECT_EQ(boxes.Seen()[2].text, "Unwritten tooltip detected. Please repair.");
+}
+
+TEST_F(OdfChecker, PausesAndClosesBetweenFiles) {
+    const QStringList paths{"other/races", "ships/a", "ships/b", "ships/c", "weapons/pulse/d"};
+    for (const QString& path : paths)
+        Write("game/odf/" + path + ".odf", "// unused\r\nx");
+    Write("game/odf/ships/note.txt", "x");
+    const auto rewritten = [&] {
+        return std::ranges::count_if(
+            paths, [&](auto& path) { return Read("game/odf/" + path + ".odf") == "x\r\n"; });
+    };
+    Open();
+    EXPECT_TRUE(IsTicked("chkRace"));
+    Click("chkRemoveUnusedLines");
+    ClickAndPause("cmdStart", 2);
+    EXPECT_TRUE(IsPaused());
+    EXPECT_EQ(Label("lblStatus"), " 1\n 6");
+    EXPECT_EQ(Get<QProgressBar>("pgbProgress").value(), 16);
+    ClickAndPause("cmdContinue", 3); // the second file again, and the last one of its folder
+    EXPECT_TRUE(IsPaused());
+    EXPECT_EQ(Label("lblStatus"), " 3\n 6");
+    EXPECT_EQ(rewritten(), 4);
+
+    QTimer::singleShot(0, checker_, &QWidget::close);
+    Click("cmdContinue");
+    ASSERT_TRUE(WaitUntilClosed());
+    EXPECT_EQ(rewritten(), 4) << "closed after one file";
+    Open();
+    EXPECT_TRUE(IsIdle());
+    Click("cmdStart");
+    EXPECT_TRUE(IsIdle());
+    EXPECT_EQ(rewritten(), 5);
+}
+
+TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
+    test::AnswerBoxes boxes;
+    Open();
+    EXPECT_EQ(Get<QTreeView>("dirDirectory").property("path").toString(), Path("program")) << "no odf folder";
+    EXPECT_EQ(Offers(), "");
+    for (const char* name : {"chkOnlyModNew", "chkWeaponHardpoints", "chkOnlyModNew"}) {
+        Click(name);
+        EXPECT_FALSE(IsTicked(name));
+        EXPECT_EQ(boxes.Seen().back().text, "This will be available in the next version of Quillbay");
+    }
+    EXPECT_EQ(boxes.Seen().size(), 3U);
+    Get<QComboBox>("cboHelp").setCurrentText("Missing v. tooltips");
+    EXPECT_EQ(Label("lblHelp"), "Read 'Missing tooltips'.");
+}
+
+TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
+    const QString path("game/odf/other/a.odf");
+    Write(path, "\"");
+    test::AnswerBoxes boxes;
+    Open();
+    Click("chkMsgBoxes");
+    Click("cmdStart");
+    Text().setPlainText(QString("\u2603"));
+    Click("cmdContinue");
+    ASSERT_EQ(boxes.Seen().size(), 1U);
+    EXPECT_TRUE(boxes.Seen()[0].text.contains(QString("\u2603")));
+
+    Text().setPlainText("mine");
+    QFile::remove(Path(path));
+    MakeFolder(path); // cannot be written
+    Click("cmdIgnore");
+    boxes.Then(QMessageBox::Save).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
+    Close();
+    Close();
+    ASSERT_EQ(boxes.Seen().size(), 5U);
+    EXPECT_EQ(boxes.Seen()[1].title + boxes.Seen()[3].title, "Error!Error!");
+    EXPECT_TRUE(IsStopped());
+    EXPECT_EQ(Text().toPlainText(), "mine");
+    boxes.Then(QMessageBox::Discard);
+    Close();
+    ASSERT_TRUE(WaitUntilClosed());
+
+    QDir().rmdir(Path(path));
+    const QByteArray large = QByteArray(4'200'000, 'x') + '"';
+    Write(path, large);
+    Open();
+    Click("cmdStart");
+    Click("cmdContinue");
+    EXPECT_TRUE(IsStopped());
+    EXPECT_LT(Text().toPlainText().size(), 1'000);
+    Click("cmdIgnore");
+    EXPECT_TRUE(IsIdle());
+    EXPECT_EQ(Read(path), large);
+}
+
+} // namespace
+} // namespace quillbay
