@@ -20,6 +20,7 @@ protected:
         ASSERT_TRUE(Start());
         opened_ = &OpenWindow("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
         list_ = &Control<QListWidget>(*opened_, "lstList");
+        path_ = &Control<QLineEdit>(*opened_, "txtPath");
         Click("cmdStart");
         ASSERT_EQ(Checks(), "111");
     }
@@ -31,30 +32,26 @@ protected:
             checks += list_->item(row)->checkState() == Qt::Checked ? '1' : '0';
         return checks;
     }
-    QString Typed(const QString& path) const {
-        auto& box = Control<QLineEdit>(*opened_, "txtPath");
-        if (!path.isNull()) box.setText(path);
-        return box.text();
-    }
 
     QWidget* opened_ = nullptr;
     QListWidget* list_ = nullptr;
+    QLineEdit* path_ = nullptr;
 };
 
 TEST_F(FinderActionsWindow, CopyAndMoveTheCheckedFiles) {
     Scan();
     for (const QString& none : {QString(""), QStringLiteral("target"), Path("none"), Path("target/file")}) {
-        Typed(none);
+        path_->setText(none);
         EXPECT_FALSE(Get("cmdCopy").isEnabled()) << qPrintable(none);
     }
-    Typed(Path("target"));
+    path_->setText(Path("target"));
     list_->item(0)->setCheckState(Qt::Unchecked);
     Click("lblInvert");
     EXPECT_EQ(Checks(), "100");
     QTest::keyClick(&Get("lblInvert"), Qt::Key_Space);
     EXPECT_EQ(Checks(), "011");
     Click("cmdCopy");
-    EXPECT_EQ(Typed({}), Path("target") + "\\");
+    EXPECT_EQ(path_->text(), Path("target") + "\\");
     EXPECT_TRUE(Exists("target/odf/changed") && !Exists("target/odf/new") && !Exists("target/bitmaps"));
 
     list_->item(0)->setCheckState(Qt::Checked);
@@ -71,7 +68,7 @@ TEST_F(FinderActionsWindow, CopyAndMoveTheCheckedFiles) {
 
 TEST_F(FinderActionsWindow, DeleteWhatTheListShows) {
     Scan();
-    Typed(Path("target"));
+    path_->setText(Path("target"));
     Click("chkModified");
     list_->item(0)->setCheckState(Qt::Unchecked);
     QString details;
@@ -97,7 +94,7 @@ TEST_F(FinderActionsWindow, BrowseForAFolderOrAFile) {
                 ->click();
         });
         Click("cmdBrowse");
-        EXPECT_EQ(Typed({}), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
+        EXPECT_EQ(path_->text(), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
     }
 }
 

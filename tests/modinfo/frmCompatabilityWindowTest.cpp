@@ -8,6 +8,8 @@
 namespace quillbay {
 namespace {
 
+using Case = std::array<const char*, 4>;
+
 class CompatibilityWindow : public test::SelectorFixture {
 protected:
     void Open() {
@@ -41,20 +43,18 @@ TEST_F(CompatibilityWindow, RefusesAndFailsWithTheRightWords) {
     auto& box = Control<QListWidget>(*opened_, "lstBox1");
     EXPECT_EQ(box.selectedItems().value(0)->text(), SelectedText());
     ASSERT_TRUE(QFile::rename(Path("program/mods/Beta"), Path("program/Beta")));
-    struct Case {
-        const char *first, *second, *text, *title;
-    };
-    for (const Case& c : {Case{"", "", "Please select two mods.", "Select two mods"},
-                          Case{"", "Alpha", "Please select a mod in the first box.", "Select a mod"},
-                          Case{"Alpha", "", "Please select a mod in the second box.", "Select a mod"},
-                          Case{"Alpha", "Alpha", "Please select two different mods.", "Same mod"},
-                          Case{"game", "Beta", "Error: ", "Error!"}}) {
+    for (const auto& [first, second, text, title] :
+         {Case{"", "", "Please select two mods.", "Select two mods"},
+          Case{"", "Alpha", "Please select a mod in the first box.", "Select a mod"},
+          Case{"Alpha", "", "Please select a mod in the second box.", "Select a mod"},
+          Case{"Alpha", "Alpha", "Please select two different mods.", "Same mod"},
+          Case{"game", "Beta", "Error: ", "Error!"}}) {
         box.setFocus();
         test::AnswerBoxes boxes;
-        EXPECT_EQ(Check(c.first, c.second), "");
+        EXPECT_EQ(Check(first, second), "");
         ASSERT_EQ(boxes.Seen().size(), 1U);
-        EXPECT_TRUE(boxes.Seen()[0].text.startsWith(QLatin1String(c.text)));
-        EXPECT_EQ(boxes.Seen()[0].title, c.title);
+        EXPECT_TRUE(boxes.Seen()[0].text.startsWith(QLatin1String(text)));
+        EXPECT_EQ(boxes.Seen()[0].title, title);
         EXPECT_EQ(opened_->focusWidget(), &box);
     }
     EXPECT_TRUE(Control<QWidget>(*opened_, "cmdCheck").isEnabled());
