@@ -1,5 +1,7 @@
+#include "library/FindEntry.h"
 #include "library/ModRemoval.h"
 #include "library/ModSubfolders.h"
+#include "library/OwnTree.h"
 #include "platform/FileSystemWrapper.h"
 #include "support/DiskTest.h"
 
@@ -42,6 +44,14 @@ TEST_F(PosixModRemovalTest, SubfoldersComeAndGoInsideTheModOnly) {
     EXPECT_TRUE(disk_->Stat(temp_ / "mods\\M\\Textures\\Rgb"));
     RemoveSubfolders(*disk_, temp_ / "mods\\M");
     EXPECT_EQ(disk_->List(temp_ / "mods\\M", Detail::Names)->size(), 3U);
+}
+
+TEST_F(PosixModRemovalTest, WhatIsMountedIsNoPartOfATree) {
+    const auto all = disk_->List("/", Detail::Names);
+    const auto own = OwnTree(*disk_).List("/", Detail::Names);
+    EXPECT_TRUE(FindEntry(*all, "proc", EntryKind::Folder));
+    EXPECT_FALSE(FindEntry(*own, "proc", EntryKind::Folder));
+    EXPECT_TRUE(FindEntry(*own, "etc", EntryKind::Folder));
 }
 
 } // namespace
