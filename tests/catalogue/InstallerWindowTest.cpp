@@ -78,7 +78,7 @@ TEST_F(InstallerWindow, KeepsChecksOfTypesFilesAndButtonsConsistent) {
     boxes.Then(QMessageBox::Ok, [this](QMessageBox&) { EXPECT_FALSE(List("lstFiles").isEnabled()); });
     Press("cmdInstall");
     EXPECT_EQ(boxes.Seen().at(0).text + boxes.Seen().at(0).title, "1 file installed.Quillbay");
-    EXPECT_TRUE(test::WaitFor([this] { return List("lstChooser").hasFocus(); }));
+    EXPECT_EQ(opened->focusWidget(), &List("lstChooser"));
     EXPECT_TRUE(List("lstFiles").isEnabled());
     EXPECT_EQ(Shown(), R"(Heap|Bzn+ Textures\Rgb+||nyy)");
     Press("cmdInstall");
