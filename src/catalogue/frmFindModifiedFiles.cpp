@@ -110,7 +110,7 @@ void frmFindModifiedFiles::cmdStart_Click() {
     auto catalogue = FileCatalogue::LoadFileList(files, programDirectory_);
     if (!catalogue) {
         ShowError(this, QStringLiteral("FileList.txt could not be read, so nothing was compared.\n\n") +
-                            QString::fromLocal8Bit(catalogue.Error().message().c_str()));
+                            Reason(catalogue.Error()));
         return;
     }
     busy_ = true;

@@ -43,11 +43,6 @@ QString WhyNothing(FileActionState state) {
     return {};
 }
 
-QString WithReason(const QString& sentence, const std::string& path, const std::error_code& error) {
-    const QString text = sentence + QStringLiteral("\n\n") + ToQString(path);
-    return error ? text + u'\n' + QString::fromLocal8Bit(error.message().c_str()) : text;
-}
-
 QString Lines(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names)
@@ -199,15 +194,14 @@ void frmFindModifiedFiles::SetFilesMovedOrDeleted() {
 void frmFindModifiedFiles::Report(FileAction action, const FileActionResult& result) {
     const QString done = DoneWord(action);
     if (result.state != FileActionState::Ready) {
-        ShowError(this,
-                  WithReason(WhyNothing(result.state) + QStringLiteral(", so nothing was ") + done + u'.',
-                             result.concerned, result.error));
+        ShowError(this, WithPath(WhyNothing(result.state) + QStringLiteral(", so nothing was ") + done + u'.',
+                                 result.concerned, result.error));
     } else if (!result.failed.empty()) {
         const auto count = result.failed.size();
         const QString sentence =
             count == 1 ? QStringLiteral("1 file was not %1:").arg(done)
                        : QStringLiteral("%1 files were not %2. The first of them:").arg(count).arg(done);
-        ShowError(this, WithReason(sentence, result.failed.front(), result.firstError));
+        ShowError(this, WithPath(sentence, result.failed.front(), result.firstError));
     }
 }
 

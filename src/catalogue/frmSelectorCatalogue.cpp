@@ -11,8 +11,9 @@ namespace quillbay {
 namespace {
 
 void ReportFailure(QWidget* window, const RecompileResult& result) {
-    const QString why = QStringLiteral("\n\n") + ToQString(result.concerned) + QStringLiteral("\n") +
-                        QString::fromLocal8Bit(result.error.message().c_str());
+    const auto withPath = [&](const QString& sentence) {
+        return WithPath(sentence, result.concerned, result.error);
+    };
     switch (result.outcome) {
     case RecompileOutcome::Done:
         return;
@@ -23,9 +24,9 @@ void ReportFailure(QWidget* window, const RecompileResult& result) {
     case RecompileOutcome::Unreadable:
         return ShowError(
             window,
-            QStringLiteral("The definition file was not changed, because this could not be read.") + why);
+            withPath(QStringLiteral("The definition file was not changed, because this could not be read.")));
     case RecompileOutcome::NotWritten:
-        return ShowError(window, QStringLiteral("The definition file could not be written.") + why);
+        return ShowError(window, withPath(QStringLiteral("The definition file could not be written.")));
     }
 }
 

@@ -39,7 +39,8 @@ void ShowError(QWidget* parent, const QString& text) {
 }
 
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
-    return sentence + QStringLiteral("\n\n") + ToQString(path) + QStringLiteral("\n") + Reason(error);
+    const QString text = sentence + QStringLiteral("\n\n") + ToQString(path);
+    return error ? text + u'\n' + Reason(error) : text;
 }
 
 QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }

@@ -27,7 +27,7 @@ bool Confirmed(QWidget* parent, const QString& text, const QString& title,
 /// Critical-stop icon, title "Error!", OK.
 void ShowError(QWidget* parent, const QString& text);
 
-/// The sentence, and below it the path that it is about and the system's reason.
+/// The sentence, and below it the path that it is about and the system's reason, if there is one.
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error);
 /// The system's reason alone.
 QString Reason(const std::error_code& error);

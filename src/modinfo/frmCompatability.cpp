@@ -51,8 +51,7 @@ QString Describe(const ComparedFiles& files, const QString& name) {
     if (error == std::errc::not_enough_memory) return kOutOfMemory;
     if (files.tooMany) return name + QStringLiteral(" has more than 10,000 files, too many to be compared");
     if (path == kGameNotFound) return QStringLiteral("The Tempest II directory was not found");
-    return (path.empty() ? name : ToQString(path)) + QStringLiteral(" cannot be read: ") +
-           QString::fromLocal8Bit(error.message().c_str());
+    return (path.empty() ? name : ToQString(path)) + QStringLiteral(" cannot be read: ") + Reason(error);
 }
 
 QString ErrorText(const QString& description) {

@@ -177,8 +177,7 @@ void frmEditModInfo::Report(const ModInfoResult& result) {
                               "shown whole here and would be lost.");
         break;
     case ModInfoOutcome::Failed:
-        text = QStringLiteral("ModInfo.txt could not be written.\n\n") +
-               QString::fromLocal8Bit(result.error.message().c_str());
+        text = QStringLiteral("ModInfo.txt could not be written.\n\n") + Reason(result.error);
         break;
     }
     ShowError(this, text);

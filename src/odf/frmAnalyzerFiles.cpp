@@ -15,11 +15,6 @@ namespace quillbay {
 
 namespace {
 
-QString Failure(const QString& sentence, const std::string& path, const std::error_code& error) {
-    return sentence + QStringLiteral("\n\n") + ToQString(path) + QLatin1Char('\n') +
-           QString::fromLocal8Bit(error.message().c_str());
-}
-
 bool IsPictureName(const QString& name) {
     const QString ending = name.right(4).toLower();
     return ending == QLatin1String(".bmp") || ending == QLatin1String(".jpg") ||
@@ -105,7 +100,7 @@ void frmAnalyzer::menuLstFilesRightPaste_Click() {
         ShowMessage(this, QStringLiteral("File already exists."), QStringLiteral("File exists"),
                     QMessageBox::Warning);
     else if (error)
-        ShowError(this, Failure(QStringLiteral("The file could not be pasted."), copied.path, error));
+        ShowError(this, WithPath(QStringLiteral("The file could not be pasted."), copied.path, error));
     ListFolderAnew();
     const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
     if (row == listed_.end()) return;
@@ -119,7 +114,7 @@ void frmAnalyzer::menuLstFilesRightRemove_Click() {
     if (!file) return;
     const auto error = RemoveListedFile(main_.GetServices().files, *file);
     ListFolderAnew();
-    if (error) ShowError(this, Failure(QStringLiteral("The file could not be removed."), file->path, error));
+    if (error) ShowError(this, WithPath(QStringLiteral("The file could not be removed."), file->path, error));
 }
 
 void frmAnalyzer::ListFolderAnew() {

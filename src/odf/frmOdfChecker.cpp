@@ -193,8 +193,8 @@ bool frmOdfChecker::SaveText() {
         return false;
     }
     if (const auto failure = ReplaceOdf(main_.GetServices().files, error.path, encoded.bytes)) {
-        ShowError(this, FileName(error) + QStringLiteral(" was not saved, and is as it was: ") +
-                            QString::fromLocal8Bit(failure.message().c_str()));
+        ShowError(this,
+                  FileName(error) + QStringLiteral(" was not saved, and is as it was: ") + Reason(failure));
         return false;
     }
     shownText_ = text;
