@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Its place by the XDG base directory specification; a relative `$XDG_DATA_HOME` does not count there.
+/// Where freedesktop.org places data of a user; a relative `$XDG_DATA_HOME` does not count there.
 fs::path UserFolder() {
     const char* data = std::getenv("XDG_DATA_HOME");
     if (data && data[0] == '/') return fs::path(data) / "quillbay";
