@@ -33,14 +33,14 @@ TEST(CompatibilityPaths, AreThoseOfANestedScan) {
 }
 
 TEST_F(Compatibility, ListsKnownFoldersInListOrderUnlessItCannot) {
-    for (const char* file : {"ModPic.jpg", "modpic.jpg", "Textures/Rgb/t.tga", "odf/a.odf", "odf/Ships/s.odf",
-                             "odf/Ships/ModInfo.txt", "Backup/odf/a.odf", "unknown/u.odf"})
+    for (const char* file : {"ModPic.jpg", "Textures/modpic.jpg", "Textures/Rgb/t.tga", "odf/a.odf",
+                             "odf/Ships/s.odf", "odf/Ships/ModInfo.txt", "Backup/odf/a.odf", "unknown/u.odf"})
         test::PutFile(temp_ / (std::string("m/") + file), "");
     const auto list = [&](const FileSystem& files, auto... leftOut) {
         return ListComparedFiles(files, temp_ / "m", leftOut...);
     };
     EXPECT_EQ(list(*disk_, kDescriptionFiles).paths,
-              (Paths{"odf\\a.odf", "odf\\ships\\s.odf", "Textures\\Rgb\\t.tga", "modpic.jpg"}));
+              (Paths{"odf\\a.odf", "odf\\ships\\s.odf", "Textures\\modpic.jpg", "Textures\\Rgb\\t.tga"}));
     FaultyFileSystem faulty(*disk_);
     faulty.Arm(2, FaultyFileSystem::Fault::Fail, std::errc::permission_denied);
     EXPECT_EQ(list(faulty).failure.error, std::errc::permission_denied);

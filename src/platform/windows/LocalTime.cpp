@@ -17,6 +17,12 @@ LocalTime ToSeconds(const SYSTEMTIME& civil) {
     return local_days(day) + hours(civil.wHour) + minutes(civil.wMinute) + seconds(civil.wSecond);
 }
 
+bool ConvertByRulesOf(WORD year, const SYSTEMTIME& utc, SYSTEMTIME& local) {
+    TIME_ZONE_INFORMATION rules{};
+    return GetTimeZoneInformationForYear(year, nullptr, &rules) &&
+           SystemTimeToTzSpecificLocalTime(&rules, &utc, &local);
+}
+
 } // namespace
 
 LocalTime ToLocalTime(FileTime time) {
@@ -29,9 +35,9 @@ LocalTime ToLocalTime(FileTime time) {
     const FILETIME stamp{ticks.LowPart, ticks.HighPart};
     SYSTEMTIME utc{};
     SYSTEMTIME local{};
-    // The Ex form knows the rules of each year, not only today's.
-    if (!FileTimeToSystemTime(&stamp, &utc) || !SystemTimeToTzSpecificLocalTimeEx(nullptr, &utc, &local))
-        return unconverted;
+    if (!FileTimeToSystemTime(&stamp, &utc) || !ConvertByRulesOf(utc.wYear, utc, local)) return unconverted;
+    // Around New Year the local year may be another one, with rules of its own.
+    if (local.wYear != utc.wYear && !ConvertByRulesOf(local.wYear, utc, local)) return unconverted;
     return ToSeconds(local);
 }
 
