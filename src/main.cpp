@@ -26,7 +26,6 @@ QIcon ProgramIcon() {
 int main(int argc, char** argv) {
     using namespace quillbay;
     const QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QString());
     QApplication::setWindowIcon(ProgramIcon());
     const auto instance = SingleInstance::Acquire();
     if (!instance) {

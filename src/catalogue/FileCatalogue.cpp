@@ -5,6 +5,7 @@
 #include "library/GameFolders.h"
 #include "platform/CaseFold.h"
 #include "platform/CodePage.h"
+#include "platform/FileSystem.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -78,6 +79,11 @@ Result<FileCatalogue> FileCatalogue::LoadFileList(const FileSystem& files,
                                                   std::string_view programDirectory) {
     const auto bytes = ReadFileList(files, programDirectory);
     if (!bytes) return bytes.Error();
+    bool hasHeading = bytes->empty();
+    ForEachFileListLine(
+        *bytes, [&](std::string_view heading) { hasHeading |= GetFolderCode(heading) != 0; },
+        [](std::string_view) {});
+    if (!hasHeading) return std::errc::bad_message;
     return FileCatalogue(*bytes);
 }
 
@@ -119,6 +125,16 @@ std::optional<LocalTime> FileCatalogue::GetDateFromFile(const std::string& searc
                                                         std::uint8_t lenOfStr) const {
     const Record* record = Find(searchText, folderCode, lenOfStr);
     return record ? std::optional(record->modified) : std::nullopt;
+}
+
+FileChange FileCatalogue::Compare(const DirEntry& file, std::uint8_t folderCode) const {
+    const std::string name = FoldFileName(file.name);
+    const std::uint8_t bucket = GetLengthBucket(name);
+    const auto size = GetSizeFromFile(name, folderCode, bucket);
+    if (!size) return FileChange::New;
+    const bool isSame =
+        *size == file.size && GetDateFromFile(name, folderCode, bucket) == CatalogueTime(file.modified);
+    return isSame ? FileChange::None : FileChange::Modified;
 }
 
 bool FileCatalogue::HasRecords(std::uint8_t folderCode) const {

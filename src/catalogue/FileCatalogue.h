@@ -3,6 +3,7 @@
 #include "common/Result.h"
 #include "platform/LocalTime.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,9 +13,14 @@
 
 namespace quillbay {
 
+struct DirEntry;
+
 /// The position, counted from 1, of a folder of the catalogue in GameFolders: exact spelling, the last one
 /// that fits; 79 for the empty name and for 'rootdir', 0 when there is none.
 std::uint8_t GetFolderCode(std::string_view folderName);
+
+/// The folder code of a position in GameFolders, counted from 0.
+constexpr std::uint8_t FolderCodeAt(std::size_t position) { return static_cast<std::uint8_t>(position + 1); }
 
 /// The length of a text in characters; 31 for longer ones.
 std::uint8_t GetLengthBucket(std::string_view text);
@@ -27,6 +33,12 @@ std::string EncodeFileName(std::string_view name);
 /// letter case folded.
 std::string FoldFileName(std::string_view name);
 
+enum class FileChange {
+    None,
+    New,      ///< not recorded
+    Modified, ///< recorded with another size or time
+};
+
 /// FileList.txt in memory. A file is looked up by its name in the form of FoldFileName, its folder's code,
 /// and the GetLengthBucket of that form; of several records of one file the first counts. Records without a
 /// name, a size, a valid time or a known folder are passed over.
@@ -34,6 +46,8 @@ class FileCatalogue {
 public:
     /// Reads the bytes of a catalogue.
     explicit FileCatalogue(std::string_view bytes);
+    /// Reads the program's catalogue. bad_message when it is not empty and no line is the heading of a folder
+    /// of the game, as with line ends of another kind: every file would count as new.
     static Result<FileCatalogue> LoadFileList(const FileSystem& files, std::string_view programDirectory);
 
     bool CheckIfFileExists(const std::string& searchText, std::uint8_t folderCode,
@@ -44,6 +58,8 @@ public:
     /// The recorded time; none without a record.
     std::optional<LocalTime> GetDateFromFile(const std::string& searchText, std::uint8_t folderCode,
                                              std::uint8_t lenOfStr) const;
+    /// `file` is one of the folder, listed with Detail::Full unless the folder has no records.
+    FileChange Compare(const DirEntry& file, std::uint8_t folderCode) const;
     /// False when no file of the folder has a record.
     bool HasRecords(std::uint8_t folderCode) const;
 

@@ -4,8 +4,6 @@
 #include "platform/FileSystem.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
 
 namespace quillbay {
 
@@ -18,6 +16,14 @@ std::string_view TakeField(std::string_view& rest) {
     const std::string_view field = rest.substr(0, end);
     rest.remove_prefix(std::min(end + 1, rest.size()));
     return field;
+}
+
+/// Of the digits that the text begins with; 0 without one.
+double LeadingNumber(std::string_view text) {
+    double number = 0;
+    for (const char c : text.substr(0, text.find_first_not_of("0123456789")))
+        number = 10 * number + (c - '0');
+    return number;
 }
 
 } // namespace
@@ -41,10 +47,7 @@ CatalogueTotals CountRecords(std::string_view bytes) {
         bytes, [](std::string_view) {},
         [&](std::string_view record) {
             ++totals.records;
-            const std::string_view text = SplitRecord(record).size;
-            std::uint64_t size = 0;
-            std::from_chars(text.data(), text.data() + text.size(), size);
-            totals.bytes += static_cast<double>(size);
+            totals.bytes += LeadingNumber(SplitRecord(record).size);
         });
     return totals;
 }

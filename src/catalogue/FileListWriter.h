@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -19,6 +20,7 @@ struct RecompileResult {
     RecompileOutcome outcome = RecompileOutcome::Done;
     std::string concerned; ///< the path that made it fail
     std::error_code error;
+    std::size_t files = 0; ///< recorded
 };
 
 /// Writes the program's FileList.txt anew from the game as it is. Files that vanish meanwhile are left out,

@@ -10,6 +10,8 @@ namespace quillbay {
 
 namespace {
 
+using Cause = FileActionRefusal::Cause;
+
 /// The position of a GameFolders entry; that of the last look-up is tried first. kGameFolderCount when there
 /// is none.
 std::size_t PositionOf(std::string_view folder, std::size_t last) {
@@ -18,17 +20,23 @@ std::size_t PositionOf(std::string_view folder, std::size_t last) {
 }
 
 /// Looks the names up in what was listed: they come folder by folder, as EntryIndex wants them.
-void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector<std::string>& names) {
+void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector<std::string>& names,
+               const FileCatalogue* catalogue) {
     EntryIndex inGame(game);
     EntryIndex inDestination(plan.destinationFolders);
     std::size_t position = 0;
     for (const std::string& name : names) {
         const std::string_view file = LastComponent(name);
         position = PositionOf(std::string_view(name).substr(0, name.size() - file.size()), position);
+        const DirEntry* source = position < kGameFolderCount ? inGame.Find(position, file) : nullptr;
+        if (source && source->kind != EntryKind::File) source = nullptr;
+        if (source && catalogue && catalogue->Compare(*source, FolderCodeAt(position)) == FileChange::None) {
+            plan.unchanged.push_back(name);
+            continue;
+        }
         FileActionItem& item = plan.items.emplace_back();
         item.name = name;
         item.position = position;
-        const DirEntry* source = position < kGameFolderCount ? inGame.Find(position, file) : nullptr;
         if (!source) continue;
         item.from = inGame.PathOf(position, *source);
         item.isLink = source->isLink;
@@ -39,26 +47,18 @@ void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector
     }
 }
 
-void Refuse(FileActionPlan& plan, FileActionState state, std::string_view path, std::error_code error) {
-    plan.state = state;
-    plan.concerned = path;
-    plan.error = error;
-}
-
-void ReadDestination(FileActionPlan& plan, const FileSystem& files, const std::string& game) {
+/// Lists the destination; whether there is one comes out when it is made.
+std::optional<FileActionRefusal> ReadDestination(FileActionPlan& plan, const FileSystem& files,
+                                                 const std::string& game) {
     const auto real = files.RealPath(plan.destination);
-    if (!real && real.Error() == std::errc::no_such_file_or_directory) return;
+    if (!real && real.Error() == std::errc::no_such_file_or_directory) return {};
+    if (!real) return FileActionRefusal{Cause::NoDestination, plan.destination, real.Error()};
+    if (*real == game) return FileActionRefusal{Cause::DestinationIsGame, *real, {}};
+    plan.destination = *real;
     ReadFailure failure;
-    if (real && *real != game) {
-        plan.destination = *real;
-        plan.destinationFolders = ListKnownFolders(files, *real, Detail::Names, {}, &failure);
-    }
-    if (!real)
-        Refuse(plan, FileActionState::NoDestination, plan.destination, real.Error());
-    else if (*real == game)
-        Refuse(plan, FileActionState::DestinationIsGame, *real, {});
-    else if (failure)
-        Refuse(plan, FileActionState::NoDestination, failure.path, failure.error);
+    plan.destinationFolders = ListKnownFolders(files, *real, Detail::Names, &failure);
+    if (failure) return FileActionRefusal{Cause::NoDestination, failure.path, failure.error};
+    return {};
 }
 
 /// A link is not renamed: what it leads to is what the destination is to have.
@@ -101,32 +101,32 @@ void RunItems(FileActionResult& result, const FileActionPlan& plan,
 } // namespace
 
 FileActionPlan PlanFileAction(const FileSystem& files, FileAction action, std::string_view gameDirectory,
-                              std::string_view destination, const std::vector<std::string>& names) {
+                              std::string_view destination, const std::vector<std::string>& names,
+                              const FileCatalogue* catalogue) {
     FileActionPlan plan;
     plan.action = action;
     plan.destination = destination;
     const auto game = files.RealPath(gameDirectory);
     if (!game) {
-        Refuse(plan, FileActionState::GameUnreadable, gameDirectory, game.Error());
+        plan.refusal = {Cause::GameUnreadable, std::string(gameDirectory), game.Error()};
         return plan;
     }
     ReadFailure failure;
-    const KnownFolders gameFolders = ListKnownFolders(files, *game, Detail::Names, {}, &failure);
+    const Detail detail = catalogue ? Detail::Full : Detail::Names;
+    const KnownFolders gameFolders = ListKnownFolders(files, *game, detail, &failure);
     if (failure)
-        Refuse(plan, FileActionState::GameUnreadable, failure.path, failure.error);
+        plan.refusal = {Cause::GameUnreadable, failure.path, failure.error};
     else if (action != FileAction::Delete)
-        ReadDestination(plan, files, *game);
-    if (plan.state == FileActionState::Ready) FindItems(plan, gameFolders, names);
+        plan.refusal = ReadDestination(plan, files, *game);
+    if (!plan.refusal) FindItems(plan, gameFolders, names, catalogue);
     return plan;
 }
 
 FileActionResult RunFileAction(FileSystem& files, const FileActionPlan& plan,
                                const std::function<void(std::size_t, std::size_t)>& progress) {
     FileActionResult result;
-    result.state = plan.state;
-    result.concerned = plan.concerned;
-    result.error = plan.error;
-    if (plan.state != FileActionState::Ready) return result;
+    result.refusal = plan.refusal;
+    if (result.refusal) return result;
     if (plan.action == FileAction::Delete) {
         RunItems(
             result, plan, [&](const FileActionItem& item) { return files.RemoveFile(item.from); }, progress);
@@ -134,9 +134,7 @@ FileActionResult RunFileAction(FileSystem& files, const FileActionPlan& plan,
     }
 
     if (const auto error = files.MakeFolder(plan.destination)) {
-        result.state = FileActionState::NoDestination;
-        result.concerned = plan.destination;
-        result.error = error;
+        result.refusal = {Cause::NoDestination, plan.destination, error};
         return result;
     }
     FolderMaker folders(files, plan.destination, plan.destinationFolders);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "catalogue/FileCatalogue.h"
 #include "library/KnownFolders.h"
 #include "platform/FileSystem.h"
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -15,11 +17,17 @@ namespace quillbay {
 
 enum class FileAction { Copy, Move, Delete };
 
-enum class FileActionState {
-    Ready,
-    GameUnreadable,    ///< the game directory, or a known folder in it, cannot be read
-    NoDestination,     ///< the destination cannot be read or made
-    DestinationIsGame, ///< under whatever name: there is nothing to do
+/// Why an action does nothing.
+struct FileActionRefusal {
+    enum class Cause {
+        GameUnreadable,    ///< the game directory, or a known folder in it, cannot be read
+        NoDestination,     ///< the destination cannot be read or made
+        DestinationIsGame, ///< under whatever name: there is nothing to do
+    };
+
+    Cause cause = Cause::GameUnreadable;
+    std::string concerned; ///< the path behind it
+    std::error_code error; ///< the reason, if there is one
 };
 
 /// One file that an action works on.
@@ -35,27 +43,26 @@ struct FileActionItem {
 /// What an action would do. Each folder is listed once; nothing is changed.
 struct FileActionPlan {
     FileAction action = FileAction::Delete;
-    FileActionState state = FileActionState::Ready;
-    std::string concerned; ///< the path behind a state other than Ready
-    std::error_code error; ///< and the reason
+    std::optional<FileActionRefusal> refusal;
     std::vector<FileActionItem> items;
+    std::vector<std::string> unchanged; ///< names that were left out: these files are as recorded
     std::string destination; ///< in stored spelling, without links; as given when it does not exist yet
     KnownFolders destinationFolders;
 };
 
 struct FileActionResult {
-    FileActionState state = FileActionState::Ready; ///< nothing was done unless it is Ready
-    std::string concerned;                          ///< as in the plan
-    std::error_code error;
-
+    std::optional<FileActionRefusal> refusal;
     std::size_t done = 0; ///< also files that a move left in the game because the destination has them
     std::vector<std::string> failed; ///< items that were not copied, moved or deleted, by their names
     std::error_code firstError;      ///< the reason of the first of them
 };
 
-/// `destination` counts for Copy and Move only. `names` are relative paths as a scan found them.
+/// `destination` counts for Copy and Move only. `names` are relative paths as a scan found them. With a
+/// `catalogue`, which may be null, files that are neither new nor modified any more are left out: after the
+/// scan a mod that was uninstalled may have put the game's own files back.
 FileActionPlan PlanFileAction(const FileSystem& files, FileAction action, std::string_view gameDirectory,
-                              std::string_view destination, const std::vector<std::string>& names);
+                              std::string_view destination, const std::vector<std::string>& names,
+                              const FileCatalogue* catalogue);
 
 /// Copy and Move make the destination (its last level) and every known folder in it, and remove those that
 /// are empty at the end. Copy replaces files, Move never does. A file that fails is skipped; a file of the

@@ -1,6 +1,5 @@
 #include "catalogue/GameScan.h"
 
-#include "catalogue/CatalogueTime.h"
 #include "library/GameFolders.h"
 
 #include <utility>
@@ -8,8 +7,6 @@
 namespace quillbay {
 
 namespace {
-
-constexpr std::uint8_t CodeOf(std::size_t position) { return static_cast<std::uint8_t>(position + 1); }
 
 std::string RelativePath(std::uint8_t folderCode, const DirEntry& file) {
     return std::string(GameFolders[folderCode - 1U]) + file.name;
@@ -40,9 +37,9 @@ bool GameScan::Step() {
         position_ = 0;
         walk_.reset();
     }
-    if (!walk_) walk_.emplace(files_, gameDirectory_, DetailFor(CodeOf(kKnownFolderCount)));
+    if (!walk_) walk_.emplace(files_, gameDirectory_, DetailFor(FolderCodeAt(kKnownFolderCount)));
 
-    const std::uint8_t folderCode = CodeOf(position_);
+    const std::uint8_t folderCode = FolderCodeAt(position_);
     ForEachGameFile(walk_->List(position_, DetailFor(folderCode)), [&](const DirEntry& file) {
         if (secondPass_)
             FindModified(folderCode, file);
@@ -65,14 +62,8 @@ void GameScan::FindNew(std::uint8_t folderCode, const DirEntry& file) {
 }
 
 void GameScan::FindModified(std::uint8_t folderCode, const DirEntry& file) {
-    const std::string name = FoldFileName(file.name);
-    const std::uint8_t bucket = GetLengthBucket(name);
-    const auto size = catalogue_.GetSizeFromFile(name, folderCode, bucket);
-    if (!size) return;
-    if (*size == file.size &&
-        catalogue_.GetDateFromFile(name, folderCode, bucket) == CatalogueTime(file.modified))
-        return;
-    found_.modifiedFiles.push_back(RelativePath(folderCode, file));
+    if (catalogue_.Compare(file, folderCode) == FileChange::Modified)
+        found_.modifiedFiles.push_back(RelativePath(folderCode, file));
 }
 
 } // namespace quillbay

@@ -67,6 +67,7 @@ std::error_code MoveOver(FileSystem& files, const std::string& source, const std
     auto error = Duplicate(files, source, target);
     if (!error) {
         error = files.RemoveFile(source);
+        // When neither works, the old file has its second name only: deleting that would lose it.
         if (error && Duplicate(files, old, target)) return error;
     }
     Ignore(files.RemoveFile(old));

@@ -44,9 +44,9 @@ void NoteLine(std::string_view line, OdfClasses& found) {
     const std::size_t nameLength = line.size() - kAfterName.size();
     if (!EqualFolded(line.substr(nameLength), kAfterName)) return;
     const auto name = line.substr(0, nameLength);
-    if (Holds(kStationNames, name)) found.set(OdfStation).set(AnyOdf);
-    if (Holds(kShipNames, name)) found.set(OdfShip).set(AnyOdf);
-    if (Holds(kCommandNames, name)) found.set(OdfCommand).set(AnyOdf);
+    if (Holds(kStationNames, name)) found.set(OdfStation);
+    if (Holds(kShipNames, name)) found.set(OdfShip);
+    if (Holds(kCommandNames, name)) found.set(OdfCommand);
 }
 
 } // namespace

@@ -10,7 +10,6 @@
 namespace quillbay {
 
 enum OdfClass : std::size_t {
-    AnyOdf, ///< one of the others
     OdfStation,
     OdfShip,
     OdfCommand,

@@ -1,6 +1,7 @@
 #include "catalogue/frmFindModifiedFiles.h"
 
 #include "catalogue/FileListText.h"
+#include "common/PaintClock.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
 #include "common/UpdateLock.h"
@@ -22,7 +23,6 @@ namespace quillbay {
 
 namespace {
 
-constexpr qint64 kPaintEveryMs = 16;
 constexpr int kStatusCharacters = 54;    ///< width of the status frame
 constexpr int kListCharacters = 62;      ///< width of the list when it appears
 constexpr qint64 kUsualFileCount = 6836; ///< of a fresh, unpatched installation
@@ -52,6 +52,11 @@ void RetainSize(QWidget& widget) {
     widget.setSizePolicy(policy);
 }
 
+void SetVisible(bool visible, std::initializer_list<QWidget*> widgets) {
+    for (QWidget* widget : widgets)
+        widget->setVisible(visible);
+}
+
 } // namespace
 
 frmFindModifiedFiles::frmFindModifiedFiles(frmSelector& main, QAction* menuItem)
@@ -63,7 +68,7 @@ frmFindModifiedFiles::frmFindModifiedFiles(frmSelector& main, QAction* menuItem)
     connect(ui_->cmdStart, &QPushButton::clicked, this, &frmFindModifiedFiles::cmdStart_Click);
     connect(ui_->cmdCancel, &QPushButton::clicked, this, [this] { cancelRequested_ = true; });
     for (QCheckBox* view : {ui_->chkNew, ui_->chkModified})
-        connect(view, &QCheckBox::clicked, this, &frmFindModifiedFiles::Redolist);
+        connect(view, &QCheckBox::toggled, this, &frmFindModifiedFiles::Redolist);
     ConnectActions();
 }
 
@@ -73,7 +78,7 @@ void frmFindModifiedFiles::Form_Load() {
     ++opening_;
     scan_.reset();
     found_ = {};
-    busy_ = cancelRequested_ = filesMovedOrDeleted_ = false;
+    scanning_ = cancelRequested_ = filesMovedOrDeleted_ = false;
     gameDirectory_ = main_.GameDirectory;
     programDirectory_ = main_.ProgramDirectory;
     for (QCheckBox* view : {ui_->chkNew, ui_->chkModified}) {
@@ -105,37 +110,43 @@ void frmFindModifiedFiles::ShowTotals() {
 }
 
 void frmFindModifiedFiles::cmdStart_Click() {
-    if (busy_) return;
-    const FileSystem& files = main_.GetServices().files;
-    auto catalogue = FileCatalogue::LoadFileList(files, programDirectory_);
-    if (!catalogue) {
-        ShowError(this, QStringLiteral("FileList.txt could not be read, so nothing was compared.\n\n") +
-                            Reason(catalogue.Error()));
-        return;
-    }
-    busy_ = true;
+    if (scanning_) return;
+    auto catalogue = LoadCatalogue();
+    if (!catalogue) return;
+    scanning_ = true;
     cancelRequested_ = false;
     found_ = {};
-    scan_ = std::make_unique<GameScan>(files, gameDirectory_, std::move(*catalogue), found_);
+    scan_ =
+        std::make_unique<GameScan>(main_.GetServices().files, gameDirectory_, std::move(*catalogue), found_);
     ShowScanLayout();
     if (RunScan()) FinishScan();
+}
+
+std::optional<FileCatalogue> frmFindModifiedFiles::LoadCatalogue() {
+    auto catalogue = FileCatalogue::LoadFileList(main_.GetServices().files, programDirectory_);
+    if (catalogue) return std::move(*catalogue);
+    const QString reason =
+        catalogue.Error() == std::errc::bad_message
+            ? QStringLiteral("It names no folder of the game. Its lines must end as in Windows.")
+            : Reason(catalogue.Error());
+    ShowError(this, QStringLiteral("FileList.txt could not be read, so nothing was compared.\n\n") + reason);
+    return std::nullopt;
 }
 
 bool frmFindModifiedFiles::RunScan() {
     const QPointer<frmFindModifiedFiles> self = this;
     const unsigned opening = opening_;
-    const auto overtaken = [&] {
-        return !self || opening != opening_ || !isVisible() || Host().Phase == ProgramPhase::Ended;
-    };
-    sincePaint_.start();
+    PaintClock clock;
     while (scan_->Step()) {
         const bool passBegins = scan_->InSecondPass() && ui_->lblGrandTotal->isHidden();
-        if (passBegins || sincePaint_.hasExpired(kPaintEveryMs)) {
-            ShowScanProgress();
-            sincePaint_.restart();
-        }
+        if (clock.Due() || passBegins) ShowScanProgress();
         QCoreApplication::processEvents();
-        if (overtaken()) return false;
+        if (!self || opening != opening_) return false;
+        if (!isVisible() || Host().Phase == ProgramPhase::Ended) {
+            scan_.reset();
+            scanning_ = false;
+            return false;
+        }
         if (std::exchange(cancelRequested_, false)) break;
     }
     return true;
@@ -148,13 +159,12 @@ void frmFindModifiedFiles::ShowScanProgress() {
     ui_->lblProgress->setText(QStringLiteral("Progress: ") + Grouped(processed) + QStringLiteral(" out of ") +
                               Grouped(total));
     ui_->lblExtraFiles->show();
-    for (QLabel* label : {ui_->lblTotalModifiedFiles, ui_->lblGrandTotal})
-        label->setVisible(scan_->InSecondPass());
+    SetVisible(scan_->InSecondPass(), {ui_->lblTotalModifiedFiles, ui_->lblGrandTotal});
     ShowCounts();
 
     const QSignalBlocker quiet(ui_->lstList);
-    if (ui_->chkNew->isChecked()) AddRows(found_.newFiles, shownNew_, Qt::Unchecked);
-    if (ui_->chkModified->isChecked()) AddRows(found_.modifiedFiles, shownModified_, Qt::Unchecked);
+    AddRows(found_.newFiles, shownNew_, Qt::Unchecked);
+    AddRows(found_.modifiedFiles, shownModified_, Qt::Unchecked);
     shownNew_ = found_.newFiles.size();
     shownModified_ = found_.modifiedFiles.size();
 }
@@ -171,19 +181,19 @@ void frmFindModifiedFiles::ShowCounts() {
 void frmFindModifiedFiles::FinishScan() {
     ShowScanProgress();
     scan_.reset();
-    busy_ = false;
-    ChangeRows([](QListWidget& list) {
-        for (int row = 0; row < list.count(); ++row)
-            list.item(row)->setCheckState(Qt::Checked);
-    });
+    scanning_ = false;
+    // All that was found, whatever the view boxes say: a click of one during the scan left half a list.
+    FillList(true, true);
     ShowResultLayout();
 }
 
-void frmFindModifiedFiles::Redolist() {
-    ChangeRows([this](QListWidget& list) {
+void frmFindModifiedFiles::Redolist() { FillList(ui_->chkNew->isChecked(), ui_->chkModified->isChecked()); }
+
+void frmFindModifiedFiles::FillList(bool withNew, bool withModified) {
+    ChangeRows([&](QListWidget& list) {
         list.clear();
-        if (ui_->chkNew->isChecked()) AddRows(found_.newFiles, 0, Qt::Checked);
-        if (ui_->chkModified->isChecked()) AddRows(found_.modifiedFiles, 0, Qt::Checked);
+        if (withNew) AddRows(found_.newFiles, 0, Qt::Checked);
+        if (withModified) AddRows(found_.modifiedFiles, 0, Qt::Checked);
     });
     shownNew_ = found_.newFiles.size();
     shownModified_ = found_.modifiedFiles.size();
@@ -216,7 +226,7 @@ void frmFindModifiedFiles::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape && ui_->cmdCancel->isVisible())
         ui_->cmdCancel->click();
-    else if (enter)
+    else if (enter && !event->isAutoRepeat())
         (ui_->cmdStart->isDefault() ? ui_->cmdStart : ui_->cmdCopy)->click();
     else
         EffectWindow::keyPressEvent(event);
@@ -241,14 +251,10 @@ void frmFindModifiedFiles::ResizeTo(QSize wanted) {
 }
 
 void frmFindModifiedFiles::ShowCompactLayout() {
-    for (QWidget* hidden :
-         std::initializer_list<QWidget*>{ui_->panResults, ui_->pgbStatus, ui_->txtPath, ui_->cmdBrowse,
-                                         ui_->cmdCancel, ui_->pgbFileStatus})
-        hidden->hide();
-    for (QLabel* shown : {ui_->lblExtraFiles, ui_->lblTotalModifiedFiles, ui_->lblGrandTotal})
-        shown->show();
+    SetVisible(false, {ui_->panResults, ui_->pgbStatus, ui_->txtPath, ui_->cmdBrowse, ui_->cmdCancel,
+                       ui_->pgbFileStatus});
+    SetVisible(true, {ui_->lblExtraFiles, ui_->lblTotalModifiedFiles, ui_->lblGrandTotal, ui_->cmdStart});
     ui_->cmdStart->setText(QStringLiteral("&Scan"));
-    ui_->cmdStart->show();
     ui_->cmdStart->setFocus();
     MakeDefault(*ui_->cmdStart);
     ui_->panStatus->setMinimumWidth(kStatusCharacters * fontMetrics().averageCharWidth());
@@ -258,17 +264,14 @@ void frmFindModifiedFiles::ShowCompactLayout() {
 }
 
 void frmFindModifiedFiles::ShowScanLayout() {
-    for (QWidget* hidden :
-         std::initializer_list<QWidget*>{ui_->txtPath, ui_->cmdBrowse, ui_->cmdStart, ui_->lblExtraFiles,
-                                         ui_->lblTotalModifiedFiles, ui_->lblGrandTotal})
-        hidden->hide();
+    SetVisible(false, {ui_->txtPath, ui_->cmdBrowse, ui_->cmdStart, ui_->lblExtraFiles,
+                       ui_->lblTotalModifiedFiles, ui_->lblGrandTotal});
     for (QCheckBox* view : {ui_->chkNew, ui_->chkModified})
         view->setEnabled(true);
     QSize wanted = size(); // before the layouts make the window as large as they need
     if (ui_->panResults->isHidden()) wanted.rwidth() += kListCharacters * fontMetrics().averageCharWidth();
-    for (QWidget* shown : std::initializer_list<QWidget*>{ui_->panResults, ui_->pgbStatus, ui_->cmdCancel})
-        shown->show();
-    ui_->cmdCancel->setFocus();
+    SetVisible(true, {ui_->panResults, ui_->pgbStatus, ui_->cmdCancel});
+    ui_->lstList->setFocus(); // not Cancel: an Enter key that is held down on Scan would press it
     Redolist();
     MakeDefault(*ui_->cmdCopy);
     LayOut();
@@ -280,13 +283,11 @@ void frmFindModifiedFiles::ShowScanLayout() {
 
 void frmFindModifiedFiles::ShowResultLayout() {
     const bool hadFocus = ui_->cmdCancel->hasFocus();
-    for (QWidget* hidden : std::initializer_list<QWidget*>{ui_->cmdCancel, ui_->pgbStatus})
-        hidden->hide();
+    SetVisible(false, {ui_->cmdCancel, ui_->pgbStatus});
     ui_->lblProgress->setText(QStringLiteral("Path:"));
     ui_->cmdStart->setText(QStringLiteral("Re&scan"));
     ui_->cmdBrowse->setEnabled(true);
-    for (QWidget* shown : std::initializer_list<QWidget*>{ui_->txtPath, ui_->cmdBrowse, ui_->cmdStart})
-        shown->show();
+    SetVisible(true, {ui_->txtPath, ui_->cmdBrowse, ui_->cmdStart});
     if (hadFocus) ui_->cmdStart->setFocus();
     LayOut();
     ResizeTo(size().shrunkBy({0, 0, 0, heightAdded_}));

@@ -4,11 +4,10 @@
 #include "catalogue/GameScan.h"
 #include "effects/EffectWindow.h"
 
-#include <QElapsedTimer>
-
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,6 +42,8 @@ private:
     // The scan and the list
     void ShowTotals();
     void cmdStart_Click();
+    /// FileList.txt; none after a message that it cannot be read.
+    std::optional<FileCatalogue> LoadCatalogue();
     /// False when the scan was overtaken by the end of the window or of the program: nothing may be touched
     /// any more.
     bool RunScan();
@@ -51,6 +52,7 @@ private:
     void ShowCounts();
     void FinishScan();
     void Redolist();
+    void FillList(bool withNew, bool withModified);
     /// Changes many rows as one: without signals and repaints in between, with the button rule once at the
     /// end. The top row stays.
     void ChangeRows(const std::function<void(QListWidget&)>& change);
@@ -78,10 +80,13 @@ private:
     void ApplyButtonRule();
     std::vector<std::string> CheckedNames() const;
     void CopyOrMove(FileAction action);
-    FileActionResult Run(FileAction action, const std::string& destination,
-                         const std::vector<std::string>& names);
+    /// Compares the files that Move and Delete would take away with FileList.txt anew; none after a message
+    /// that it cannot be read.
+    std::optional<FileActionPlan> Plan(FileAction action, const std::string& destination,
+                                       const std::vector<std::string>& names);
+    FileActionResult Run(const FileActionPlan& plan);
     void SetFilesMovedOrDeleted();
-    void Report(FileAction action, const FileActionResult& result);
+    void Report(const FileActionPlan& plan, const FileActionResult& result);
 
     frmSelector& main_;
     std::unique_ptr<Ui::frmFindModifiedFiles> ui_;
@@ -91,8 +96,8 @@ private:
     std::string programDirectory_;
     std::size_t fileCount_ = 0; ///< of the game, when the window opened
     std::unique_ptr<GameScan> scan_;
-    FoundFiles found_;  ///< by the last scan, or so far
-    bool busy_ = false; ///< a scan or a file action runs: no other one may start
+    FoundFiles found_;      ///< by the last scan, or so far
+    bool scanning_ = false; ///< neither another scan nor a file action may start
     bool cancelRequested_ = false;
     bool filesMovedOrDeleted_ = false;
     bool pathIsFolder_ = false; ///< the text of the path box names an existing folder
@@ -101,7 +106,6 @@ private:
     unsigned opening_ = 0;     ///< tells a scan whether the window was opened anew meanwhile
     std::size_t shownNew_ = 0; ///< found files that the running scan has brought into the list
     std::size_t shownModified_ = 0;
-    QElapsedTimer sincePaint_;
     int heightAdded_ = 0; ///< to the window by the scan layout, in pixels
 };
 

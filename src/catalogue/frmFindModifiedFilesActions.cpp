@@ -1,5 +1,6 @@
 #include "catalogue/FolderOrFileDialog.h"
 #include "catalogue/frmFindModifiedFiles.h"
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -29,25 +30,49 @@ QString DoneWord(FileAction action) {
     return {};
 }
 
-QString WhyNothing(FileActionState state) {
-    switch (state) {
-    case FileActionState::Ready:
-        break;
-    case FileActionState::GameUnreadable:
+QString WhyNothing(FileActionRefusal::Cause cause) {
+    using Cause = FileActionRefusal::Cause;
+    switch (cause) {
+    case Cause::GameUnreadable:
         return QStringLiteral("The game directory could not be read");
-    case FileActionState::NoDestination:
+    case Cause::NoDestination:
         return QStringLiteral("The destination folder could not be read or made");
-    case FileActionState::DestinationIsGame:
+    case Cause::DestinationIsGame:
         return QStringLiteral("The path is that of the game directory itself");
     }
     return {};
 }
 
-QString Lines(const std::vector<std::string>& names) {
+OutcomeText Describe(const FileActionPlan& plan, const FileActionResult& result) {
+    const QString done = DoneWord(plan.action);
+    if (result.refusal) {
+        return OutcomeText(QStringLiteral("Nothing was ") + done)
+            .Note(WithPath(WhyNothing(result.refusal->cause), result.refusal->concerned,
+                           result.refusal->error));
+    }
+    return OutcomeText(QStringLiteral("Find Modified/New files"))
+        .Count(result.done, done)
+        .Files(result.failed, QStringLiteral("not ") + done)
+        .Files(plan.unchanged, QStringLiteral("kept because they are as recorded"));
+}
+
+/// A line for each file that is there.
+QString Lines(const std::vector<FileActionItem>& items) {
     std::string text;
-    for (const std::string& name : names)
-        text += name + '\n';
+    for (const FileActionItem& item : items)
+        if (!item.from.empty()) text += item.name + '\n';
     return ToQString(text);
+}
+
+/// Empty when everything listed is still new or modified.
+QString TellUnchanged(const std::vector<std::string>& names) {
+    if (names.empty()) return {};
+    return WithPath(names.size() == 1
+                        ? QStringLiteral("1 file is no longer new or modified and stays in the game:")
+                        : QStringLiteral("%1 files are no longer new or modified and stay in the game. The "
+                                         "first of them:")
+                              .arg(names.size()),
+                    names.front(), {});
 }
 
 /// True for a click or a key that presses what has the focus.
@@ -100,13 +125,13 @@ void frmFindModifiedFiles::lstList_ItemCheck() {
 }
 
 void frmFindModifiedFiles::ApplyButtonRule() {
-    const bool enabled = !busy_ && !filesMovedOrDeleted_ && pathIsFolder_ && itemChecked_;
+    const bool enabled = !scanning_ && !filesMovedOrDeleted_ && pathIsFolder_ && itemChecked_;
     for (QPushButton* button : {ui_->cmdCopy, ui_->cmdMove, ui_->cmdDelete})
         button->setEnabled(enabled);
 }
 
 void frmFindModifiedFiles::lblInvert_Click() {
-    if (busy_) return;
+    if (scanning_) return;
     const QString caption = ui_->lblInvert->text();
     ui_->lblInvert->setText(QStringLiteral("Click me to invert selection. (Inverting . . .)"));
     ui_->panResults->layout()->activate();
@@ -141,20 +166,29 @@ void frmFindModifiedFiles::cmdDelete_Click() {
     std::vector<std::string> names;
     if (newFiles) names = found_.newFiles;
     if (modifiedFiles) names.insert(names.end(), found_.modifiedFiles.begin(), found_.modifiedFiles.end());
-    if (ShowMessage(this,
+    const auto plan = Plan(FileAction::Delete, {}, names);
+    if (!plan) return;
+    const QString doomed = Lines(plan->items);
+    if (!plan->refusal && doomed.isEmpty())
+        return ShowError(this, QStringLiteral("No file of the kinds chosen with New and Mod. is new or "
+                                              "modified any more, so nothing was deleted."));
+    if (!plan->refusal &&
+        ShowMessage(this,
                     QStringLiteral("Are you ABSOLUTELY SURE you want to PERMANENTLY DELETE EVERY FILE listed "
                                    "in the text box?"),
                     QStringLiteral("Confirm deletion?"), QMessageBox::Warning,
-                    QMessageBox::Yes | QMessageBox::No, {}, Lines(names)) != QMessageBox::Yes)
+                    QMessageBox::Yes | QMessageBox::No, TellUnchanged(plan->unchanged),
+                    doomed) != QMessageBox::Yes)
         return;
 
-    const FileActionResult result = Run(FileAction::Delete, {}, names);
-    if (result.state == FileActionState::Ready) {
+    const FileActionResult result = Run(*plan);
+    if (!result.refusal) {
         if (newFiles) ui_->chkNew->setEnabled(false);
         if (modifiedFiles) ui_->chkModified->setEnabled(false);
         SetFilesMovedOrDeleted();
     }
-    Report(FileAction::Delete, result);
+    main_.ShowOutcome(Describe(*plan, result));
+    Report(*plan, result);
 }
 
 void frmFindModifiedFiles::CopyOrMove(FileAction action) {
@@ -163,10 +197,13 @@ void frmFindModifiedFiles::CopyOrMove(FileAction action) {
         path += '\\';
         ui_->txtPath->setText(ToQString(path));
     }
-    const FileActionResult result = Run(action, path, CheckedNames());
+    const auto plan = Plan(action, path, CheckedNames());
+    if (!plan) return;
+    const FileActionResult result = Run(*plan);
     txtPath_Change(); // the folder may be a new one
-    if (action == FileAction::Move && result.state == FileActionState::Ready) SetFilesMovedOrDeleted();
-    Report(action, result);
+    if (action == FileAction::Move && !result.refusal) SetFilesMovedOrDeleted();
+    main_.ShowOutcome(Describe(*plan, result));
+    Report(*plan, result);
 }
 
 std::vector<std::string> frmFindModifiedFiles::CheckedNames() const {
@@ -178,11 +215,18 @@ std::vector<std::string> frmFindModifiedFiles::CheckedNames() const {
     return names;
 }
 
-FileActionResult frmFindModifiedFiles::Run(FileAction action, const std::string& destination,
-                                           const std::vector<std::string>& names) {
-    FileSystem& files = main_.GetServices().files;
+std::optional<FileActionPlan> frmFindModifiedFiles::Plan(FileAction action, const std::string& destination,
+                                                         const std::vector<std::string>& names) {
+    const bool takesAway = action != FileAction::Copy;
+    const auto catalogue = takesAway ? LoadCatalogue() : std::nullopt;
+    if (takesAway && !catalogue) return std::nullopt;
+    return PlanFileAction(main_.GetServices().files, action, gameDirectory_, destination, names,
+                          catalogue ? &*catalogue : nullptr);
+}
+
+FileActionResult frmFindModifiedFiles::Run(const FileActionPlan& plan) {
     ShownProgress progress(*ui_->pgbFileStatus);
-    return RunFileAction(files, PlanFileAction(files, action, gameDirectory_, destination, names),
+    return RunFileAction(main_.GetServices().files, plan,
                          [&](std::size_t done, std::size_t total) { progress.Set(done, total); });
 }
 
@@ -191,18 +235,24 @@ void frmFindModifiedFiles::SetFilesMovedOrDeleted() {
     ApplyButtonRule();
 }
 
-void frmFindModifiedFiles::Report(FileAction action, const FileActionResult& result) {
-    const QString done = DoneWord(action);
-    if (result.state != FileActionState::Ready) {
-        ShowError(this, WithPath(WhyNothing(result.state) + QStringLiteral(", so nothing was ") + done + u'.',
-                                 result.concerned, result.error));
-    } else if (!result.failed.empty()) {
-        const auto count = result.failed.size();
+void frmFindModifiedFiles::Report(const FileActionPlan& plan, const FileActionResult& result) {
+    const QString done = DoneWord(plan.action);
+    if (result.refusal) {
+        const auto& [cause, concerned, error] = *result.refusal;
+        return ShowError(this, WithPath(WhyNothing(cause) + QStringLiteral(", so nothing was ") + done + u'.',
+                                        concerned, error));
+    }
+    QStringList paragraphs;
+    if (const auto count = result.failed.size(); count > 0) {
         const QString sentence =
             count == 1 ? QStringLiteral("1 file was not %1:").arg(done)
                        : QStringLiteral("%1 files were not %2. The first of them:").arg(count).arg(done);
-        ShowError(this, WithPath(sentence, result.failed.front(), result.firstError));
+        paragraphs += WithPath(sentence, result.failed.front(), result.firstError);
     }
+    // The question before Delete has told it already.
+    if (plan.action == FileAction::Move && !plan.unchanged.empty())
+        paragraphs += TellUnchanged(plan.unchanged);
+    if (!paragraphs.isEmpty()) ShowError(this, paragraphs.join(QStringLiteral("\n\n")));
 }
 
 } // namespace quillbay

@@ -1,5 +1,7 @@
 #include "catalogue/frmInstaller.h"
 
+#include "common/Hourglass.h"
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -9,7 +11,6 @@
 #include "shell/frmSelector.h"
 #include "ui_frmInstaller.h"
 
-#include <QApplication>
 #include <QPointer>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -21,14 +22,6 @@ namespace quillbay {
 namespace {
 
 constexpr std::size_t kNamedFailures = 10;
-
-class Hourglass {
-public:
-    Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
 
 void AddCheckRow(QListWidget& list, const QString& text, bool checked, const QVariant& data = {}) {
     auto row = std::make_unique<QListWidgetItem>(text);
@@ -108,7 +101,8 @@ void frmInstaller::FillChooser() {
     {
         const QSignalBlocker quiet(ui_->lstChooser);
         ui_->lstChooser->clear();
-        for (const auto& name : ListModNames(main_.GetServices().files, ModsFolder(main_.ProgramDirectory))) {
+        for (const auto& name : ListModNames(main_.GetServices().files, ModsFolder(main_.ProgramDirectory),
+                                             ModOrder::AsListed)) {
             auto* row = new QListWidgetItem(ToQString(name), ui_->lstChooser);
             row->setData(Qt::UserRole, true);
         }
@@ -242,6 +236,10 @@ void frmInstaller::cmdInstall_Click() {
         FileSystem& files = main_.GetServices().files;
         result = RunSorting(files, PlanSorting(files, loose_, checks));
     }
+    main_.ShowOutcome(OutcomeText(result.moved > 0 ? QStringLiteral("Loose files are sorted")
+                                                   : QStringLiteral("No loose file was moved"))
+                          .Count(result.moved, QStringLiteral("moved"))
+                          .Files(result.notMoved, QStringLiteral("could not be moved")));
     const QPointer<frmInstaller> self = this;
     ShowMessage(this, Report(result));
     if (!self) return;

@@ -1,10 +1,10 @@
 #include "catalogue/FileListWriter.h"
+#include "common/Hourglass.h"
+#include "common/OutcomeText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
-
-#include <QApplication>
 
 namespace quillbay {
 
@@ -30,18 +30,28 @@ void ReportFailure(QWidget* window, const RecompileResult& result) {
     }
 }
 
+OutcomeText Describe(const RecompileResult& result) {
+    if (result.outcome != RecompileOutcome::Done)
+        return OutcomeText(QStringLiteral("FileList.txt is as it was"))
+            .Note(WithPath(QStringLiteral("The reason:"), result.concerned, result.error));
+    return OutcomeText(QStringLiteral("FileList.txt is written anew"))
+        .Count(result.files, QStringLiteral("recorded"));
+}
+
 } // namespace
 
 void frmSelector::menuManagerModFilesRecompile_Click() {
-    const auto answer = ShowMessage(
-        this,
-        QStringLiteral("This will recompile the definition file used in the Find Modified/New "
-                       "files window. More information in the readme. Do you wish to continue?"),
-        QStringLiteral("Recompile file list?"), QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
-    if (answer != QMessageBox::Yes) return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const RecompileResult result = RecompileFileList(services_.files, GameDirectory, ProgramDirectory);
-    QApplication::restoreOverrideCursor();
+    if (!Confirmed(this,
+                   QStringLiteral("This will recompile the definition file used in the Find Modified/New "
+                                  "files window. More information in the readme. Do you wish to continue?"),
+                   QStringLiteral("Recompile file list?")))
+        return;
+    RecompileResult result;
+    {
+        const Hourglass busy;
+        result = RecompileFileList(services_.files, GameDirectory, ProgramDirectory);
+    }
+    ShowOutcome(Describe(result));
     if (result.outcome != RecompileOutcome::Done) return ReportFailure(this, result);
     ui_->menuManagerFindModifiedFiles->setEnabled(true);
     ShowMessage(this, QStringLiteral("Compilation complete."));

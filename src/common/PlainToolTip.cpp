@@ -2,13 +2,13 @@
 
 namespace quillbay {
 
-QString PlainToolTip(const QString& text) {
+QString PlainToolTip(const QString& text, qsizetype longest) {
     if (text.isEmpty()) {
         return {};
     }
     QString shown = text;
-    if (shown.size() > kMaxToolTipCharacters) {
-        shown.truncate(kMaxToolTipCharacters);
+    if (shown.size() > longest) {
+        shown.truncate(longest);
         if (shown.back().isHighSurrogate()) {
             shown.chop(1);
         }

@@ -4,10 +4,10 @@
 
 namespace quillbay {
 
-/// `text` as a tooltip that shows exactly these characters: Qt would take a text that looks like markup for
-/// markup. Long texts wrap. At most `kMaxToolTipCharacters` are shown.
-QString PlainToolTip(const QString& text);
-
 inline constexpr qsizetype kMaxToolTipCharacters = 500;
+
+/// `text` as a tooltip that shows exactly these characters: Qt would take a text that looks like markup for
+/// markup. Long texts wrap. At most `longest` characters are shown.
+QString PlainToolTip(const QString& text, qsizetype longest = kMaxToolTipCharacters);
 
 } // namespace quillbay

@@ -1,6 +1,7 @@
 #include "effects/EffectWindow.h"
 
 #include "effects/EffectHost.h"
+#include "effects/EffectState.h"
 #include "effects/WindowEffects.h"
 
 #include <QAction>
@@ -24,9 +25,7 @@ void EffectWindow::Open() {
     if (host_.Phase != ProgramPhase::Running) return;
     if (menuItem_) menuItem_->setChecked(true);
     if (isVisible() && !closing_) {
-        if (isMinimized()) showNormal();
-        raise();
-        activateWindow();
+        BringToFront();
         Form_OpenedAgain();
         return;
     }
@@ -35,9 +34,16 @@ void EffectWindow::Open() {
     const unsigned opening = ++opening_;
     const QPointer<EffectWindow> self = this;
     setWindowIcon(host_.MainWindow().windowIcon());
+    EffectState::Of(*this).RestoreSize(); // of a closing that this overtakes
     Form_Load();
     ShowWithFade(*this, host_);
     if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
+}
+
+void EffectWindow::BringToFront() {
+    if (isMinimized()) showNormal();
+    raise();
+    activateWindow();
 }
 
 int EffectWindow::AtFont(int pixels) const {
@@ -50,6 +56,8 @@ void EffectWindow::closeEvent(QCloseEvent* event) {
     if (effectsDone_ || !isVisible()) return;
     event->ignore();
     if (closing_) return;
+    const QPointer<EffectWindow> self = this;
+    if (!Form_QueryUnload() || !self) return;
     closing_ = true;
     QMetaObject::invokeMethod(
         this, [this, opening = opening_] { CloseWithEffects(opening); }, Qt::QueuedConnection);

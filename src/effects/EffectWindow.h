@@ -24,6 +24,9 @@ public:
     /// window that is just closing is loaded and shown anew. Does nothing once the program is closing.
     void Open();
 
+    /// Whether the window may close, or the program end: a window with unsaved work asks the user.
+    virtual bool Form_QueryUnload() { return true; }
+
 signals:
     /// The closing effects are over and the window is hidden.
     void Closed();
@@ -42,12 +45,16 @@ protected:
     /// meanwhile.
     virtual void RunClosingEffects();
 
-    /// Refuses the event, runs the closing effects from the event loop and closes the window then: Qt
-    /// delivers no second closing, as after a reopening, from inside this handler.
+    /// Refuses the event; if Form_QueryUnload allows it, runs the closing effects from the event loop and
+    /// closes the window then: Qt delivers no second closing, as after a reopening, from inside this handler.
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
     EffectHost& Host() { return host_; }
+
+    /// From the moment it may close until it is hidden or opened again.
+    bool IsClosing() const { return closing_; }
+    void BringToFront();
 
     /// A length of the form at the window's font: longer where the font is larger than the usual one.
     int AtFont(int pixels) const;

@@ -1,6 +1,5 @@
 #include "effects/WindowEffects.h"
 
-#include "common/Twips.h"
 #include "effects/EffectHost.h"
 #include "effects/EffectState.h"
 #include "effects/FadeSteps.h"
@@ -46,9 +45,7 @@ private:
     bool wasVisible_;
 };
 
-EffectSize TwipSize(const QWidget& window) {
-    return {PixelsToTwips(window.width()), PixelsToTwips(window.height())};
-}
+PixelSize SizeOf(const QWidget& window) { return {window.width(), window.height()}; }
 
 void RunFade(QWidget& window, const EffectHost* host, const std::vector<int>& opacities) {
     if (!LayeredWindowsAvailable()) return;
@@ -59,25 +56,16 @@ void RunFade(QWidget& window, const EffectHost* host, const std::vector<int>& op
     }
 }
 
-/// Every n-th size and the last one, so that a big window closes about as fast as a small one.
-std::vector<PixelSize> Thinned(const std::vector<PixelSize>& sizes) {
-    const std::size_t stride = (sizes.size() + kMaxResizes - 1) / kMaxResizes;
-    if (stride <= 1) return sizes;
-    std::vector<PixelSize> thinned;
-    for (std::size_t at = stride - 1; at < sizes.size(); at += stride)
-        thinned.push_back(sizes[at]);
-    if (thinned.back() != sizes.back()) thinned.push_back(sizes.back());
-    return thinned;
-}
-
-/// False when the shrinking was broken off.
+/// Takes every n-th size and the last one, so that a big window closes about as fast as a small one. False
+/// when the shrinking was broken off.
 bool Shrink(QWidget& window, const EffectHost& host) {
     EffectRun run(window, &host);
-    const std::vector<PixelSize> sizes =
-        Thinned(SmoothCloseSizes({window.width(), window.height()}, {1, 1}, host.SmoothClosing()));
+    const std::vector<PixelSize> sizes = SmoothCloseSizes(SizeOf(window), host.SmoothClosing());
     if (!sizes.empty()) EffectState::Of(window).RelaxSize();
-    for (const PixelSize size : sizes) {
-        window.resize(size.width, size.height);
+    const std::size_t stride = sizes.size() / kMaxResizes + 1;
+    for (std::size_t at = 0; at < sizes.size(); ++at) {
+        if ((at + 1) % stride != 0 && at + 1 != sizes.size()) continue;
+        window.resize(sizes[at].width, sizes[at].height);
         if (!run.Yield()) return false;
     }
     return true;
@@ -96,13 +84,12 @@ std::vector<QPointer<QWidget>> VisibleWindows() {
 } // namespace
 
 void FadeIn(QWidget& window, EffectHost& host, int target) {
-    RunFade(window, &host,
-            FadeInSteps(target, host.FadeSpeed, TwipSize(window), TwipSize(host.MainWindow())));
+    RunFade(window, &host, FadeInSteps(target, host.FadeSpeed, SizeOf(window), SizeOf(host.MainWindow())));
 }
 
 void FadeOut(QWidget& window, EffectHost& host) {
     RunFade(window, &host,
-            FadeOutSteps(host.FadeIntensity, host.FadeSpeed, TwipSize(window), TwipSize(host.MainWindow())));
+            FadeOutSteps(host.FadeIntensity, host.FadeSpeed, SizeOf(window), SizeOf(host.MainWindow())));
 }
 
 void FadeBetween(QWidget& window, int from, int to, int step) {

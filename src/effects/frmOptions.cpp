@@ -1,7 +1,5 @@
 #include "effects/frmOptions.h"
 
-#include "common/QtText.h"
-#include "common/modMisc.h"
 #include "effects/WindowEffects.h"
 #include "shell/AppSettings.h"
 #include "shell/frmSelector.h"
@@ -10,7 +8,6 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quillbay {
 
@@ -53,16 +50,14 @@ void frmOptions::Form_Load() {
     ui_->chkYAxis->setChecked(items_.yAxis->isChecked());
     ui_->chkSimultaneous->setChecked(items_.simultaneous->isChecked());
     ui_->chkMainWindowOnly->setChecked(items_.mainWindowOnly->isChecked());
-    LoadSlider(*ui_->sldFadeIntensity, "Intensity", "237");
-    LoadSlider(*ui_->sldFadeSpeed, "Speed", "1");
+    LoadSlider(*ui_->sldFadeIntensity, kFadeIntensityPreference);
+    LoadSlider(*ui_->sldFadeSpeed, kFadeSpeedPreference);
     ShowNumbers();
     IntensityAtLoad = main_.FadeIntensity;
 }
 
-void frmOptions::LoadSlider(QSlider& slider, const char* key, const char* fallback) {
-    const QString text = main_.GetServices().settings.GetAppSetting(
-        QStringLiteral("Fade"), QLatin1String(key), QLatin1String(fallback));
-    const double number = std::round(ParseLeadingNumber(FromQString(text)));
+void frmOptions::LoadSlider(QSlider& slider, const Preference& preference) {
+    const double number = ReadNumber(main_.GetServices().settings, preference);
     const QSignalBlocker quiet(slider);
     slider.setValue(static_cast<int>(std::clamp<double>(number, slider.minimum(), slider.maximum())));
 }
@@ -72,7 +67,7 @@ void frmOptions::chkAutoRefresh_Click(bool disabled) { main_.SetAutoRefresh(!dis
 void frmOptions::sldFadeIntensity_Change(int value) {
     int shown = ShownOpacity(main_.FadeIntensity);
     main_.FadeIntensity = static_cast<std::uint8_t>(value);
-    Save("Intensity", value);
+    SaveNumber(main_.GetServices().settings, kFadeIntensityPreference, value);
     ShowNumbers();
     if (following_) return;
 
@@ -88,13 +83,8 @@ void frmOptions::sldFadeIntensity_Change(int value) {
 
 void frmOptions::sldFadeSpeed_Change(int value) {
     main_.FadeSpeed = static_cast<std::uint8_t>(value);
-    Save("Speed", value);
+    SaveNumber(main_.GetServices().settings, kFadeSpeedPreference, value);
     ShowNumbers();
-}
-
-void frmOptions::Save(const char* key, int value) {
-    main_.GetServices().settings.SaveAppSetting(QStringLiteral("Fade"), QLatin1String(key),
-                                                QString::number(value));
 }
 
 void frmOptions::ShowNumbers() {

@@ -14,6 +14,7 @@ class frmOptions;
 }
 
 class frmSelector;
+struct Preference;
 
 /// The check items of the Smooth closing submenu, which hold and store the switches.
 struct SmoothClosingItems {
@@ -47,8 +48,7 @@ private:
     void cmdTest_Click();
 
     /// Nothing is stored by that.
-    void LoadSlider(QSlider& slider, const char* key, const char* fallback);
-    void Save(const char* key, int value);
+    void LoadSlider(QSlider& slider, const Preference& preference);
     void ShowNumbers();
 
     frmSelector& main_;

@@ -1,12 +1,17 @@
 #include "help/OkWindow.h"
 
+#include "common/QtText.h"
+#include "common/Version.h"
+
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 
 namespace quillbay {
 
-void OkWindow::SetOkButton(QPushButton& button) {
-    ok_ = &button;
+void OkWindow::SetUp(QPushButton& ok, QLabel& version) {
+    version.setText(QStringLiteral("Version ") + ToQString(kVersion));
+    ok_ = &ok;
     connect(ok_, &QPushButton::clicked, this, &QWidget::close);
 }
 

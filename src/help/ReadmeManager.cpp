@@ -66,17 +66,19 @@ is checked.
 are there.
 - Move does the same but takes the files out of the game. A file that the destination has already stays in
 the game.
-- Delete deletes every file that the list shows from the game, checked or not. It asks first. There is no
-way back.
+- Delete deletes every listed file of the kinds chosen with New and Mod. from the game, checked or not. It
+asks first. There is no way back.
 
-The files of installed mods are listed too: uninstall the mods before you move or delete anything.
+The files of installed mods are listed too: uninstall the mods before you move or delete anything. Files that
+are then no longer new or modified stay in the game.
 
 After Move or Delete the three buttons stay off until you close the window and open it again. If files could
 not be copied, moved or deleted, a message says how many and names the first.)~"},
     {"View options", 3,
-     R"~(The check boxes New and Mod. in the lower left show or hide the new and the modified files.
-Refreshing a long list takes a moment, and afterwards all its files are checked again. Delete takes only
-what is shown. After Delete the box of the files that were deleted is greyed out.)~"},
+     R"~(The check boxes New and Mod. in the lower left show or hide the new and the modified files. A
+scan lists both again. Refreshing a long list takes a moment, and afterwards all its files are checked again.
+Delete takes only the kinds that are chosen. After Delete the box of the files that were deleted is greyed
+out.)~"},
     {"Recompile definition file", 2,
      R"~(Manager, Find Modified/New files, Recompile definition file writes FileList.txt in Quillbay's
 folder anew, from the game as it is now. Do this right after the game was installed, with no patch and no

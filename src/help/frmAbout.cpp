@@ -1,7 +1,5 @@
 #include "help/frmAbout.h"
 
-#include "common/QtText.h"
-#include "common/Version.h"
 #include "shell/frmSelector.h"
 #include "ui_frmAbout.h"
 
@@ -12,8 +10,7 @@ namespace quillbay {
 frmAbout::frmAbout(frmSelector& main, QAction* menuItem)
     : OkWindow(main, menuItem), ui_(std::make_unique<Ui::frmAbout>()) {
     ui_->setupUi(this);
-    ui_->lblVersion->setText(QStringLiteral("Version ") + ToQString(kVersion));
-    SetOkButton(*ui_->cmdOK);
+    SetUp(*ui_->cmdOK, *ui_->lblVersion);
 }
 
 frmAbout::~frmAbout() = default;

@@ -17,8 +17,8 @@ namespace {
 /// A key or the left button that presses what has it, as a button would be pressed.
 bool IsClick(const QLabel& label, const QEvent& event) {
     if (event.type() == QEvent::KeyPress) {
-        const int key = static_cast<const QKeyEvent&>(event).key();
-        return key == Qt::Key_Return || key == Qt::Key_Enter;
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        return !key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
     }
     if (event.type() != QEvent::MouseButtonRelease || label.hasSelectedText()) return false;
     const auto& mouse = static_cast<const QMouseEvent&>(event);

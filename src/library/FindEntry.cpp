@@ -1,5 +1,6 @@
 #include "library/FindEntry.h"
 
+#include "common/PathText.h"
 #include "platform/CaseFold.h"
 
 namespace quillbay {
@@ -12,6 +13,13 @@ const DirEntry* FindEntry(const std::vector<DirEntry>& entries, std::string_view
         if (!found && EqualFolded(entry.name, name)) found = &entry;
     }
     return found;
+}
+
+bool IsFolderSpelled(const FileSystem& files, std::string_view path) {
+    const std::string_view name = LastComponent(path);
+    if (name == "." || name == "..") return false;
+    const auto found = files.Stat(path);
+    return found && found->kind == EntryKind::Folder && found->name == name;
 }
 
 } // namespace quillbay

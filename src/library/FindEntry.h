@@ -12,4 +12,8 @@ namespace quillbay {
 /// what it leads to.
 const DirEntry* FindEntry(const std::vector<DirEntry>& entries, std::string_view name, EntryKind kind);
 
+/// True when `path` is a folder and its last component has exactly the stored spelling; `.` and `..` are no
+/// names.
+bool IsFolderSpelled(const FileSystem& files, std::string_view path);
+
 } // namespace quillbay

@@ -21,9 +21,7 @@ bool IsInstalled(const FileSystem& files, std::string_view modFolder) {
 }
 
 bool HasExactBackup(const FileSystem& files, std::string_view modFolder) {
-    if (modFolder.empty()) return false;
-    const auto found = files.Stat(Join(modFolder, kBackupName));
-    return found && found->kind == EntryKind::Folder && found->name == kBackupName;
+    return !modFolder.empty() && IsFolderSpelled(files, Join(modFolder, kBackupName));
 }
 
 std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view modsFolder,

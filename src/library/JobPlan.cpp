@@ -1,6 +1,9 @@
 #include "library/JobPlan.h"
 
-#include "common/PathText.h"
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace quillbay {
 
@@ -9,12 +12,25 @@ namespace {
 /// The known folders of a folder that must be there.
 KnownFolders ListExisting(const FileSystem& files, const std::string& root, Detail detail,
                           ReadFailure& failure) {
-    auto folders = ListKnownFolders(files, root, detail, {}, &failure);
+    auto folders = ListKnownFolders(files, root, detail, &failure);
     if (folders.back().empty() && !failure) {
         failure.path = root;
         failure.error = std::make_error_code(std::errc::no_such_file_or_directory);
     }
     return folders;
+}
+
+/// The installed mod that is the job's. The library may list it in another letter case, which is another mod
+/// only where it lists the job's own spelling too.
+std::vector<InstalledMod>::iterator FindOwn(const FileSystem& files, const ModJob& job,
+                                            std::vector<InstalledMod>& mods) {
+    const auto exact = std::ranges::find(mods, job.mod, &InstalledMod::path);
+    if (exact != mods.end()) return exact;
+    const auto respelled = std::ranges::find_if(
+        mods, [&](const InstalledMod& mod) { return EqualFolded(mod.path.text, job.mod.text); });
+    if (respelled == mods.end()) return respelled;
+    const auto rows = ScanModLibrary(files, job.modsFolder);
+    return std::ranges::find(rows, job.mod, &ModRow::path) == rows.end() ? respelled : mods.end();
 }
 
 } // namespace
@@ -30,11 +46,10 @@ void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobP
     const auto& ownEntries = modFolders.back().front().entries;
     auto library = ListInstalledMods(files, job.modsFolder, {job.mod, ownEntries}, plan.failure);
     plan.leftoverFolders = std::move(library.tempBackups);
-    for (auto& mod : library.mods) {
-        if (mod.path == job.mod)
-            plan.installed = std::move(mod);
-        else
-            plan.otherMods.push_back(std::move(mod));
+    plan.otherMods = std::move(library.mods);
+    if (const auto own = FindOwn(files, job, plan.otherMods); own != plan.otherMods.end()) {
+        plan.installed = std::move(*own);
+        plan.otherMods.erase(own);
     }
     if (plan.installed)
         plan.backupFolders = ListExisting(files, plan.installed->backup, Detail::Names, plan.failure);

@@ -90,12 +90,10 @@ const std::vector<ListedFolder>& KnownFolderWalk::List(std::size_t position, Det
 }
 
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach,
                               ReadFailure* failure) {
     KnownFolderWalk walk(files, root, detail, failure);
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         walk.List(position, detail);
-        if (afterEach) afterEach(walk.Known(), position);
     }
     return walk.TakeKnown();
 }
@@ -129,12 +127,13 @@ std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders) {
 }
 
 std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
-                            const std::function<void(std::size_t, std::size_t)>& afterEach) {
+                            const std::function<bool(std::size_t, std::size_t)>& goOn) {
+    KnownFolderWalk walk(files, root, Detail::Names);
     std::size_t total = 0;
-    ListKnownFolders(files, root, Detail::Names, [&](const KnownFolders& known, std::size_t position) {
-        total += CountPlainFiles(known[position]);
-        if (afterEach) afterEach(position, total);
-    });
+    for (std::size_t position = 0; position < kGameFolderCount; ++position) {
+        total += CountPlainFiles(walk.List(position, Detail::Names));
+        if (goOn && !goOn(position, total)) break;
+    }
     return total;
 }
 

@@ -26,10 +26,8 @@ struct ListedFolder {
 /// that cannot be listed are left out, and noted in `failure` where one is given.
 using KnownFolders = std::array<std::vector<ListedFolder>, kGameFolderCount>;
 
-/// `afterEach(known, position)` (0 to 78) is called once per position, in list order with the root (78) last;
-/// `known` is filled up to that position, and at the root's. It may be empty. An empty `root` has no folders.
+/// An empty `root` has no folders.
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
-                              const std::function<void(const KnownFolders&, std::size_t)>& afterEach = {},
                               ReadFailure* failure = nullptr);
 
 /// The folders called `name` in any letter case that the parents' listings hold, listed: the exact spelling
@@ -78,9 +76,10 @@ void ForEachGameFile(const std::vector<ListedFolder>& folders, Use use) {
         if (entry.IsPlainFile()) use(entry);
 }
 
-/// Plain files in the known folders of `root`; `afterEach(position, totalSoFar)` may be empty.
+/// Plain files in the known folders of `root`. `goOn(position, totalSoFar)` is asked after each and ends the
+/// count with false; it may be empty.
 std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
-                            const std::function<void(std::size_t, std::size_t)>& afterEach = {});
+                            const std::function<bool(std::size_t, std::size_t)>& goOn = {});
 
 /// Plain files (no folders, not hidden) in one folder; 0 when it does not exist.
 std::size_t CountFilesInFolder(const FileSystem& files, std::string_view folder);

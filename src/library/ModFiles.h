@@ -14,7 +14,7 @@ struct ModFile {
     std::size_t position; ///< in GameFolders, from 0
     std::string name;     ///< as stored in the mod
     std::string path;
-    bool clearReadOnly; ///< it is read-only (and no link)
+    bool isReadOnly; ///< and no link
 };
 
 /// The plain files in the known folders of a mod, in list order, without those named exactly `ModInfo.txt`

@@ -54,6 +54,13 @@ private:
             Ignore(files_.RemoveTree(stage));
             return Stop(outcome, std::move(path), error);
         };
+        // What an earlier run left in it, and could not be swept, would become a part of `Backup`.
+        const auto stale = files_.Stat(stage);
+        if (stale)
+            return giveUp(InstallOutcome::NoBackup, stage,
+                          std::make_error_code(std::errc::directory_not_empty));
+        if (stale.Error() != std::errc::no_such_file_or_directory)
+            return giveUp(InstallOutcome::NoBackup, stage, stale.Error());
         if (const auto error = files_.MakeFolder(stage))
             return giveUp(InstallOutcome::NoBackup, stage, error);
 
@@ -189,7 +196,7 @@ private:
         if (item.target == InstallTarget::Blocked) return false;
         const auto folder = gameFolders_.Ensure(item.file.position);
         if (!folder) return false;
-        if (item.file.clearReadOnly) Ignore(files_.SetReadOnly(item.file.path, false));
+        if (item.file.isReadOnly) Ignore(files_.SetReadOnly(item.file.path, false));
         const bool replaces = item.target == InstallTarget::File;
         return !files_.Copy(item.file.path, replaces ? item.targetPath : Join(*folder, item.name),
                             {.replace = replaces, .makeWritable = true});
@@ -230,7 +237,8 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
         InstallItem item;
         item.file = std::move(file);
         item.name = item.file.name;
-        item.isSaved = saved.Find(item.file.position, item.name) != nullptr;
+        const auto* copy = saved.Find(item.file.position, item.name);
+        item.isSaved = copy && IsReplaceable(*copy);
         if (const auto* target = game.Find(item.file.position, item.name)) {
             item.name = target->name;
             item.target = IsReplaceable(*target) ? InstallTarget::File : InstallTarget::Blocked;

@@ -47,24 +47,20 @@ ModListView::ModListView(QWidget* parent) : QListWidget(parent) {
 }
 
 void ModListView::SetRows(const std::vector<ModRow>& rows) {
-    if (rows == rows_ && count() > 0) {
-        return;
-    }
-    const auto selected = SelectedRow();
-    const int scrolled = verticalScrollBar()->value();
     const QSignalBlocker quiet(this);
-    setUpdatesEnabled(false);
-    rows_ = rows;
-    Fill();
-    if (selected) {
-        SelectPath(selected->path);
+    if (rows != rows_ || count() == 0) {
+        rows_ = rows;
+        Fill();
     }
-    doItemsLayout();
-    verticalScrollBar()->setValue(scrolled);
-    setUpdatesEnabled(true);
+    if (!rows_.empty() && selectedItems().isEmpty()) {
+        setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+    }
 }
 
 void ModListView::Fill() {
+    const auto selected = SelectedRow();
+    const int scrolled = verticalScrollBar()->value();
+    setUpdatesEnabled(false);
     clear();
     for (const ModRow& row : rows_) {
         auto* item = new QListWidgetItem(ToQString(row.text), this);
@@ -73,6 +69,12 @@ void ModListView::Fill() {
     if (rows_.empty()) {
         new QListWidgetItem(ToQString(kNoModsRow), this);
     }
+    if (selected) {
+        SelectPath(selected->path);
+    }
+    doItemsLayout();
+    verticalScrollBar()->setValue(scrolled);
+    setUpdatesEnabled(true);
 }
 
 bool ModListView::SelectPath(const ModPath& path) {
@@ -94,14 +96,11 @@ std::optional<ModRow> ModListView::SelectedRow() const {
     return ModRow{FromQString(item.text()), ModPath{FromQString(item.data(Qt::UserRole).toString())}};
 }
 
-void ModListView::SelectFirstIfNone() {
-    if (!rows_.empty() && selectedItems().isEmpty()) {
-        const QSignalBlocker quiet(this);
-        setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
-    }
-}
-
 void ModListView::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) {
+        QListWidget::keyPressEvent(event);
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -132,7 +131,7 @@ void ModListView::mousePressEvent(QMouseEvent* event) {
 }
 
 void ModListView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton) {
+    if (event->button() != Qt::LeftButton) {
         mousePressEvent(event);
         return;
     }

@@ -24,7 +24,8 @@ public:
     explicit ModListView(QWidget* parent = nullptr);
 
     /// Shows these rows, or the placeholder when there are none. The selection stays on the mod of the same
-    /// path and the scroll position is kept; equal rows repaint nothing. Emits no selection signal.
+    /// path, or goes to the first row, and the scroll position is kept; equal rows repaint nothing. Emits no
+    /// selection signal.
     void SetRows(const std::vector<ModRow>& rows);
     const std::vector<ModRow>& Rows() const { return rows_; }
 
@@ -32,9 +33,6 @@ public:
     std::optional<ModRow> SelectedRow() const;
     /// Selects the row of this mod; false when there is none.
     bool SelectPath(const ModPath& path);
-    /// Selects the first row, unless a row is selected or the list shows the placeholder. Emits no selection
-    /// signal.
-    void SelectFirstIfNone();
 
     /// Pixels.
     int RowHeight() const { return rowHeight_; }

@@ -37,10 +37,7 @@ std::vector<std::string> FolderNames(const std::vector<DirEntry>& entries) {
 
 /// The names of a mod's addons in the order of their folder.
 std::vector<std::string> AddonNames(const FileSystem& files, const std::string& modFolder) {
-    const auto entries = files.List(modFolder, Detail::Names);
-    const DirEntry* addonFolder = entries ? FindEntry(*entries, kAddonName, EntryKind::Folder) : nullptr;
-    if (!addonFolder) return {};
-    const auto addons = files.List(Join(modFolder, addonFolder->name), Detail::Names);
+    const auto addons = files.List(Join(modFolder, kAddonName), Detail::Names);
     return addons ? FolderNames(*addons) : std::vector<std::string>{};
 }
 
@@ -107,12 +104,11 @@ bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory) {
 }
 
 bool ModExists(const FileSystem& files, std::string_view modsFolder, const ModPath& mod) {
-    const auto isFolder = [&](std::string_view path) {
-        const auto found = files.Stat(Join(modsFolder, path));
-        return found && found->kind == EntryKind::Folder && found->name == LastComponent(path);
+    const auto isSpelled = [&](std::string_view path) {
+        return IsFolderSpelled(files, Join(modsFolder, path));
     };
     const std::string_view top = std::string_view(mod.text).substr(0, mod.text.find('\\'));
-    return !mod.Empty() && isFolder(top) && (top == mod.text || isFolder(mod.text));
+    return !mod.Empty() && isSpelled(top) && (top == mod.text || isSpelled(mod.text));
 }
 
 std::string ModsFolder(std::string_view programDirectory) { return Join(programDirectory, kModsName); }

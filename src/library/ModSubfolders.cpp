@@ -6,23 +6,27 @@
 
 namespace quillbay {
 
-SubfolderFailure MakeSubfolders(FileSystem& files, const std::string& modFolder) {
+SubfolderResult MakeSubfolders(FileSystem& files, const std::string& modFolder) {
     OwnTree own(files);
     FolderMaker maker(own, modFolder, ListKnownFolders(own, modFolder, Detail::Names));
-    SubfolderFailure failure;
+    SubfolderResult result;
     for (std::size_t position = 0; position < kKnownFolderCount; ++position) {
         const auto made = maker.Ensure(position);
-        if (made || failure.error || made.Error() == std::errc::cross_device_link) continue;
-        failure = {Join(modFolder, GameFolders[position]), made.Error()};
+        if (made || result.error || made.Error() == std::errc::cross_device_link) continue;
+        result.failed = Join(modFolder, GameFolders[position]);
+        result.error = made.Error();
     }
-    return failure;
+    result.made = maker.Made().size();
+    return result;
 }
 
-void RemoveSubfolders(FileSystem& files, const std::string& modFolder) {
+std::size_t RemoveSubfolders(FileSystem& files, const std::string& modFolder) {
     const KnownFolders known = ListKnownFolders(OwnTree(files), modFolder, Detail::Names);
+    std::size_t removed = 0;
     for (std::size_t position = kKnownFolderCount; position-- > 0;)
         for (const ListedFolder& folder : known[position])
-            Ignore(files.RemoveEmptyFolder(folder.path));
+            if (!files.RemoveEmptyFolder(folder.path)) ++removed;
+    return removed;
 }
 
 } // namespace quillbay

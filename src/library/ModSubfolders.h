@@ -2,6 +2,7 @@
 
 #include "platform/FileSystem.h"
 
+#include <cstddef>
 #include <string>
 #include <system_error>
 
@@ -9,16 +10,17 @@
 /// mounted into the mod are left as they are.
 namespace quillbay {
 
-struct SubfolderFailure {
-    std::string path;
+struct SubfolderResult {
+    std::size_t made = 0;
+    std::string failed; ///< the first folder that could not be made
     std::error_code error;
 };
 
-/// Makes the known folders that the mod does not have in any letter case; goes on after a failure and returns
-/// the first one, or no error.
-SubfolderFailure MakeSubfolders(FileSystem& files, const std::string& modFolder);
+/// Makes the known folders that the mod does not have in any letter case; goes on after a failure.
+SubfolderResult MakeSubfolders(FileSystem& files, const std::string& modFolder);
 
-/// Removes the known folders that are empty, children first. What cannot be removed stays.
-void RemoveSubfolders(FileSystem& files, const std::string& modFolder);
+/// Removes the known folders that are empty, children first, and returns how many. What cannot be removed
+/// stays.
+std::size_t RemoveSubfolders(FileSystem& files, const std::string& modFolder);
 
 } // namespace quillbay

@@ -3,8 +3,6 @@
 #include "common/PathText.h"
 #include "library/FolderMaker.h"
 
-#include <algorithm>
-#include <iterator>
 #include <unordered_set>
 
 namespace quillbay {
@@ -23,10 +21,13 @@ public:
         SweepLeftovers(files_, plan_);
         DeleteFiles();
         RestoreFiles();
-        if (!plan_.installed) return std::move(result_);
-        HandOver();
-        result_.strangers = plan_.strangers;
-        if (result_.BackupStays() || !GiveUpBackup()) KeepBackup();
+        if (plan_.installed) {
+            HandOver();
+            result_.strangers = plan_.strangers;
+            if (result_.BackupStays() || !GiveUpBackup()) KeepBackup();
+        }
+        const auto total = plan_.items.size();
+        Report(JobPhase::DeletingBackup, total, total);
         return std::move(result_);
     }
 
@@ -147,29 +148,31 @@ private:
             if (!saved.empty()) Ignore(files_.RemoveFile(swept + saved.substr(backup.size())));
         }
         Ignore(files_.RemoveTree(swept));
-        Report(JobPhase::DeletingBackup, total, total);
         return true;
     }
 
     /// `Backup` keeps what could not be put back, what is not the mod's, and the copies that a second
     /// uninstallation would otherwise take for the mod's own files and delete from the game.
     void KeepBackup() {
-        if (HoldBackupTime(files_, *plan_.installed)) return;
+        const auto& backup = plan_.installed->backup;
+        const bool isHeld = !HoldBackupTime(files_, *plan_.installed);
+        // Without a note of its time nothing directly in `Backup` may change.
+        const auto mayChange = [&](const std::string& path) { return isHeld || Parent(path) != backup; };
         const auto total = plan_.items.size();
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
             const auto& item = plan_.items[i];
-            if (item.savedPath.empty()) continue;
+            if (item.savedPath.empty() || !mayChange(item.savedPath)) continue;
             if (!inPlace_[i] || MayBeModsOwn(item))
                 EndSharing(item.savedPath);
             else
                 Ignore(files_.RemoveFile(item.savedPath));
         }
         for (const auto& path : plan_.strangers)
-            EndSharing(path);
+            if (mayChange(path)) EndSharing(path);
+        if (!isHeld) return;
         RemoveEmptyBackupFolders();
         RestoreBackupTime(files_, *plan_.installed);
-        Report(JobPhase::DeletingBackup, total, total);
     }
 
     bool MayBeModsOwn(const UninstallItem& item) const {
@@ -229,7 +232,7 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
         for (const auto& mod : plan.otherMods) {
             if (mod.installed <= plan.installed->installed) continue;
             plan.laterMods.push_back(
-                {mod, ListKnownFolders(files, mod.backup, Detail::Names, {}, &plan.failure)});
+                {mod, ListKnownFolders(files, mod.backup, Detail::Names, &plan.failure)});
             AddLeftovers(plan.laterMods.back().backupFolders, plan.leftoverFiles);
         }
     }

@@ -6,6 +6,7 @@
 #include "ui_frmInstalledMods.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillbay {
 

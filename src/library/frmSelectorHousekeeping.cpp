@@ -1,4 +1,6 @@
 #include "common/AskText.h"
+#include "common/Disabled.h"
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -12,19 +14,6 @@
 namespace quillbay {
 
 namespace {
-
-/// Takes a control or menu item away for as long as a command runs.
-template <typename Control>
-class Disabled {
-public:
-    explicit Disabled(Control& control) : control_(control) { control_.setEnabled(false); }
-    ~Disabled() { control_.setEnabled(true); }
-    Disabled(const Disabled&) = delete;
-    Disabled& operator=(const Disabled&) = delete;
-
-private:
-    Control& control_;
-};
 
 bool RemovalConfirmed(QWidget* window, const QString& name, RemovalState state) {
     return Confirmed(
@@ -62,6 +51,11 @@ void frmSelector::RemoveMod() {
                                   [&](std::size_t done, std::size_t total) { progress.Set(done, total); });
     }
     RefreshModList({});
+    OutcomeText outcome(ToQString(DisplayName(row->text)) +
+                        (failure ? QStringLiteral(" could not be removed whole")
+                                 : QStringLiteral(" is removed from the disk")));
+    if (failure) outcome.Note(WithPath(QStringLiteral("Still there:"), folder, failure));
+    ShowOutcome(outcome);
     if (failure) {
         ShowError(this, WithPath(QStringLiteral("A part of the mod could not be removed and is still there."),
                                  folder, failure));
@@ -78,6 +72,7 @@ void frmSelector::MakeNewModFolder() {
     const ModPath made{FromQString(*answer)};
     switch (MakeModFolder(files, ModsFolder(ProgramDirectory), made.text)) {
     case NewFolderOutcome::Made:
+        ShowOutcome(OutcomeText(QStringLiteral("The mod folder ") + *answer + QStringLiteral(" is made")));
         break;
     case NewFolderOutcome::Exists:
         ShowMessage(this, QStringLiteral("Folder already exists."));
@@ -118,10 +113,15 @@ void frmSelector::MakeModSubfolders() {
                                             QStringLiteral("Are you sure you want to make these folders?"),
                                             QStringLiteral("Make subfolders?"));
     if (!folder) return;
-    const SubfolderFailure failure = MakeSubfolders(services_.files, *folder);
-    if (failure.error) {
-        ShowError(this,
-                  WithPath(QStringLiteral("Not all folders could be made."), failure.path, failure.error));
+    const SubfolderResult result = MakeSubfolders(services_.files, *folder);
+    OutcomeText outcome(QStringLiteral("Made %1 folders in the mod").arg(result.made));
+    if (result.error) {
+        const QString why =
+            WithPath(QStringLiteral("Not all folders could be made."), result.failed, result.error);
+        ShowOutcome(outcome.Note(why));
+        ShowError(this, why);
+    } else {
+        ShowOutcome(outcome);
     }
 }
 
@@ -129,7 +129,9 @@ void frmSelector::RemoveModSubfolders() {
     const auto folder = FolderForSubfolders(*ui_->menuModCurrentModRemoveSubfolders,
                                             QStringLiteral("Are you sure you want to remove these folders?"),
                                             QStringLiteral("Delete subfolders?"));
-    if (folder) RemoveSubfolders(services_.files, *folder);
+    if (!folder) return;
+    const std::size_t removed = RemoveSubfolders(services_.files, *folder);
+    ShowOutcome(OutcomeText(QStringLiteral("Removed %1 empty folders from the mod").arg(removed)));
 }
 
 } // namespace quillbay

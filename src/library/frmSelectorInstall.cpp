@@ -1,3 +1,5 @@
+#include "common/Hourglass.h"
+#include "common/OutcomeText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
 #include "library/InstalledMods.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QPointer>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -28,7 +31,6 @@ public:
     }
     ~BusyCommand() {
         SetCaption(idleCaption_);
-        ShowArrow();
         window_.SetMainMenusEnabled(true);
         SetEnabled(true);
         if (focus_ && window_.focusWidget() == focusMeanwhile_) focus_->setFocus();
@@ -41,14 +43,8 @@ public:
         button_.setText(text);
         button_.repaint();
     }
-    void ShowHourglass() {
-        if (!hourglass_) QApplication::setOverrideCursor(Qt::WaitCursor);
-        hourglass_ = true;
-    }
-    void ShowArrow() {
-        if (hourglass_) QApplication::restoreOverrideCursor();
-        hourglass_ = false;
-    }
+    void ShowHourglass() { hourglass_.emplace(); }
+    void ShowArrow() { hourglass_.reset(); }
 
 private:
     void SetEnabled(bool enabled) {
@@ -62,7 +58,7 @@ private:
     const QString idleCaption_;
     QPointer<QWidget> focus_;
     QPointer<QWidget> focusMeanwhile_; ///< where the toolkit moved it when the button was disabled
-    bool hourglass_ = false;
+    std::optional<Hourglass> hourglass_;
 };
 
 void TellFolderGone(QWidget* window) {
@@ -90,22 +86,30 @@ bool HasGame(QWidget* window, GameDirectoryState state) {
     return false;
 }
 
-void ReportInstall(QWidget* window, const InstallResult& result) {
-    QString sentence;
-    switch (result.outcome) {
+/// Empty when the mod was installed.
+QString WhyNothingWasInstalled(InstallOutcome outcome) {
+    switch (outcome) {
     case InstallOutcome::Done:
-        return;
+        return {};
     case InstallOutcome::Unreadable:
-        sentence = QStringLiteral("Nothing was installed, because this could not be read.");
-        break;
+        return QStringLiteral("Nothing was installed, because this could not be read.");
     case InstallOutcome::NoBackup:
-        sentence = QStringLiteral("Nothing was installed, because the backup could not be made.");
-        break;
+        return QStringLiteral("Nothing was installed, because the backup could not be made.");
     case InstallOutcome::UnsafeFile:
-        sentence = QStringLiteral("Nothing was installed, because this file of the game could not be saved.");
-        break;
+        return QStringLiteral("Nothing was installed, because this file of the game could not be saved.");
     }
-    ShowError(window, WithPath(sentence, result.concerned, result.error));
+    return {};
+}
+
+OutcomeText Describe(const InstallResult& result, const QString& name) {
+    if (result.outcome != InstallOutcome::Done)
+        return OutcomeText(name + QStringLiteral(" was not installed"))
+            .Note(WithPath(WhyNothingWasInstalled(result.outcome), result.concerned, result.error));
+    return OutcomeText(name + QStringLiteral(" is installed"))
+        .Count(result.installed, QStringLiteral("copied"))
+        .Count(result.saved, QStringLiteral("of the game saved before"))
+        .Files(result.notSaved, QStringLiteral("skipped because the game's could not be saved"))
+        .Files(result.notCopied, QStringLiteral("could not be copied"));
 }
 
 /// The first of the reasons for which `Backup` is still there; empty when it is gone.
@@ -122,15 +126,28 @@ QString WhyBackupStays(const UninstallResult& result) {
     return result.backupNotRemoved ? Reason(result.backupNotRemoved) : QString();
 }
 
-void ReportUninstall(QWidget* window, const UninstallResult& result) {
-    if (result.failure) {
-        ShowError(window, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
-                                   result.failure.path, result.failure.error));
-    } else if (result.BackupStays()) {
-        ShowError(window, QStringLiteral("The mod's Backup folder stays, and the mod still counts as "
-                                         "installed. ") +
-                              WhyBackupStays(result));
-    }
+/// Empty when `Backup` is gone.
+QString WhyStillInstalled(const UninstallResult& result) {
+    if (result.failure)
+        return WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
+                        result.failure.path, result.failure.error);
+    if (!result.BackupStays()) return {};
+    return QStringLiteral("The mod's Backup folder stays, and the mod still counts as installed. ") +
+           WhyBackupStays(result);
+}
+
+OutcomeText Describe(const UninstallResult& result, const QString& name) {
+    const bool stays = result.failure || result.BackupStays();
+    return OutcomeText(name + (stays ? QStringLiteral(" still counts as installed")
+                                     : QStringLiteral(" is uninstalled")))
+        .Count(result.deleted, QStringLiteral("removed"))
+        .Count(result.restored, QStringLiteral("restored"))
+        .Files(result.notOurs, QStringLiteral("kept because they are not the mod's"))
+        .Files(result.notDeleted, QStringLiteral("could not be removed"))
+        .Files(result.notRestored, QStringLiteral("could not be restored"))
+        .Files(result.notHandedOver, QStringLiteral("saved by later mods could not be corrected"))
+        .Files(result.strangers, QStringLiteral("in Backup are not the mod's"))
+        .Note(WhyStillInstalled(result));
 }
 
 } // namespace
@@ -163,16 +180,18 @@ std::optional<ModJob> frmSelector::JobForSelection(QString& displayName) {
 
 bool frmSelector::ModStillThere(const ModJob& job) {
     RefreshModList({.hideProgress = true, .keepControls = true, .keepDetails = true});
-    const auto folder = services_.files.Stat(job.ModFolder());
-    return folder && folder->kind == EntryKind::Folder;
+    if (ModExists(services_.files, job.modsFolder, job.mod)) return true;
+    // The list has selected another mod meanwhile.
+    ShowModDetails();
+    return false;
 }
 
 void frmSelector::InstallMod() {
     if (!CanStart(*ui_->menuModInstall)) return;
     InstallResult result;
+    QString name;
     {
         BusyCommand busy(*this, *ui_->cmdInstallMod, *ui_->menuModInstall);
-        QString name;
         const auto job = JobForSelection(name);
         if (!job) return;
         if (!Confirmed(this,
@@ -199,17 +218,18 @@ void frmSelector::InstallMod() {
         result = CopyMod(*job, [&busy] { busy.SetCaption(QStringLiteral("Copying files")); });
         RefreshModList({});
     }
+    ShowOutcome(Describe(result, name));
     if (result.outcome == InstallOutcome::Done) {
         QApplication::beep();
     } else {
-        ReportInstall(this, result);
+        ShowError(this, WithPath(WhyNothingWasInstalled(result.outcome), result.concerned, result.error));
     }
 }
 
 InstallResult frmSelector::CopyMod(const ModJob& job, const std::function<void()>& onCopying) {
     ShownProgress progress(*ui_->pgbPercent);
-    const std::size_t shownFiles = details_.ShownFileCount().value_or(0);
     const InstallPlan plan = PlanInstall(services_.files, job);
+    const std::size_t shownFiles = details_.ShownFileCount().value_or(plan.items.size());
     return RunInstall(services_.files, plan, [&](JobPhase phase, std::size_t done, std::size_t) {
         if (phase != JobPhase::Copying) return;
         onCopying();
@@ -220,9 +240,9 @@ InstallResult frmSelector::CopyMod(const ModJob& job, const std::function<void()
 void frmSelector::UninstallMod() {
     if (!CanStart(*ui_->menuModUninstall)) return;
     UninstallResult result;
+    QString name;
     {
         BusyCommand busy(*this, *ui_->cmdUninstallMod, *ui_->menuModUninstall);
-        QString name;
         const auto job = JobForSelection(name);
         if (!job) return;
         if (!Confirmed(this,
@@ -249,7 +269,8 @@ void frmSelector::UninstallMod() {
         result = TakeModOut(*job, [&busy](const QString& caption) { busy.SetCaption(caption); });
         RefreshModList({.hideProgress = true, .keepControls = true});
     }
-    ReportUninstall(this, result);
+    ShowOutcome(Describe(result, name));
+    if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(this, why);
 }
 
 UninstallResult frmSelector::TakeModOut(const ModJob& job,

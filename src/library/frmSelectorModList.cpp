@@ -1,12 +1,16 @@
+#include "common/Hourglass.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "library/InstalledMods.h"
-#include "platform/FileSystem.h"
+#include "library/KnownFolders.h"
+#include "shell/GameDirectory.h"
+#include "shell/ShownProgress.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
-#include <QApplication>
 #include <QPointer>
+
+#include <optional>
 
 namespace quillbay {
 
@@ -18,10 +22,8 @@ public:
     explicit RefreshControls(Ui::frmSelector& controls)
         : controls_(controls), focus_(controls.lstMods->window()->focusWidget()) {
         SetEnabled(false);
-        QApplication::setOverrideCursor(Qt::WaitCursor);
     }
     ~RefreshControls() {
-        QApplication::restoreOverrideCursor();
         SetCaption(QStringLiteral("&Refresh Mod List"));
         SetEnabled(true);
         if (focus_) focus_->setFocus();
@@ -43,7 +45,21 @@ private:
 
     Ui::frmSelector& controls_;
     QPointer<QWidget> focus_;
+    const Hourglass hourglass_;
 };
+
+/// Gives the list these texts; one that has them already is left alone.
+void FillSortItems(QListWidget& list, const std::vector<ModRow>& rows) {
+    QStringList texts;
+    for (const ModRow& row : rows)
+        texts += ToQString(row.text);
+    bool isFilled = list.count() == texts.size();
+    for (int row = 0; isFilled && row < list.count(); ++row)
+        isFilled = list.item(row)->text() == texts[row];
+    if (isFilled) return;
+    list.clear();
+    list.addItems(texts);
+}
 
 } // namespace
 
@@ -53,17 +69,31 @@ void frmSelector::RefreshModList(const RefreshOptions& options) {
         std::optional<RefreshControls> controls;
         if (!options.keepControls) controls.emplace(*ui_);
         PrepareModsFolder(files, ProgramDirectory);
-        if (!options.skipCount) {
-            if (controls) controls->SetCaption(QStringLiteral("Counting files"));
+        if (controls && !options.skipCount) {
+            controls->SetCaption(QStringLiteral("Counting files"));
             CountGameFiles(options);
         }
         if (controls) controls->SetCaption(QStringLiteral("Refresing mod list"));
         ui_->lstMods->SetRows(ScanModLibrary(files, ModsFolder(ProgramDirectory)));
-        ui_->lstMods->SelectFirstIfNone();
     }
     emit ModListRebuilt();
     SetButtonsFor(ui_->lstMods->SelectedRow());
     if (!options.keepDetails) ShowModDetails();
+}
+
+void frmSelector::CountGameFiles(const RefreshOptions& options) {
+    if (!IsExistingFolder(services_.files, GameDirectory)) {
+        ui_->lblT2NumOfFiles->setText(QLatin1String(kNoFolderCount));
+        return;
+    }
+    std::optional<ShownProgress> progress;
+    if (!options.hideProgress) progress.emplace(*ui_->pgbPercent);
+    const std::size_t total =
+        CountKnownFiles(services_.files, GameDirectory, [&](std::size_t position, std::size_t) {
+            if (progress) progress->Set(position + 1, kGameFolderCount);
+            return true;
+        });
+    ui_->lblT2NumOfFiles->setText(QString::number(total));
 }
 
 void frmSelector::lstMods_Click() {
@@ -86,10 +116,8 @@ void frmSelector::timRefreshModList_Timer() {
     FileSystem& files = services_.files;
     const bool made = PrepareModsFolder(files, ProgramDirectory);
     const auto rows = ScanModLibrary(files, ModsFolder(ProgramDirectory));
+    FillSortItems(*ui_->lstSortItems, rows);
     if (!made && rows == ui_->lstMods->Rows()) return;
-    ui_->lstSortItems->clear();
-    for (const ModRow& row : rows)
-        ui_->lstSortItems->addItem(ToQString(row.text));
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true});
 }
 

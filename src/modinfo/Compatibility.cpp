@@ -11,7 +11,7 @@ namespace quillbay {
 ComparedFiles ListComparedFiles(const FileSystem& files, std::string_view base,
                                 std::span<const std::string_view> leftOut) {
     ComparedFiles found;
-    const KnownFolders known = ListKnownFolders(files, base, Detail::Names, {}, &found.failure);
+    const KnownFolders known = ListKnownFolders(files, base, Detail::Names, &found.failure);
     if (known[kKnownFolderCount].empty() && !found.failure)
         found.failure = {std::string(base), std::make_error_code(std::errc::no_such_file_or_directory)};
 

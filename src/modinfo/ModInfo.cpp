@@ -97,11 +97,14 @@ ModInfoCaptions MakeModInfoCaptions(const std::optional<ModInfoValues>& values) 
     return captions;
 }
 
-bool HasCutCaption(const ModInfoValues& values) {
-    return std::any_of(kFields.begin(), kFields.end(), [&](const Field& field) {
+std::vector<std::string_view> CutFields(const ModInfoValues& values) {
+    std::vector<std::string_view> cut;
+    for (const Field& field : kFields) {
         const std::string text = DecodeSystemText((values.*field.value).value_or(std::string()));
-        return CutText(text, kMaxShownCharacters).size() < text.size();
-    });
+        if (CutText(text, kMaxShownCharacters).size() < text.size())
+            cut.push_back(field.prefix.substr(0, field.prefix.find(':')));
+    }
+    return cut;
 }
 
 EncodedText EncodeModInfo(const ModInfoCaptions& values) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillbay {
 
@@ -50,8 +51,8 @@ struct ModInfoCaptions {
 /// `values` of a present file; `std::nullopt` for an absent one. A value of blanks only counts as none.
 ModInfoCaptions MakeModInfoCaptions(const std::optional<ModInfoValues>& values);
 
-/// True when the caption of a value is cut, so that whoever sees it does not see the whole value.
-bool HasCutCaption(const ModInfoValues& values);
+/// The names of the fields whose caption is cut, so that whoever sees it does not see the whole value.
+std::vector<std::string_view> CutFields(const ModInfoValues& values);
 
 /// A ModInfo.txt of these values: five field lines with an empty line between each two, every one ending in
 /// CR LF. The values stand as they are; a line end in one of them ends its line in the file too.

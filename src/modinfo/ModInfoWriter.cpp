@@ -3,23 +3,27 @@
 #include "common/PathText.h"
 #include "library/FindEntry.h"
 
+#include <utility>
+
 namespace quillbay {
 
-ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values) {
+ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values,
+                           CutValues cutValues) {
     const auto failed = [](std::error_code error) {
-        return ModInfoResult{ModInfoOutcome::Failed, {}, error};
+        return ModInfoResult{ModInfoOutcome::Failed, {}, {}, error};
     };
     const EncodedText text = EncodeModInfo(values);
-    if (text.unencodable) return {ModInfoOutcome::Unencodable, *text.unencodable, {}};
+    if (text.unencodable) return {ModInfoOutcome::Unencodable, *text.unencodable, {}, {}};
 
     const auto entries = files.List(modFolder, Detail::Names);
     if (!entries) return failed(entries.Error());
     const DirEntry* old = FindEntry(*entries, kModInfoName, EntryKind::File);
     const std::string path = Join(modFolder, old ? old->name : kModInfoName);
-    if (old) {
+    if (old && cutValues == CutValues::Keep) {
         const auto oldValues = ReadModInfo(files, path);
         if (!oldValues) return failed(std::make_error_code(std::errc::io_error));
-        if (HasCutCaption(*oldValues)) return {ModInfoOutcome::CutValue, {}, {}};
+        auto cutFields = CutFields(*oldValues);
+        if (!cutFields.empty()) return {ModInfoOutcome::CutValue, {}, std::move(cutFields), {}};
     }
     if (const auto error = files.WriteFile(path, text.bytes)) return failed(error);
     return {};

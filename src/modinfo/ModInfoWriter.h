@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace quillbay {
 
@@ -18,12 +19,17 @@ enum class ModInfoOutcome {
 
 struct ModInfoResult {
     ModInfoOutcome outcome = ModInfoOutcome::Written;
-    std::string character; ///< of Unencodable, UTF-8
-    std::error_code error; ///< of Failed
+    std::string character;                   ///< of Unencodable, UTF-8
+    std::vector<std::string_view> cutFields; ///< of CutValue: their names
+    std::error_code error;                   ///< of Failed
 };
+
+/// What becomes of values in the old file whose caption is cut.
+enum class CutValues { Keep, Lose };
 
 /// Makes the ModInfo.txt of a mod, or replaces it as a whole, also one in another letter case: the one whose
 /// values are shown. Unless the outcome is Written, nothing has changed. The mod's folder must exist.
-ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values);
+ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values,
+                           CutValues cutValues = CutValues::Keep);
 
 } // namespace quillbay

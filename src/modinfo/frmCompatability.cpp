@@ -1,5 +1,6 @@
 #include "modinfo/frmCompatability.h"
 
+#include "common/Disabled.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -25,25 +26,12 @@ constexpr QLatin1String kGameRow("(Tempest II Directory)");
 constexpr QLatin1String kOutOfMemory("Out of memory");
 
 /// The controls of a check that takes a while, for as long as it lives.
-class LongCheck {
-public:
+struct LongCheck {
     explicit LongCheck(Ui::frmCompatability& controls)
-        : controls_(SetListsEnabled(controls, false)), progress_(*controls.pgbProgress) {}
-    ~LongCheck() { SetListsEnabled(controls_, true); }
-    LongCheck(const LongCheck&) = delete;
-    LongCheck& operator=(const LongCheck&) = delete;
+        : first(*controls.lstBox1), second(*controls.lstBox2), progress(*controls.pgbProgress) {}
 
-    ShownProgress& Progress() { return progress_; }
-
-private:
-    static Ui::frmCompatability& SetListsEnabled(Ui::frmCompatability& controls, bool enabled) {
-        controls.lstBox1->setEnabled(enabled);
-        controls.lstBox2->setEnabled(enabled);
-        return controls;
-    }
-
-    Ui::frmCompatability& controls_;
-    ShownProgress progress_;
+    const Disabled<QListWidget> first, second;
+    ShownProgress progress;
 };
 
 QString Describe(const ComparedFiles& files, const QString& name) {
@@ -124,12 +112,14 @@ void frmCompatability::CheckCompatibility() {
 
     timAfter_->stop();
     const QPointer<QWidget> focus = focusWidget();
-    ui_->cmdCheck->setEnabled(false);
-    ui_->lblMod1->setText(QStringLiteral("Mods: ") + first->name + QStringLiteral(" and"));
-    ui_->lblMod2->setText(QString(kNameIndent, u' ') + second->name);
-    ui_->lstIncompatable->setReadOnly(false);
-    const QString error = ListCommonFiles(*first, *second);
-    ui_->cmdCheck->setEnabled(true);
+    QString error;
+    {
+        const Disabled busy(*ui_->cmdCheck);
+        ui_->lblMod1->setText(QStringLiteral("Mods: ") + first->Name() + QStringLiteral(" and"));
+        ui_->lblMod2->setText(QString(kNameIndent, u' ') + second->Name());
+        ui_->lstIncompatable->setReadOnly(false);
+        error = ListCommonFiles(*first, *second);
+    }
     if (error.isEmpty()) {
         timAfter_->start();
         return;
@@ -140,6 +130,8 @@ void frmCompatability::CheckCompatibility() {
     ShowError(this, ErrorText(error));
 }
 
+QString frmCompatability::Side::Name() const { return ToQString(DisplayName(FromQString(row))); }
+
 std::optional<frmCompatability::Side> frmCompatability::SelectedSide(const QListWidget& list) const {
     const auto selected = list.selectedItems();
     if (selected.isEmpty()) return std::nullopt;
@@ -147,8 +139,7 @@ std::optional<frmCompatability::Side> frmCompatability::SelectedSide(const QList
     const QVariant path = item.data(Qt::UserRole);
     if (!path.isValid()) return Side{item.text(), main_.GameDirectory};
     const std::string mod = FromQString(path.toString());
-    return Side{ToQString(DisplayName(FromQString(item.text()))),
-                mod.empty() ? std::string() : Join(ModsFolder(main_.ProgramDirectory), mod)};
+    return Side{item.text(), mod.empty() ? std::string() : Join(ModsFolder(main_.ProgramDirectory), mod)};
 }
 
 bool frmCompatability::CanCompare(const std::optional<Side>& first, const std::optional<Side>& second) {
@@ -159,7 +150,7 @@ bool frmCompatability::CanCompare(const std::optional<Side>& first, const std::o
     if (!first && !second) return refuse("Please select two mods.", "Select two mods");
     if (!first) return refuse("Please select a mod in the first box.", "Select a mod");
     if (!second) return refuse("Please select a mod in the second box.", "Select a mod");
-    if (first->folder == second->folder) return refuse("Please select two different mods.", "Same mod");
+    if (first->row == second->row) return refuse("Please select two different mods.", "Same mod");
     return true;
 }
 
@@ -168,20 +159,20 @@ QString frmCompatability::ListCommonFiles(const Side& first, const Side& second)
     QPlainTextEdit& result = *ui_->lstIncompatable;
 
     const ComparedFiles firstFiles = ListComparedFiles(files, first.folder);
-    if (!firstFiles.Usable()) return Describe(firstFiles, first.name);
+    if (!firstFiles.Usable()) return Describe(firstFiles, first.Name());
     std::optional<LongCheck> longCheck;
     if (firstFiles.paths.size() > kMostFilesWithoutProgress) {
         result.setPlainText(QStringLiteral("(Checking compatability.)"));
         longCheck.emplace(*ui_);
     }
     const ComparedFiles secondFiles = ListComparedFiles(files, second.folder, kDescriptionFiles);
-    if (!secondFiles.Usable()) return Describe(secondFiles, second.name);
+    if (!secondFiles.Usable()) return Describe(secondFiles, second.Name());
 
     result.setFocus();
     QStringList lines;
     for (const std::string& path :
          CommonPaths(firstFiles.paths, secondFiles.paths, [&](std::size_t done, std::size_t total) {
-             if (longCheck) longCheck->Progress().Set(done, total);
+             if (longCheck) longCheck->progress.Set(done, total);
          }))
         lines += ToQString(path);
     // In one go: appending line by line would lay the text out anew each time.

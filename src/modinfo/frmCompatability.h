@@ -32,8 +32,11 @@ protected:
 
 private:
     struct Side {
-        QString name;
+        QString row;
         std::string folder; ///< empty for a row that stands for no mod
+
+        /// The row without the blanks of an addon row.
+        QString Name() const;
     };
 
     void cmdCheck_Click() { CheckCompatibility(); }

@@ -1,5 +1,6 @@
 #include "modinfo/frmEditModInfo.h"
 
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/PlainToolTip.h"
 #include "common/QtText.h"
@@ -74,6 +75,8 @@ void frmEditModInfo::Form_Load() {
     ShowPreviews();
 }
 
+void frmEditModInfo::Form_OpenedAgain() { main_.ShowModDetails(); }
+
 void frmEditModInfo::FollowModList() {
     if (!isVisible()) return;
     const ModPath chosen = ChosenMod();
@@ -84,6 +87,10 @@ void frmEditModInfo::FollowModList() {
 void frmEditModInfo::FollowDetails() {
     if (!isVisible()) return;
     const ModPath before = std::exchange(followed_, SelectedMod());
+    if (followed_.Empty()) {
+        Choose({}); // and no captions to take over: the texts stay
+        return;
+    }
     if (followed_ != before) {
         const auto& rows = main_.ModRows();
         const bool isGone =
@@ -100,8 +107,11 @@ void frmEditModInfo::FollowDetails() {
 void frmEditModInfo::FillCombo() {
     const QSignalBlocker quiet(ui_->cboMod);
     ui_->cboMod->clear();
-    for (const ModRow& row : main_.ModRows()) {
-        if (row.path.Empty()) continue;
+    const std::vector<ModRow>& known = main_.ModRows();
+    for (const ModRow& row :
+         ScanModLibrary(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), ModOrder::AsListed)) {
+        // What the main list does not have yet comes with its next refresh.
+        if (row.path.Empty() || std::find(known.begin(), known.end(), row) == known.end()) continue;
         ui_->cboMod->addItem(ToQString(row.text), ToQString(row.path.text));
     }
 }
@@ -148,16 +158,24 @@ void frmEditModInfo::cmdMakeFile_Click() {
         return;
     }
     const ModInfoCaptions texts = Texts();
-    const auto answer =
-        ShowMessage(this, QStringLiteral("Are you sure you want to make the file?"),
-                    QStringLiteral("Make file?"), QMessageBox::Question, QMessageBox::Yes | QMessageBox::No);
-    if (answer != QMessageBox::Yes) return;
-    const ModInfoResult result =
-        WriteModInfo(main_.GetServices().files, Join(ModsFolder(main_.ProgramDirectory), mod.text), texts);
+    if (!Confirmed(this, QStringLiteral("Are you sure you want to make the file?"),
+                   QStringLiteral("Make file?"))) {
+        return;
+    }
+    FileSystem& files = main_.GetServices().files;
+    const std::string folder = Join(ModsFolder(main_.ProgramDirectory), mod.text);
+    ModInfoResult result = WriteModInfo(files, folder, texts);
+    if (result.outcome == ModInfoOutcome::CutValue) {
+        if (!MayLose(result.cutFields)) return;
+        result = WriteModInfo(files, folder, texts, CutValues::Lose);
+    }
     if (result.outcome != ModInfoOutcome::Written) {
+        main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt is as it was")));
         Report(result);
         return;
     }
+    main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt of ") + ui_->cboMod->currentText().trimmed() +
+                                  QStringLiteral(" is written")));
     main_.ShowModDetails();
     if (SelectedMod() == mod) FillBoxes(main_.ShownCaptions());
     activateWindow();
@@ -167,20 +185,28 @@ void frmEditModInfo::Report(const ModInfoResult& result) {
     QString text;
     switch (result.outcome) {
     case ModInfoOutcome::Written:
+    case ModInfoOutcome::CutValue:
         return;
     case ModInfoOutcome::Unencodable:
         text = QStringLiteral("ModInfo.txt was not written, because it cannot hold this character: ") +
                ToQString(result.character);
-        break;
-    case ModInfoOutcome::CutValue:
-        text = QStringLiteral("ModInfo.txt was not written, because it holds a text that is too long to be "
-                              "shown whole here and would be lost.");
         break;
     case ModInfoOutcome::Failed:
         text = QStringLiteral("ModInfo.txt could not be written.\n\n") + Reason(result.error);
         break;
     }
     ShowError(this, text);
+}
+
+bool frmEditModInfo::MayLose(const std::vector<std::string_view>& cutFields) {
+    QStringList names;
+    for (const std::string_view field : cutFields)
+        names += ToQString(field);
+    return Confirmed(this,
+                     QStringLiteral("The mod's ModInfo.txt holds more text than can be shown here. What is "
+                                    "not shown of this will be lost: ") +
+                         names.join(QStringLiteral(", ")) + QStringLiteral("\n\nReplace the file?"),
+                     QStringLiteral("Make file?"), QMessageBox::Warning);
 }
 
 ModInfoCaptions frmEditModInfo::Texts() const {

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 class QLabel;
@@ -30,6 +32,7 @@ public:
 
 protected:
     void Form_Load() override;
+    void Form_OpenedAgain() override;
 
 private:
     struct ValueBox {
@@ -63,6 +66,8 @@ private:
     void FillBoxes(const ModInfoCaptions& captions);
     void ShowPreview(const ValueBox& box);
     void ShowPreviews();
+    /// Asks whether the values that were too long to be shown may go.
+    bool MayLose(const std::vector<std::string_view>& cutFields);
     void Report(const ModInfoResult& result);
 
     frmSelector& main_;

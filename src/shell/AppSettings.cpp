@@ -1,12 +1,25 @@
 #include "shell/AppSettings.h"
 
+#include "common/QtText.h"
+#include "common/modMisc.h"
 #include "platform/window/SettingsLocation.h"
+
+#include <cmath>
 
 namespace quillbay {
 
 namespace {
 
 QString Address(const QString& section, const QString& key) { return section + QLatin1Char('/') + key; }
+
+QString ReadText(const AppSettings& settings, const Preference& preference) {
+    return settings.GetAppSetting(QLatin1String(preference.section), QLatin1String(preference.key),
+                                  QLatin1String(preference.fallback));
+}
+
+void SaveText(AppSettings& settings, const Preference& preference, const QString& text) {
+    settings.SaveAppSetting(QLatin1String(preference.section), QLatin1String(preference.key), text);
+}
 
 } // namespace
 
@@ -24,6 +37,22 @@ void UserSettings::SaveAppSetting(const QString& section, const QString& key, co
     const auto store = OpenUserSettings();
     store->setValue(Address(section, key), value);
     store->sync();
+}
+
+bool ReadSwitch(const AppSettings& settings, const Preference& preference) {
+    return ReadText(settings, preference) == QLatin1String("True");
+}
+
+void SaveSwitch(AppSettings& settings, const Preference& preference, bool on) {
+    SaveText(settings, preference, on ? QStringLiteral("True") : QStringLiteral("False"));
+}
+
+double ReadNumber(const AppSettings& settings, const Preference& preference) {
+    return std::round(ParseLeadingNumber(FromQString(ReadText(settings, preference))));
+}
+
+void SaveNumber(AppSettings& settings, const Preference& preference, int number) {
+    SaveText(settings, preference, QString::number(number));
 }
 
 } // namespace quillbay

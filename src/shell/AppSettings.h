@@ -25,4 +25,26 @@ public:
     void SaveAppSetting(const QString& section, const QString& key, const QString& value) override;
 };
 
+/// One of the texts that are kept, with what counts while there is none.
+struct Preference {
+    const char* section;
+    const char* key;
+    const char* fallback;
+};
+
+// All there are.
+inline constexpr Preference kXAxisPreference{"Smooth Closing", "XAxis", "True"};
+inline constexpr Preference kYAxisPreference{"Smooth Closing", "YAxis", "True"};
+inline constexpr Preference kSimultaneousPreference{"Smooth Closing", "Simultaneous", "False"};
+inline constexpr Preference kMainWindowOnlyPreference{"Smooth Closing", "Main Window Only", "True"};
+inline constexpr Preference kFadeIntensityPreference{"Fade", "Intensity", "237"};
+inline constexpr Preference kFadeSpeedPreference{"Fade", "Speed", "1"};
+
+/// On when the text is exactly "True".
+bool ReadSwitch(const AppSettings& settings, const Preference& preference);
+void SaveSwitch(AppSettings& settings, const Preference& preference, bool on);
+/// The number that the text begins with, rounded to a whole one; 0 when it begins with none.
+double ReadNumber(const AppSettings& settings, const Preference& preference);
+void SaveNumber(AppSettings& settings, const Preference& preference, int number);
+
 } // namespace quillbay

@@ -57,8 +57,6 @@ BatchResult WriteBatch(FileSystem& files, std::string_view gameDirectory, std::s
         return result;
     };
     if (!IsExistingFolder(files, gameDirectory)) return stop(BatchOutcome::GameMissing);
-    const auto executable = files.Stat(Join(gameDirectory, kGameExecutable));
-    if (!executable || executable->kind != EntryKind::File) return stop(BatchOutcome::ExecutableMissing);
     const auto dosFolder = ShortPath(gameDirectory);
     if (!dosFolder) return stop(BatchOutcome::NoDosPath, dosFolder.Error());
     const EncodedText text = textFor(*dosFolder);

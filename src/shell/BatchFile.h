@@ -18,10 +18,9 @@ EncodedText MapEditorBatchText(std::string_view dosFolder, std::string_view file
 
 enum class BatchOutcome {
     Written,
-    GameMissing,       ///< no game directory; nothing was written, as in all that follow
-    ExecutableMissing, ///< no `Tempest2.exe` in it
-    NoDosPath,         ///< Windows programs cannot reach it
-    Unencodable,       ///< `character` cannot stand in a batch file
+    GameMissing, ///< no game directory; nothing was written, as in all that follow
+    NoDosPath,   ///< Windows programs cannot reach it
+    Unencodable, ///< `character` cannot stand in a batch file
     NotWritten,
 };
 

@@ -1,6 +1,7 @@
 #include "shell/GameDirectory.h"
 
 #include "common/PathText.h"
+#include "library/FindEntry.h"
 #include "platform/DosPath.h"
 
 namespace quillbay {
@@ -10,13 +11,6 @@ namespace {
 // Written by the game's installer.
 constexpr std::string_view kGameKey = R"(Software\Brightgate\Tempest II\v1.0)";
 constexpr std::string_view kInstallPath = "INSTALLPATH";
-
-bool IsFolderWithExactName(const FileSystem& files, std::string_view path) {
-    const std::string_view name = LastComponent(path);
-    if (name == "." || name == "..") return false;
-    const auto found = files.Stat(path);
-    return found && found->kind == EntryKind::Folder && found->name == name;
-}
 
 } // namespace
 
@@ -38,7 +32,7 @@ Candidate CheckCandidate(const FileSystem& files, std::string_view typed, std::s
     const bool hasSeparator = name.size() < typed.size();
     if (!hasSeparator || name.empty()) {
         candidate.state = CandidateState::NoName;
-    } else if (typed != current && IsFolderWithExactName(files, typed)) {
+    } else if (typed != current && IsFolderSpelled(files, typed)) {
         candidate.state = CandidateState::Accepted;
     }
     return candidate;

@@ -1,5 +1,6 @@
 #include "shell/ManagerItems.h"
 
+#include "catalogue/FileListText.h"
 #include "common/PathText.h"
 #include "platform/CaseFold.h"
 #include "shell/GameDirectory.h"
@@ -19,13 +20,14 @@ ManagerItems FindManagerItems(const FileSystem& files, std::string_view gameDire
                 return entry.name == name && entry.IsPlainFile();
             });
         };
-        items.hasGameExecutable = std::any_of(game.begin(), game.end(), [](const DirEntry& entry) {
+        items.launchGame = std::any_of(game.begin(), game.end(), [](const DirEntry& entry) {
             return entry.kind == EntryKind::File && EqualFolded(entry.name, kGameExecutable);
         });
-        items.hasMapEditor = std::ranges::all_of(kMapEditorMarkers, hasPlainFile);
+        items.launchMapEditor = std::ranges::all_of(kMapEditorMarkers, hasPlainFile);
+        items.installMapEditor = !items.launchMapEditor;
     }
-    const auto list = files.Stat(Join(programDirectory, "FileList.txt"));
-    items.hasFileList = list && list->kind == EntryKind::File;
+    const auto list = files.Stat(Join(programDirectory, kFileListName));
+    items.openFinder = list && list->kind == EntryKind::File;
     return items;
 }
 

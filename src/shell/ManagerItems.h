@@ -6,11 +6,12 @@
 
 namespace quillbay {
 
-/// What the Manager menu must know about the disk each time it opens.
+/// Which items of the Manager menu the disk allows to be chosen.
 struct ManagerItems {
-    bool hasGameExecutable = false; ///< a file `tempest2.exe` in any letter case in the game directory
-    bool hasMapEditor = false;      ///< both marker files of the map editor, in exactly their spelling
-    bool hasFileList = false;       ///< `FileList.txt` in the program's folder
+    bool launchGame = false;      ///< a file `tempest2.exe` in any letter case is in the game directory
+    bool installMapEditor = true; ///< not both marker files are there in exactly their spelling
+    bool launchMapEditor = false; ///< both are
+    bool openFinder = false;      ///< `FileList.txt` is in the program's folder
 };
 
 /// Lists the game directory once; what cannot be read counts as missing.

@@ -15,6 +15,7 @@
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quillbay {
@@ -67,6 +68,7 @@ MenuWindows::MenuWindows(frmSelector& main, Ui::frmSelector& controls) : windows
     for (std::size_t at = 0; at < kOpeners.size(); ++at) {
         QAction* item = controls.*kOpeners[at].item;
         QObject::connect(item, &QAction::triggered, &main, [this, at, item, &main, &controls] {
+            if (!main.IsEnabledNow(*item)) return;
             if (!windows_[at]) windows_[at] = kOpeners[at].make(main, controls, item);
             windows_[at]->Open();
         });
@@ -74,5 +76,11 @@ MenuWindows::MenuWindows(frmSelector& main, Ui::frmSelector& controls) : windows
 }
 
 MenuWindows::~MenuWindows() = default;
+
+bool MenuWindows::MayEnd() {
+    return std::ranges::all_of(windows_, [](const std::unique_ptr<EffectWindow>& window) {
+        return !window || !window->isVisible() || window->Form_QueryUnload();
+    });
+}
 
 } // namespace quillbay

@@ -20,6 +20,9 @@ public:
     MenuWindows(frmSelector& main, Ui::frmSelector& controls);
     ~MenuWindows();
 
+    /// Asks every open window whether the program may end; false when one of them must stay.
+    bool MayEnd();
+
 private:
     std::vector<std::unique_ptr<EffectWindow>> windows_;
 };

@@ -7,16 +7,11 @@
 
 namespace quillbay {
 
-namespace {
-constexpr qint64 kPaintEveryMs = 16;
-}
-
 ShownProgress::ShownProgress(QProgressBar& bar) : bar_(bar) {
     bar_.setValue(0);
     bar_.show();
     LayOut();
     bar_.window()->repaint();
-    sincePaint_.start();
 }
 
 ShownProgress::~ShownProgress() {
@@ -31,12 +26,11 @@ void ShownProgress::Set(std::size_t done, std::size_t total, int from, int to) {
     const std::size_t share = std::min(done, total) * static_cast<std::size_t>(to - from) / total;
     const int value = from + static_cast<int>(share);
     const bool atEnd = done >= total;
-    if (value == bar_.value() || (!atEnd && sincePaint_.elapsed() < kPaintEveryMs)) {
+    if (value == bar_.value() || (!atEnd && !clock_.Due())) {
         return;
     }
     // Setting the value repaints the bar at once.
     bar_.setValue(value);
-    sincePaint_.restart();
 }
 
 void ShownProgress::LayOut() {

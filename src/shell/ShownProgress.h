@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include "common/PaintClock.h"
+
+#include <cstddef>
 
 class QProgressBar;
 
@@ -25,7 +27,7 @@ private:
     void LayOut();
 
     QProgressBar& bar_;
-    QElapsedTimer sincePaint_;
+    PaintClock clock_;
 };
 
 } // namespace quillbay

@@ -1,5 +1,6 @@
 #include "shell/frmChangeT2Dir.h"
 
+#include "common/Hourglass.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "effects/EffectHost.h"
@@ -68,9 +69,11 @@ void frmChangeT2Dir::Form_Shown() {
 
 void frmChangeT2Dir::SearchGame() {
     if (!WaitUntilVisible()) return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const std::string found = FindFileInTree(SearchRoot(services_.programDirectory), kGameExecutable);
-    QApplication::restoreOverrideCursor();
+    std::string found;
+    {
+        const Hourglass hourglass;
+        found = FindFileInTree(SearchRoot(services_.programDirectory), kGameExecutable);
+    }
     if (!found.empty()) {
         ShowFolder(std::string(Parent(found)));
         return;

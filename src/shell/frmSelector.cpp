@@ -1,26 +1,23 @@
 #include "shell/frmSelector.h"
 
-#include "common/QtText.h"
+#include "common/OutcomeText.h"
+#include "common/PaintClock.h"
+#include "common/PlainToolTip.h"
 #include "common/ShowMessage.h"
 #include "common/Twips.h"
-#include "common/modMisc.h"
 #include "effects/WindowEffects.h"
 #include "library/KnownFolders.h"
 #include "modinfo/ModPicture.h"
 #include "platform/window/LayeredWindow.h"
-#include "shell/AppSettings.h"
 #include "shell/GameDirectory.h"
 #include "shell/MenuWindows.h"
-#include "shell/ShownProgress.h"
 #include "shell/frmChangeT2Dir.h"
 #include "ui_frmSelector.h"
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QElapsedTimer>
 
 #include <algorithm>
-#include <cmath>
 
 namespace quillbay {
 
@@ -31,23 +28,15 @@ constexpr int kWidth = TwipsToPixels(7095);
 constexpr int kListWidth = TwipsToPixels(2790);
 
 constexpr int kFirstDetailsAfterMs = 1000;
-constexpr qint64 kPaintEveryMs = 16;
 
-constexpr char kNoFolderCount[] = "(T2 folder not found)";
+constexpr double kOutcomeFontSize = 0.85;   ///< of the window's: fits below the list
+constexpr qsizetype kLongestOutcome = 8000; ///< characters of its tool tip
 
 QTimer* MakeTimer(QObject* parent, const char* name, int interval) {
     auto* timer = new QTimer(parent);
     timer->setObjectName(QLatin1String(name));
     timer->setInterval(interval);
     return timer;
-}
-
-/// A stored number as a byte; 0 when it is none or does not fit.
-std::uint8_t ByteSetting(const AppSettings& settings, const char* key, const char* fallback) {
-    const QString text =
-        settings.GetAppSetting(QStringLiteral("Fade"), QLatin1String(key), QLatin1String(fallback));
-    const double number = std::round(ParseLeadingNumber(FromQString(text)));
-    return number >= 0 && number <= 255 ? static_cast<std::uint8_t>(number) : std::uint8_t{0};
 }
 
 } // namespace
@@ -72,7 +61,7 @@ frmSelector::~frmSelector() = default;
 void frmSelector::ConnectControls() {
     connect(ui_->cmdInstallMod, &QPushButton::clicked, this, &frmSelector::InstallMod);
     connect(ui_->cmdUninstallMod, &QPushButton::clicked, this, &frmSelector::UninstallMod);
-    connect(ui_->cmdRefresh, &QPushButton::clicked, this, [this] { RefreshModList({}); });
+    connect(ui_->cmdRefresh, &QPushButton::clicked, this, &frmSelector::menuModRefreshModList_Click);
     connect(ui_->lstMods, &QListWidget::itemSelectionChanged, this, &frmSelector::lstMods_Click);
     connect(ui_->lstMods, &ModListView::InstallRequested, this, &frmSelector::InstallMod);
     connect(ui_->lstMods, &ModListView::UninstallRequested, this, &frmSelector::UninstallMod);
@@ -84,6 +73,7 @@ void frmSelector::ConnectControls() {
 bool frmSelector::Start() {
     timRefreshModList_->start();
     timClickMod_->start();
+    details_.ShowBeforeStart();
     SetWindowAlpha(*this, 1);
     show();
     if (isMaximized()) {
@@ -91,7 +81,6 @@ bool frmSelector::Start() {
     }
     repaint();
     GameDirectory = ReadGameDirectory(services_.registry);
-    details_.ShowBeforeStart();
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
@@ -109,34 +98,16 @@ bool frmSelector::Start() {
     return Phase != ProgramPhase::Ended;
 }
 
-void frmSelector::ReadSettings() {
-    const AppSettings& settings = services_.settings;
-    const auto isOn = [&](const char* key, const char* fallback) {
-        return settings.GetAppSetting(QStringLiteral("Smooth Closing"), QLatin1String(key),
-                                      QLatin1String(fallback)) == QLatin1String("True");
-    };
-    ui_->menuManagerSmoothClosingXAxis->setChecked(isOn("XAxis", "True"));
-    ui_->menuManagerSmoothClosingYAxis->setChecked(isOn("YAxis", "True"));
-    ui_->menuManagerSmoothClosingSimultaneous->setChecked(isOn("Simultaneous", "False"));
-    ui_->menuManagerSmoothClosingMainWindowOnly->setChecked(isOn("Main Window Only", "True"));
-    FadeIntensity = ByteSetting(settings, "Intensity", "237");
-    FadeSpeed = ByteSetting(settings, "Speed", "1");
-}
-
 void frmSelector::CountGameFilesAtStart() {
     std::size_t total = 0;
-    QElapsedTimer sincePaint;
-    sincePaint.start();
+    PaintClock clock;
     const auto showCount = [&](std::size_t, std::size_t soFar) {
-        if (Phase == ProgramPhase::Ended) {
-            return;
-        }
         ui_->lblT2NumOfFiles->setText(QString::number(soFar));
-        if (sincePaint.elapsed() >= kPaintEveryMs) {
+        if (clock.Due()) {
             ui_->lblT2NumOfFiles->repaint();
             QCoreApplication::processEvents();
-            sincePaint.restart();
         }
+        return Phase != ProgramPhase::Ended;
     };
     if (IsExistingFolder(services_.files, GameDirectory)) {
         total = CountKnownFiles(services_.files, GameDirectory, showCount);
@@ -156,31 +127,6 @@ void frmSelector::AskForGameDirectory() {
     }
 }
 
-void frmSelector::CountGameFiles(const RefreshOptions& options) {
-    if (options.hideProgress && options.keepControls) {
-        return; // nobody would see it
-    }
-    const auto setCaption = [&](const QString& text) {
-        if (!options.keepControls) {
-            ui_->lblT2NumOfFiles->setText(text);
-        }
-    };
-    if (!IsExistingFolder(services_.files, GameDirectory)) {
-        setCaption(QLatin1String(kNoFolderCount));
-        return;
-    }
-    std::optional<ShownProgress> progress;
-    if (!options.hideProgress) {
-        progress.emplace(*ui_->pgbPercent);
-    }
-    setCaption(QString::number(
-        CountKnownFiles(services_.files, GameDirectory, [&](std::size_t position, std::size_t) {
-            if (progress) {
-                progress->Set(position + 1, kGameFolderCount);
-            }
-        })));
-}
-
 void frmSelector::FitToFont() {
     const int rowHeight = ui_->lstMods->RowHeight();
     const auto scaled = [&](int pixels) { return pixels * rowHeight / ModListView::kStandardRowHeight; };
@@ -192,6 +138,9 @@ void frmSelector::FitToFont() {
     for (QScrollArea* area : {ui_->areaDescription, ui_->areaOther}) {
         area->setMinimumHeight(2 * lineOf(*area));
     }
+    QFont quiet = font();
+    quiet.setPointSizeF(quiet.pointSizeF() * kOutcomeFontSize);
+    ui_->lblOutcome->setFont(quiet);
     const bool withPicture = !ui_->pictureFrame->isHidden();
     const int pictureHeight = withPicture ? kPictureHeight : 0;
     ui_->centralWidget->layout()->invalidate();
@@ -203,16 +152,16 @@ void frmSelector::FitToFont() {
 }
 
 void frmSelector::ShowPictureLayout(bool withPicture) {
-    if (withPicture != ui_->pictureFrame->isHidden()) {
-        return;
-    }
-    ui_->pictureFrame->setVisible(withPicture);
-    const int shift = withPicture ? -kPictureHeight : kPictureHeight;
+    const bool switches = withPicture == ui_->pictureFrame->isHidden();
     // The list keeps its place on the screen, unless the title bar would leave it.
+    const int shift = !switches ? 0 : withPicture ? -kPictureHeight : kPictureHeight;
     const int screenTop = screen()->geometry().top();
     const int top = withPicture ? std::max(screenTop, y() + shift) : y() + shift;
-    setFixedHeight(baseHeight_ + (withPicture ? kPictureHeight : 0));
-    move(x(), top);
+    if (switches) {
+        ui_->pictureFrame->setVisible(withPicture);
+        setFixedHeight(baseHeight_ + (withPicture ? kPictureHeight : 0));
+    }
+    if (top != y()) move(x(), top);
     layout()->activate();
     ui_->centralWidget->layout()->activate();
 }
@@ -230,6 +179,11 @@ const std::vector<ModRow>& frmSelector::ModRows() const { return ui_->lstMods->R
 std::optional<ModRow> frmSelector::SelectedMod() const { return ui_->lstMods->SelectedRow(); }
 
 bool frmSelector::SelectMod(const ModPath& path) { return ui_->lstMods->SelectPath(path); }
+
+void frmSelector::ShowOutcome(const OutcomeText& outcome) {
+    ui_->lblOutcome->setText(outcome.Sentence());
+    ui_->lblOutcome->setToolTip(PlainToolTip(outcome.ToolTip(), kLongestOutcome));
+}
 
 bool frmSelector::AutoRefresh() const { return timRefreshModList_->isActive(); }
 

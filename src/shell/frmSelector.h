@@ -25,6 +25,7 @@ class frmSelector;
 
 class frmChangeT2Dir;
 class MenuWindows;
+class OutcomeText;
 struct BatchResult;
 struct InstallResult;
 struct UninstallResult;
@@ -32,7 +33,7 @@ struct UninstallResult;
 /// How RefreshModList does its work.
 struct RefreshOptions {
     bool hideProgress = false; ///< the progress bar stays hidden
-    bool keepControls = false; ///< captions, pointer and enabled states stay as they are
+    bool keepControls = false; ///< captions, pointer and enabled states stay, and so does the file count
     bool skipCount = false;    ///< the game's files are not counted
     bool keepDetails = false;  ///< the details panel is filled later in the same user action
 };
@@ -85,8 +86,12 @@ public:
     /// The look for changes in the mods folder once a second; on at start-up.
     bool AutoRefresh() const;
     void SetAutoRefresh(bool on);
+    /// Says at the window's foot what a command has done; its tool tip names the files concerned.
+    void ShowOutcome(const OutcomeText& outcome);
     const Services& GetServices() const { return services_; }
 
+    /// What the enabled state of a menu item would be if its menu opened now, which a shortcut does not do.
+    bool IsEnabledNow(const QAction& item) const;
     /// The Manager, Mod and Help menus, with their shortcuts.
     void SetMainMenusEnabled(bool enabled);
 
@@ -119,10 +124,10 @@ private:
     void menuSelector_Click();
     void modChangeT2Directory_Click();
     void menuManagerModFilesRecompile_Click();
-    void SaveSwitch(const char* key, bool on);
+    void menuModRefreshModList_Click();
 
     // Launching and opening
-    void ConnectLaunchMenus();
+    void ConnectOpeners();
     void LaunchGame();
     void LaunchMapEditor();
     void InstallMapEditor();
@@ -153,6 +158,7 @@ private:
     std::optional<std::string> FolderForSubfolders(const QAction& item, const QString& question,
                                                    const QString& title);
 
+    static constexpr char kNoFolderCount[] = "(T2 folder not found)";
     static constexpr int kRefreshEveryMs = 1000;
     static constexpr int kRefreshMinimizedEveryMs = 10'000;
 

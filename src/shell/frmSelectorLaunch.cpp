@@ -1,4 +1,5 @@
 #include "common/AskText.h"
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -10,13 +11,11 @@
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
+#include <utility>
+
 namespace quillbay {
 
 namespace {
-
-constexpr std::string_view kUniverseSite = "https://tempest-universe.example/";
-constexpr std::string_view kFleetCommandSite = "https://tempest-fleet-command.example/";
-constexpr std::string_view kLodestarSite = "https://lodestar.example/";
 
 void TellGameMissing(QWidget* window, const QString& unwritten) {
     ShowError(window, QStringLiteral("The Tempest II directory was not found, so ") + unwritten +
@@ -39,12 +38,6 @@ void ReportUnwritten(QWidget* window, const BatchResult& batch) {
     case BatchOutcome::GameMissing:
         TellGameMissing(window, name);
         return;
-    case BatchOutcome::ExecutableMissing:
-        ShowError(window, ToQString(kGameExecutable) +
-                              QStringLiteral(" was not found in the Tempest II directory, so nothing was "
-                                             "started.\n\n") +
-                              ToQString(batch.path));
-        return;
     case BatchOutcome::NoDosPath:
         ShowError(window, WithPath(name + QStringLiteral(" could not be written, because Windows programs "
                                                          "have no path to this directory."),
@@ -65,20 +58,20 @@ void ReportUnwritten(QWidget* window, const BatchResult& batch) {
 
 } // namespace
 
-void frmSelector::ConnectLaunchMenus() {
-    const auto onClick = [this](QAction* item, auto handler) {
-        connect(item, &QAction::triggered, this, handler);
+void frmSelector::ConnectOpeners() {
+    const std::pair<QAction*, const char*> sites[] = {
+        {ui_->menuManagerLaunchNimb, "https://tempest-universe.example/"},
+        {ui_->menuManagerLaunchZeph, "https://tempest-fleet-command.example/"},
+        {ui_->menuManagerLaunchLodestar, "https://lodestar.example/"},
     };
-    onClick(ui_->menuManagerLaunchT2, &frmSelector::LaunchGame);
-    onClick(ui_->menuManagerLaunchMapEditor, &frmSelector::LaunchMapEditor);
-    onClick(ui_->menuManagerInstallMapEditor, &frmSelector::InstallMapEditor);
-    onClick(ui_->menuManagarLaunchT2Dir, [this] { OpenFolder(GameDirectory); });
-    onClick(ui_->menuManagerLaunchQuillbayDir, [this] { OpenFolder(ProgramDirectory); });
-    onClick(ui_->menuManagerLaunchNimb, [this] { Open(kUniverseSite); });
-    onClick(ui_->menuManagerLaunchZeph, [this] { Open(kFleetCommandSite); });
-    onClick(ui_->menuManagerLaunchLodestar, [this] { Open(kLodestarSite); });
-    onClick(ui_->menuModCurrentModOpen, &frmSelector::OpenSelectedFolder);
-    onClick(ui_->menuModCurrentModViewReadme, &frmSelector::OpenSelectedReadme);
+    for (const auto& [item, address] : sites)
+        connect(item, &QAction::triggered, this, [this, address = address] { Open(address); });
+    const std::pair<QAction*, const std::string&> folders[] = {
+        {ui_->menuManagarLaunchT2Dir, GameDirectory},
+        {ui_->menuManagerLaunchQuillbayDir, ProgramDirectory},
+    };
+    for (const auto& [item, folder] : folders)
+        connect(item, &QAction::triggered, this, [this, &folder = folder] { OpenFolder(folder); });
 }
 
 void frmSelector::LaunchGame() {
@@ -113,6 +106,8 @@ void frmSelector::InstallMapEditor() {
                                  failure.path, failure.error));
         return;
     }
+    ShowOutcome(OutcomeText(QStringLiteral("The map editor is installed"))
+                    .Count(std::size(kMapEditorMarkers), QStringLiteral("made")));
     if (Confirmed(this, QStringLiteral("Installation complete. Would you like to launch Tempest II now?"),
                   QStringLiteral("Installation complete"))) {
         LaunchGame();
@@ -124,16 +119,8 @@ void frmSelector::StartBatchFile(const BatchResult& batch) {
         ReportUnwritten(this, batch);
         return;
     }
-    const auto error = services_.shell.OpenWithShell(batch.path, GameDirectory);
-    if (error == std::errc::no_such_file_or_directory) {
-        ShowError(this, ToQString(batch.name) +
-                            QStringLiteral(" was written, but the program that starts it was not found. On "
-                                           "Linux this is wine."));
-    } else if (error) {
-        ShowError(this, WithPath(QStringLiteral("This file could not be started."), batch.path, error));
-    } else {
-        EndProgram();
-    }
+    Ignore(services_.shell.OpenWithShell(batch.path, GameDirectory));
+    EndProgram();
 }
 
 void frmSelector::OpenFolder(const std::string& folder) {
@@ -156,11 +143,8 @@ void frmSelector::OpenSelectedReadme() {
 }
 
 void frmSelector::Open(std::string_view target) {
-    // The target is there: what is missing is the program. Other failures are the desktop's to tell.
-    if (services_.shell.OpenWithShell(target) == std::errc::no_such_file_or_directory) {
-        ShowError(this, QStringLiteral("The program that opens files, folders and web sites was not found. "
-                                       "On Linux this is xdg-open."));
-    }
+    // A failure is the desktop's to tell.
+    Ignore(services_.shell.OpenWithShell(target));
 }
 
 } // namespace quillbay

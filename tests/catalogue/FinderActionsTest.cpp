@@ -35,7 +35,8 @@ protected:
         return fs::exists(test::DiskPath(path)) && test::FileBytes(path) == name;
     }
     FileActionResult Run(FileSystem& files, FileAction action, std::string_view to) const {
-        return RunFileAction(files, PlanFileAction(files, action, temp_ / "game", temp_ / to, kNames),
+        return RunFileAction(files,
+                             PlanFileAction(files, action, temp_ / "game", temp_ / to, kNames, nullptr),
                              [](std::size_t, std::size_t) {});
     }
 };
@@ -61,7 +62,9 @@ TEST_F(FinderActions, LeaveTheGameAloneAsItsOwnDestination) {
     fs::create_directory_symlink(test::DiskPath(temp_ / "game"), test::DiskPath(temp_ / "link"), noLinks);
     for (const char* to : {"game", "GAME\\", noLinks ? "game/" : "link"})
         for (const FileAction action : {FileAction::Copy, FileAction::Move})
-            EXPECT_EQ(Run(*disk_, action, to).state, FileActionState::DestinationIsGame) << to;
+            EXPECT_EQ(Run(*disk_, action, to).refusal.value().cause,
+                      FileActionRefusal::Cause::DestinationIsGame)
+                << to;
     for (const std::string& name : kNames)
         EXPECT_TRUE(Has("game\\", name)) << name;
 }
@@ -79,7 +82,7 @@ TEST_F(FinderActions, LoseNothingWhateverFails) {
             for (const std::string& name : kNames) {
                 const bool inGame = Has("game\\", name), inMod = Has("mod\\", name);
                 EXPECT_TRUE(inGame || (inMod && action == FileAction::Move)) << number;
-                if (fault != Fault::Fail || result.state != FileActionState::Ready) continue;
+                if (fault != Fault::Fail || result.refusal) continue;
                 const bool failed = std::ranges::count(result.failed, name) > 0;
                 EXPECT_TRUE(failed ? inGame : inMod && inGame == (action == FileAction::Copy)) << number;
             }

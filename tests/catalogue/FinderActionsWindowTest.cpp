@@ -1,3 +1,4 @@
+#include "catalogue/FileListWriter.h"
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
@@ -18,11 +19,14 @@ protected:
         for (const char* file : {"game/odf/changed", "game/odf/new", "target/file"})
             Write(file, "x");
         ASSERT_TRUE(Start());
+        OpenAndScan();
+        ASSERT_EQ(Checks(), "111");
+    }
+    void OpenAndScan() {
         opened_ = &OpenWindow("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
         list_ = &Control<QListWidget>(*opened_, "lstList");
         path_ = &Control<QLineEdit>(*opened_, "txtPath");
         Click("cmdStart");
-        ASSERT_EQ(Checks(), "111");
     }
     QWidget& Get(const char* name) const { return Control<QWidget>(*opened_, name); }
     void Click(const char* name) const { QTest::mouseClick(&Get(name), Qt::LeftButton); }
@@ -71,16 +75,45 @@ TEST_F(FinderActionsWindow, DeleteWhatTheListShows) {
     path_->setText(Path("target"));
     Click("chkModified");
     list_->item(0)->setCheckState(Qt::Unchecked);
-    QString details;
     test::AnswerBoxes boxes;
-    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes, [&](auto& box) { details = box.detailedText(); });
+    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes);
     Click("cmdDelete");
     EXPECT_TRUE(Exists("game/odf/new"));
     Click("cmdDelete");
-    EXPECT_EQ(details, "odf\\new\nTempest2.exe\n");
     EXPECT_TRUE(!Exists("game/odf/new") && !Exists("game/Tempest2.exe") && Exists("game/odf/changed"));
     EXPECT_TRUE(!Get("chkNew").isEnabled() && Get("chkModified").isEnabled());
     EXPECT_FALSE(Get("cmdDelete").isEnabled());
+}
+
+TEST_F(FinderActionsWindow, TakeNoOriginalThatCameBackAfterTheScan) {
+    Write("game/odf/a.odf", "original");
+    Write("program/mods/Mod/odf/a.odf", "mod's");
+    RecompileFileList(*disk, Path("game").toStdString(), Path("program").toStdString());
+    MakeFolder("target");
+    ASSERT_TRUE(Start());
+    for (const char* action : {"cmdMove", "cmdDelete"}) {
+        Write("game/odf/new", "x");
+        QString details;
+        test::AnswerBoxes boxes;
+        boxes.Then(QMessageBox::Yes).Then(QMessageBox::Yes);
+        boxes.Then(QMessageBox::Yes, [&](auto& box) { details = box.detailedText(); });
+        Control<QPushButton>("cmdInstallMod").click();
+        ASSERT_EQ(Read("game/odf/a.odf"), "mod's");
+        OpenAndScan();
+        ASSERT_EQ(Checks(), "11");
+        Control<QPushButton>("cmdUninstallMod").click();
+        path_->setText(Path("target"));
+        Click(action);
+        EXPECT_EQ(Read("game/odf/a.odf"), "original") << action;
+        EXPECT_FALSE(Exists("game/odf/new")) << action;
+        ASSERT_EQ(boxes.Seen().size(), 3U);
+        EXPECT_TRUE(
+            (boxes.Seen()[2].text + boxes.Seen()[2].informative)
+                .endsWith("1 file is no longer new or modified and stays in the game:\n\nodf\\a.odf"));
+        EXPECT_EQ(details, action == QLatin1String("cmdMove") ? "" : "odf\\new\n");
+        opened_->close();
+        ASSERT_TRUE(test::WaitFor([&] { return !opened_->isVisible(); }));
+    }
 }
 
 TEST_F(FinderActionsWindow, BrowseForAFolderOrAFile) {

@@ -111,8 +111,7 @@ TEST_F(InstallerWindow, HelpsWithoutMods) {
     EXPECT_EQ(box.currentText() + help.text(), "bznFiles included: *.bzn\nCopied to: bzn");
     box.setCurrentIndex(box.findText("Odf\\Ships"));
     box.setEditText("nothing");
-    EXPECT_EQ(help.text(),
-              "Files included: *.odf with '#included \"(various things)\"'\nCopied to: odf\\Ships");
+    EXPECT_TRUE(help.text().endsWith("Copied to: odf\\Ships"));
 }
 
 } // namespace

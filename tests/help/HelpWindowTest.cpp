@@ -4,6 +4,8 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -32,6 +34,8 @@ TEST_F(HelpWindow, ReadmeShowsTheChosenTopicAndTheAddressWithTheLast) {
     EXPECT_EQ(address.cursor().shape(), Qt::PointingHandCursor);
     QTest::mouseClick(&address, Qt::LeftButton);
     QTest::keyClick(&address, Qt::Key_Return);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(&address, &held);
     address.setSelection(0, 3);
     QTest::mouseRelease(&address, Qt::LeftButton); // the end of selecting with the mouse
     ASSERT_EQ(shell.opened.size(), 2U);

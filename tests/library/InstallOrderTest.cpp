@@ -9,34 +9,6 @@
 namespace quillbay {
 namespace {
 
-TEST(InstallOrderTest, ThreeModsThatShareFilesGoInAndOutInAnyOrder) {
-    const std::vector<std::string> mods = {"One", "Two", "One\\Addon\\Extra"};
-    std::vector<std::size_t> in = {0, 1, 2};
-    do {
-        std::vector<std::size_t> out = {0, 1, 2};
-        do {
-            InstallLab lab;
-            lab.Put("game/odf/ships/a.odf", "game a");
-            lab.Put("game/odf/ships/b.odf", "game b");
-            lab.Put("game/odf/ships/other.odf", "game other");
-            for (const std::string folder : {"One", "Two", "One/Addon/Extra"}) {
-                lab.Put("mods/" + folder + "/odf/ships/a.odf", folder + " a");
-                lab.Put("mods/" + folder + "/odf/ships/added.odf", folder + " added");
-                lab.Put("mods/" + folder + "/odf/ships/alike.odf", "alike in all three");
-            }
-            lab.Put("mods/Two/odf/ships/b.odf", "game b");
-            lab.Put("mods/One/Addon/Extra/odf/ships/b.odf", "extra b");
-            const auto before = lab.State("game");
-            for (const auto i : in)
-                ASSERT_EQ(lab.Install(mods[i]).outcome, InstallOutcome::Done);
-            for (const auto i : out)
-                ASSERT_FALSE(lab.Uninstall(mods[i]).BackupStays());
-            ASSERT_EQ(Differences(before, lab.State("game")), "")
-                << "in " << in[0] << in[1] << in[2] << ", out " << out[0] << out[1] << out[2];
-        } while (std::ranges::next_permutation(out).found);
-    } while (std::ranges::next_permutation(in).found);
-}
-
 TEST(InstallOrderTest, RandomSequencesEndWhereTheyBegan) {
     std::mt19937 random(20);
     const auto pick = [&](std::size_t count) { return std::size_t(random()) % count; };

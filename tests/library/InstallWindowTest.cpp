@@ -137,6 +137,7 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
     // Another mod takes the first row and the selection while the question is open.
     boxes.Then(kYes, [this](QMessageBox&) {
         Write("program/mods/Aaa/odf/ships/a.odf", "Aaa's");
+        Write("program/mods/Aaa/ModInfo.txt", "Author: first in the list");
         Tick();
         Mods().setCurrentRow(0);
     });
@@ -148,8 +149,7 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
     ASSERT_EQ(SelectedText(), "Bravo");
     for (const char* command : {"menuModInstall", "menuModUninstall"}) {
         boxes.Then(kYes, [this](QMessageBox&) {
-            QDir().rename(Path("program/mods/Bravo"), Path("program/mods/Renamed"));
-            Tick();
+            QDir(Path("program/mods")).rename("Bravo", "bravo"); // which is another mod
         });
         if (QLatin1String(command) == QLatin1String("menuModUninstall")) boxes.Then(kYes);
         boxes.Then(QMessageBox::Ok);
@@ -157,8 +157,9 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
         EXPECT_EQ(boxes.Seen().back().title, "Folder not found.") << command;
         EXPECT_EQ(boxes.Seen().back().icon, QMessageBox::Warning);
         EXPECT_EQ(Read("game/odf/ships/a.odf"), "Alpha's");
+        EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "first in the list");
         ExpectIdle();
-        QDir().rename(Path("program/mods/Renamed"), Path("program/mods/Bravo"));
+        QDir(Path("program/mods")).rename("bravo", "Bravo");
         Tick();
         Mods().setCurrentRow(3);
     }

@@ -11,7 +11,7 @@ namespace {
 class InstalledModsTest : public DiskTest {};
 
 TEST_F(InstalledModsTest, OnlyTheExactNameIsListedButAnyCaseCounts) {
-    for (const char* folder : {"A\\Backup", "A\\Addon\\X\\Backup", "B\\backup", "C", "Backup"}) {
+    for (const char* folder : {"A\\Backup", "B\\backup", "C", "Backup"}) {
         PutFolder(temp_ / folder);
     }
     PutFile(temp_ / "C\\Backup", "a file");
@@ -21,13 +21,8 @@ TEST_F(InstalledModsTest, OnlyTheExactNameIsListedButAnyCaseCounts) {
     EXPECT_FALSE(IsInstalled(*disk_, temp_ / "C"));
     EXPECT_FALSE(IsInstalled(*disk_, temp_ / "missing"));
     EXPECT_FALSE(IsInstalled(*disk_, ""));
-
-    const std::vector<ModRow> rows = {{"    none", {}}, {"A", {"A"}}, {"    X", {"A\\Addon\\X"}},
-                                      {"B", {"B"}},     {"C", {"C"}}, {"gone", {"gone"}}};
-    const std::vector<ModRow> expected = {rows[1], rows[2]};
-    EXPECT_EQ(FilterInstalled(*disk_, temp_.Path(), rows), expected);
-    EXPECT_EQ(FindBackup(*disk_->List(temp_ / "B", Detail::Names)), "backup");
-    EXPECT_FALSE(FindBackup(*disk_->List(temp_ / "C", Detail::Names)));
+    const std::vector<ModRow> rows = {{"    none", {}}, {"A", {"A"}}, {"B", {"B"}}, {"C", {"C"}}};
+    EXPECT_EQ(FilterInstalled(*disk_, temp_.Path(), rows), std::vector{rows[1]});
 }
 
 TEST(ModJob, AnEmptyModPathNamesNoFolder) {
@@ -42,9 +37,6 @@ TEST_F(InstalledModsTest, GameDirectoryRefusesMissingFoldersAndTheLibraryItself)
     const std::string mods = temp_ / "game\\mods";
     const auto check = [&](const std::string& game) { return CheckGameDirectory(*disk_, game, mods); };
 
-    EXPECT_EQ(check(""), GameDirectoryState::Missing);
-    EXPECT_EQ(check("(Tempest II directory not found)"), GameDirectoryState::Missing);
-    EXPECT_EQ(check(temp_ / "gone"), GameDirectoryState::Missing);
     EXPECT_EQ(check(temp_ / "file"), GameDirectoryState::Missing);
     EXPECT_EQ(check(mods), GameDirectoryState::InsideMods);
     EXPECT_EQ(check(temp_ / "game\\MODS\\a\\odf\\"), GameDirectoryState::InsideMods);

@@ -115,6 +115,10 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
     QTest::keyClick(&list, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_Backspace);
+    QTest::keyClick(&list, Qt::Key_Return, Qt::ControlModifier);
+    QTest::keyClick(&list, Qt::Key_Backspace, Qt::AltModifier);
+    QTest::mouseClick(list.viewport(), Qt::MiddleButton, {}, row);
+    QTest::mouseDClick(list.viewport(), Qt::MiddleButton, {}, row);
     list.clearSelection();
     QTest::keyClick(&list, Qt::Key_Return);
     ASSERT_EQ(boxes.Seen().size(), 4u);

@@ -1,36 +1,14 @@
 #include "library/InstalledMods.h"
-#include "library/KnownFolders.h"
 #include "library/ModRows.h"
 #include "modinfo/ModDetails.h"
 #include "support/DiskTest.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace quillbay::test {
 namespace {
 
 class PosixLetterCaseTest : public DiskTest {};
-
-std::size_t PositionOf(std::string_view folder) {
-    const auto at = std::find(GameFolders.begin(), GameFolders.end(), folder);
-    return static_cast<std::size_t>(at - GameFolders.begin());
-}
-
-TEST_F(PosixLetterCaseTest, FoldersThatDifferInCaseOnlyShareAPositionAtEveryLevel) {
-    for (const char* folder : {"ODF\\Ships", "odf\\SHIPS", "odf\\ships", "Odf"})
-        PutFolder(temp_ / folder);
-    const KnownFolders known = ListKnownFolders(*disk_, temp_.Path(), Detail::Names);
-
-    const auto& odf = known[PositionOf(R"(odf\)")];
-    ASSERT_EQ(odf.size(), 3U);
-    EXPECT_EQ(odf[0].path, temp_ / "odf");
-    const auto& ships = known[PositionOf(R"(odf\ships\)")];
-    ASSERT_EQ(ships.size(), 3U);
-    EXPECT_EQ(ships[0].path, temp_ / "odf\\ships");
-    EXPECT_EQ(ships[1].path, temp_ / "odf\\SHIPS");
-    EXPECT_EQ(ships[2].path, temp_ / "ODF\\Ships");
-}
 
 TEST_F(PosixLetterCaseTest, TheExactSpellingWins) {
     for (const char* folder : {"Mods\\Old", "mods\\New\\ADDON\\no", "mods\\New\\Addon\\yes"}) {

@@ -59,7 +59,7 @@ TEST_F(Editor, WritesTheFileOfTheAddonThatIsChosenByItsPlace) {
     Open();
     Author().setText("Tom");
     Control<QPlainTextEdit>(*editor, "txtDescription").setPlainText("one\ntwo\u00A0\u20AC");
-    Combo().setCurrentIndex(3);
+    Combo().setCurrentIndex(Combo().findData("Bravo\\Addon\\Maps"));
     EXPECT_EQ(Mods().row(Mods().selectedItems().value(0)), 3);
 
     const QString file = "program/mods/Bravo/Addon/Maps/ModInfo.txt";
@@ -103,28 +103,41 @@ TEST_F(Editor, FollowsTheMainListButNeverLosesWhatWasTyped) {
     EXPECT_EQ(Combo().currentText() + Author().text(), "typed") << "for no mod that nobody chose";
     Combo().setCurrentIndex(Combo().findText("Delta"));
     EXPECT_EQ(SelectedText() + Author().text(), "Deltatyped");
+
+    Mods().setCurrentRow(0);
+    QDir(Path("program/mods")).removeRecursively();
+    Tick();
+    EXPECT_EQ(Author().text(), kNoFile) << "no mod, no new texts";
 }
 
-TEST_F(Editor, RefusesAndKeepsBothTexts) {
+TEST_F(Editor, LosesALongTextOnlyAfterAQuestionAndKeepsWhatItCannotWrite) {
     const QByteArray longValue = "Other: " + QByteArray(10'001, 'x') + "\r\n";
     Write("program/mods/Alpha/ModInfo.txt", longValue);
     MakeFolder("program/mods/Bravo");
     Open();
     AnswerBoxes boxes;
-    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
+    boxes.Then(QMessageBox::Yes).Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes);
+    Combo().setCurrentIndex(Combo().findText("Alpha"));
+    Author().setText("Tom");
+    Make();
+    EXPECT_EQ(Read("program/mods/Alpha/ModInfo.txt"), longValue);
+    EXPECT_EQ(Author().text(), "Tom");
+    EXPECT_TRUE(boxes.Seen().back().text.contains("lost: Other\n"));
+    Make();
+    EXPECT_TRUE(Read("program/mods/Alpha/ModInfo.txt").startsWith("Author: Tom\r\n"));
+    ASSERT_EQ(boxes.Seen().size(), 4U);
+
+    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     boxes.Then(QMessageBox::Yes, [&](QMessageBox&) { QDir().rmdir(Path("program/mods/Bravo")); });
-    const QString texts[]{"too long a value is there", QString::fromUtf8("\xD0\x96"), "the mod goes"};
-    for (std::size_t at = 0; at < 3; ++at) {
-        Combo().setCurrentIndex(at == 0 ? 0 : 1);
-        Author().setText(texts[at]);
+    Combo().setCurrentIndex(Combo().findText("Bravo"));
+    for (const QString& text : {QString::fromUtf8("\xD0\x96"), QStringLiteral("the mod goes")}) {
+        Author().setText(text);
         Make();
-        ASSERT_EQ(boxes.Seen().size(), 2 * at + 2) << at;
         EXPECT_EQ(boxes.Seen().back().title, "Error!");
-        EXPECT_EQ(Author().text(), texts[at]);
+        EXPECT_EQ(Author().text(), text);
         EXPECT_FALSE(Exists("program/mods/Bravo/ModInfo.txt"));
     }
-    EXPECT_TRUE(boxes.Seen()[3].text.contains(texts[1]));
-    EXPECT_EQ(Read("program/mods/Alpha/ModInfo.txt"), longValue);
+    EXPECT_TRUE(boxes.Seen().at(5).text.contains(QString::fromUtf8("\xD0\x96")));
 }
 
 } // namespace

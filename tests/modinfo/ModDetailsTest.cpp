@@ -3,9 +3,7 @@
 #include "support/DiskTest.h"
 #include "support/ListingFileSystem.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
-#include <map>
 
 namespace quillbay::test {
 namespace {

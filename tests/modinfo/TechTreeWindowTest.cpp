@@ -11,9 +11,11 @@ protected:
     QWidget& Open() { return OpenWindow("menuModTechTree", "frmTechTree"); }
 };
 
-TEST_F(TechTreeWindow, TellsEquallyNamedAddonsApart) {
-    Write("program/mods/A/Addon/Same/techtree/nosci.tt", {});
-    Write("program/mods/B/Addon/Same/techtree/fulltech.tt", {});
+TEST_F(TechTreeWindow, TellsEquallyNamedAddonsApartAndFindsFilesInAnyLetterCase) {
+    for (const char* file : {"A/nosci.tt", "A/Addon/Same/techtree/nosci.tt", "B/TechTree/TECH1.TT",
+                             "B/TechTree/freetech.tt", "B/Addon/Same/techtree/fulltech.tt"})
+        Write(QStringLiteral("program/mods/") + file, {});
+    MakeFolder("program/mods/B/Addon/Same/techtree/tech1.tt"); // no file
     ASSERT_TRUE(Start());
     QWidget& opened = Open();
     auto& list = Control<QListWidget>(opened, "lstMods");
@@ -25,6 +27,8 @@ TEST_F(TechTreeWindow, TellsEquallyNamedAddonsApart) {
     EXPECT_EQ(available.text(), "");
     list.setCurrentRow(1);
     EXPECT_EQ(available.text(), "No Science Ships\r\n");
+    list.setCurrentRow(2);
+    EXPECT_EQ(available.text(), "Standard Tech\r\nFree Tech\r\n");
     list.setCurrentRow(3);
     EXPECT_EQ(available.text(), "Free Tech\r\n");
     EXPECT_EQ(

@@ -15,7 +15,7 @@ protected:
     void Open() {
         for (const char* file :
              {"Alpha/odf/a", "Alpha/Tempest2.exe", "Alpha/Addon/Extra/odf/a", "Alpha/Addon/Extra/ModInfo.txt",
-              "Beta/Addon/Extra/ModInfo.txt", "Beta/odf/x"})
+              "Beta/Addon/Extra/odf/a", "Beta/ModInfo.txt", "Beta/odf/x"})
             Write(QStringLiteral("program/mods/") + file, "1");
         ASSERT_TRUE(Start());
         opened_ = &OpenWindow("menuModCompatablility", "frmCompatability");
@@ -47,7 +47,7 @@ TEST_F(CompatibilityWindow, RefusesAndFailsWithTheRightWords) {
          {Case{"", "", "Please select two mods.", "Select two mods"},
           Case{"", "Alpha", "Please select a mod in the first box.", "Select a mod"},
           Case{"Alpha", "", "Please select a mod in the second box.", "Select a mod"},
-          Case{"Alpha", "Alpha", "Please select two different mods.", "Same mod"},
+          Case{"Alpha\\Addon\\Extra", "Beta\\Addon\\Extra", "Please select two different mods.", "Same mod"},
           Case{"game", "Beta", "Error: ", "Error!"}}) {
         box.setFocus();
         test::AnswerBoxes boxes;
@@ -71,8 +71,7 @@ TEST_F(CompatibilityWindow, ListsCommonFilesAndShowsProgressForMoreThan150) {
     QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [&] { shortened = height - box.height(); });
     EXPECT_EQ(Check("Alpha", "game"), "Tempest2.exe");
     EXPECT_EQ(Check("Alpha\\Addon\\Extra", "Alpha"), "odf\\a");
-    // Equally named addons of two mods are different mods.
-    EXPECT_EQ(Check("Alpha\\Addon\\Extra", "Beta\\Addon\\Extra"), "(Mods are compatable)");
+    EXPECT_EQ(Check("Alpha\\Addon\\Extra", "Beta"), "(Mods are compatable)");
     EXPECT_EQ(shortened, 0);
     Write("program/mods/Alpha/odf/x", "1");
     EXPECT_EQ(Check("Alpha", "Beta"), "odf\\x");

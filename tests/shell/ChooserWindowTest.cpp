@@ -76,7 +76,7 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     EXPECT_EQ(Typed(), Native(other));
     EXPECT_TRUE(CanApply());
     Type(other + "/");
-    Click("cmdApply");
+    QTest::keyClick(Find<QPushButton>("cmdApply"), Qt::Key_Return);
     EXPECT_EQ(gameDirectory, other);
     EXPECT_EQ(Find<QLabel>("lblCurrent")->text(), Native(other));
     EXPECT_FALSE(CanApply());

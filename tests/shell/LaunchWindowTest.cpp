@@ -2,6 +2,7 @@
 #include "support/SelectorFixtureWindow.h"
 
 #include <QDir>
+#include <QMenu>
 
 namespace quillbay::test {
 namespace {
@@ -27,27 +28,24 @@ protected:
     AnswerBoxes boxes;
 };
 
-TEST_F(LaunchWindow, StaysOpenUntilTheGameCanBeStarted) {
+TEST_F(LaunchWindow, EndsOnceTheBatchFileIsWrittenWhateverTheShellSays) {
+    Write("game/t2qb launch t2.BAT", "old");
     ASSERT_TRUE(Start());
-    const auto refuses = [&](const char* item, const char* part) {
-        const QString said = Trigger(item);
-        EXPECT_TRUE(said.startsWith("Error!: ") && said.contains(part)) << qPrintable(said);
-    };
-    shell.answer = std::make_error_code(std::errc::no_such_file_or_directory);
-    refuses("menuManagerLaunchT2", "wine");
-    refuses("menuManagerLaunchZeph", "xdg-open");
-    shell.answer = {};
     QDir root(Path("."));
-    const std::pair<const char*, const char*> missing[] = {
-        {"dosdevices/g:", "T2QB Launch T2.bat"}, {"game/Tempest2.exe", "Tempest2.exe"}, {"game", "T2QB"}};
-    for (const auto& [path, part] : missing) {
-        root.rename(path, "away");
-        refuses("menuManagerLaunchT2", part);
-        root.rename("away", path);
-    }
-    root.rename("game/T2QB Launch T2.bat", "game/t2qb launch t2.BAT");
-    root.rename("game/Tempest2.exe", "game/TEMPEST2.EXE");
-    EXPECT_EQ(Trigger("menuManagerLaunchT2"), "game/T2QB Launch T2.bat>game");
+    root.rename("dosdevices/g:", "away");
+    const QString said = Trigger("menuManagerLaunchT2");
+    EXPECT_TRUE(said.startsWith("Error!: ") && said.contains("T2QB Launch T2.bat")) << qPrintable(said);
+    root.rename("away", "dosdevices/g:");
+    root.remove("game/Tempest2.exe");
+    for (const char* item :
+         {"menuManagerLaunchT2", "menuManagerLaunchMapEditor", "menuManagerFindModifiedFiles"})
+        EXPECT_EQ(Trigger(item), "") << item;
+    EXPECT_FALSE(Control<QMenu>("menuManagerModFiles").menuAction()->isChecked());
+
+    shell.answer = std::make_error_code(std::errc::no_such_file_or_directory);
+    EXPECT_EQ(Trigger("menuManagerLaunchZeph"), "https://tempest-fleet-command.example/>");
+    boxes.Then(QMessageBox::Yes);
+    EXPECT_TRUE(Trigger("menuManagerInstallMapEditor").endsWith("|game/T2QB Launch T2.bat>game"));
     EXPECT_EQ(Read("game/T2QB Launch T2.bat"), "@Echo Off\r\nCD G:\\game\r\nTempest2.exe\r\nExit\r\nCls\r\n");
     EXPECT_FALSE(window->isVisible());
 }

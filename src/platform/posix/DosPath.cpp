@@ -1,7 +1,7 @@
 #include "platform/DosPath.h"
 
 #include "common/PathText.h"
-#include "platform/FileSystem.h"
+#include "platform/RealPath.h"
 #include "platform/posix/WinePrefix.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ std::string NativePath(std::string_view dosPath) {
 }
 
 Result<std::string> ShortPath(std::string_view folder) {
-    const auto real = MakeFileSystem()->RealPath(folder);
+    const auto real = FindRealPath(folder);
     if (!real) return real.Error();
     const auto drives = DrivesOf(PrefixFor(*real));
     const auto* drive = DriveHolding(drives, *real);
@@ -49,7 +49,7 @@ Result<std::string> ShortPath(std::string_view folder) {
 }
 
 std::string SearchRoot(std::string_view programDirectory) {
-    const auto real = MakeFileSystem()->RealPath(programDirectory).ValueOr(std::string(programDirectory));
+    const auto real = FindRealPath(programDirectory).ValueOr(std::string(programDirectory));
     const auto prefix = PrefixFor(real);
     const auto drives = DrivesOf(prefix);
     const auto* drive = DriveHolding(drives, real);

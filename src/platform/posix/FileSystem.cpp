@@ -2,6 +2,7 @@
 
 #include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/RealPath.h"
 #include "platform/posix/PosixCopy.h"
 #include "platform/posix/PosixListing.h"
 #include "platform/posix/PosixPath.h"
@@ -167,20 +168,7 @@ public:
         return found ? FolderTreeSize(*found) : size;
     }
 
-    Result<std::string> RealPath(std::string_view entry) const override {
-        auto path = ToNativePath(entry);
-        if (!path) return path.Error();
-        std::unique_ptr<char, decltype(&std::free)> real(nullptr, &std::free);
-        const auto error = CallOnEntry(*path, [&](const char* text) {
-            real.reset(::realpath(text, nullptr));
-            return real ? 0 : -1;
-        });
-        if (error) return error;
-        std::string found = real.get();
-        // With a backslash in a name it would read as another path.
-        if (found.find('\\') != std::string::npos) return std::errc::operation_not_supported;
-        return found;
-    }
+    Result<std::string> RealPath(std::string_view entry) const override { return FindRealPath(entry); }
 
     std::error_code MakeFolder(std::string_view folder) override {
         auto path = ToNativePath(folder);
@@ -286,6 +274,21 @@ public:
 };
 
 } // namespace
+
+Result<std::string> FindRealPath(std::string_view entry) {
+    auto path = ToNativePath(entry);
+    if (!path) return path.Error();
+    std::unique_ptr<char, decltype(&std::free)> real(nullptr, &std::free);
+    const auto error = CallOnEntry(*path, [&](const char* text) {
+        real.reset(::realpath(text, nullptr));
+        return real ? 0 : -1;
+    });
+    if (error) return error;
+    std::string found = real.get();
+    // With a backslash in a name it would read as another path.
+    if (found.find('\\') != std::string::npos) return std::errc::operation_not_supported;
+    return found;
+}
 
 std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<PosixFileSystem>(); }
 

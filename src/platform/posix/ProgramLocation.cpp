@@ -26,8 +26,8 @@ fs::path UserFolder() {
 
 std::string ChooseProgramFolder(const std::string& executableFolder) {
     std::error_code ignored;
-    if (::access(executableFolder.c_str(), W_OK) == 0 ||
-        fs::is_directory(executableFolder + "/mods", ignored)) {
+    if (!executableFolder.empty() && (::access(executableFolder.c_str(), W_OK) == 0 ||
+                                      fs::is_directory(executableFolder + "/mods", ignored))) {
         return executableFolder;
     }
     const fs::path own = UserFolder();
@@ -38,10 +38,10 @@ std::string ChooseProgramFolder(const std::string& executableFolder) {
 std::string FindProgramDirectory() {
     std::array<char, PATH_MAX> text{};
     const auto length = ::readlink("/proc/self/exe", text.data(), text.size());
-    if (length <= 0) return {};
+    if (length <= 0) return ChooseProgramFolder({}); // no /proc
     const std::string program(text.data(), static_cast<std::size_t>(length));
-    const auto at = program.rfind('/');
-    return at == std::string::npos ? std::string() : ChooseProgramFolder(program.substr(0, at));
+    const std::size_t at = program.rfind('/');
+    return ChooseProgramFolder(program.substr(0, at == 0 ? 1 : at));
 }
 
 } // namespace quillbay

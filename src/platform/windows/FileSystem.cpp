@@ -2,6 +2,7 @@
 
 #include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/RealPath.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
@@ -125,7 +126,7 @@ bool IsSameFile(const Handle& file, const Handle& other) {
            std::memcmp(&a.FileId, &b.FileId, sizeof a.FileId) == 0;
 }
 
-Result<std::wstring> FindRealPath(const std::wstring& path) {
+Result<std::wstring> FindFinalPath(const std::wstring& path) {
     const Handle handle = OpenInformation(path);
     if (!handle) return LastError();
     std::wstring real(MAX_PATH, L'\0');
@@ -142,7 +143,7 @@ Result<std::wstring> FindRealPath(const std::wstring& path) {
     const auto entry = FindEntry(path);
     const auto parent = LongParent(path);
     if (!entry || IsLink(*entry) || parent.size() == path.size()) return error;
-    const auto realParent = FindRealPath(std::wstring(parent));
+    const auto realParent = FindFinalPath(std::wstring(parent));
     if (!realParent) return realParent.Error();
     return InFolder(*realParent, entry->cFileName);
 }
@@ -272,13 +273,7 @@ public:
         return size;
     }
 
-    Result<std::string> RealPath(std::string_view entry) const override {
-        const auto path = LongPath(entry);
-        if (!path) return path.Error();
-        const auto real = FindRealPath(*path);
-        if (!real) return real.Error();
-        return NarrowText(WithoutLongPrefix(*real));
-    }
+    Result<std::string> RealPath(std::string_view entry) const override { return FindRealPath(entry); }
 
     std::error_code MakeFolder(std::string_view folder) override {
         const auto path = LongPath(folder);
@@ -383,6 +378,14 @@ private:
 };
 
 } // namespace
+
+Result<std::string> FindRealPath(std::string_view entry) {
+    const auto path = LongPath(entry);
+    if (!path) return path.Error();
+    const auto real = FindFinalPath(*path);
+    if (!real) return real.Error();
+    return NarrowText(WithoutLongPrefix(*real));
+}
 
 std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<WindowsFileSystem>(); }
 

@@ -1,7 +1,7 @@
 #include "platform/ProgramLocation.h"
 
 #include "common/PathText.h"
-#include "platform/FileSystem.h"
+#include "platform/RealPath.h"
 #include "platform/windows/WidePath.h"
 #include "platform/windows/WideText.h"
 
@@ -24,7 +24,7 @@ std::string ProgramFile() {
 
 std::string FindProgramDirectory() {
     const std::string file = ProgramFile();
-    return std::string(Parent(MakeFileSystem()->RealPath(file).ValueOr(file)));
+    return std::string(Parent(FindRealPath(file).ValueOr(file)));
 }
 
 } // namespace quillbay

@@ -45,7 +45,7 @@ public:
         const ComScope com;
         SHELLEXECUTEINFOW how{};
         how.cbSize = sizeof how;
-        // The caller tells the user of a failure, not the shell.
+        // A failure is the caller's, not the shell's to tell.
         how.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
         how.lpVerb = L"open";
         how.lpFile = file->c_str();

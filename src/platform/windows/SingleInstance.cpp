@@ -28,7 +28,8 @@ private:
 } // namespace
 
 std::unique_ptr<SingleInstance> SingleInstance::Acquire() {
-    const std::wstring name = L"Local\\quillbay." + UserName();
+    // A user may be logged on more than once.
+    const std::wstring name = L"Global\\quillbay." + UserName();
     Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
     const DWORD outcome = GetLastError();
     // Denied: one that runs with more rights holds the name.
