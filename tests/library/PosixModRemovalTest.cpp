@@ -40,9 +40,10 @@ TEST_F(PosixModRemovalTest, NeverLeavesTheModAndLeavesStubbornFilesToTheTree) {
 
 TEST_F(PosixModRemovalTest, SubfoldersComeAndGoInsideTheModOnly) {
     PutFile(temp_ / "mods\\M\\bitmaps", "a file in the way");
-    EXPECT_EQ(MakeSubfolders(*disk_, temp_ / "mods\\M").path, temp_ / "mods\\M\\bitmaps\\");
+    const SubfolderResult result = MakeSubfolders(*disk_, temp_ / "mods\\M");
+    EXPECT_EQ(result.failed, temp_ / "mods\\M\\bitmaps\\");
     EXPECT_TRUE(disk_->Stat(temp_ / "mods\\M\\Textures\\Rgb"));
-    RemoveSubfolders(*disk_, temp_ / "mods\\M");
+    EXPECT_EQ(RemoveSubfolders(*disk_, temp_ / "mods\\M"), result.made);
     EXPECT_EQ(disk_->List(temp_ / "mods\\M", Detail::Names)->size(), 3U);
 }
 
