@@ -31,7 +31,8 @@ std::error_code RemoveListedFile(FileSystem& files, const ListedFile& file) {
 
 std::error_code PasteFile(FileSystem& files, const ListedFile& file,
                           const std::vector<std::string>& folders) {
-    if (folders.empty()) return std::make_error_code(std::errc::no_such_file_or_directory);
+    if (folders.empty() || !IsStillThere(files, file))
+        return std::make_error_code(std::errc::no_such_file_or_directory);
     for (const std::string& folder : folders) {
         const auto found = files.Stat(Join(folder, file.name));
         if (found) return std::make_error_code(std::errc::file_exists);

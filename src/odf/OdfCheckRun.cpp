@@ -59,16 +59,29 @@ OdfCheckRun::Step OdfCheckRun::Next(const OdfCheckOptions& options) {
             error_ = OdfError{std::move(*failed), current_, std::move(*bytes)};
             return Step::Error;
         }
+    } else {
+        PassOver();
     }
     finished_.insert(current_);
     ++filesChecked_;
     return Step::FileDone;
 }
 
+void OdfCheckRun::PassOver() {
+    // A file that was repaired is met again.
+    if (passedOver_.empty() || passedOver_.back() != current_) passedOver_.push_back(current_);
+}
+
 std::optional<FailedOdfCheck> OdfCheckRun::CheckFile(std::string& bytes, const OdfCheckOptions& options) {
     if (options.removeUnusedLines) {
-        auto kept = RemoveUnusedLines(bytes);
-        if (kept && !ReplaceOdf(files_, current_, *kept)) bytes = std::move(*kept);
+        if (auto kept = RemoveUnusedLines(bytes)) {
+            if (ReplaceOdf(files_, current_, *kept)) {
+                PassOver();
+            } else {
+                bytes = std::move(*kept);
+                ++rewritten_;
+            }
+        }
     }
     return CheckOdfText(DecodeSystemText(bytes), options.checks, around_);
 }

@@ -49,10 +49,15 @@ public:
     /// one file behind, and one more for each error that was repaired.
     std::size_t ShownFiles() const;
     std::size_t TotalFiles() const { return folders_.totalFiles; }
+    /// How many files unused lines were removed from.
+    std::size_t Rewritten() const { return rewritten_; }
+    /// Paths of files that could not be read or rewritten.
+    const std::vector<std::string>& PassedOver() const { return passedOver_; }
 
 private:
     void Prepare();
     bool EnterFolderWithFiles();
+    void PassOver();
     std::optional<FailedOdfCheck> CheckFile(std::string& bytes, const OdfCheckOptions& options);
 
     FileSystem& files_;
@@ -65,6 +70,8 @@ private:
     std::string current_;                         ///< path of the last step
     std::set<std::string, std::less<>> finished_; ///< paths of the current folder
     long long filesChecked_ = 0;
+    std::size_t rewritten_ = 0;
+    std::vector<std::string> passedOver_;
     std::optional<OdfError> error_;
 };
 

@@ -23,9 +23,9 @@ std::error_code ReplaceOdf(FileSystem& files, std::string_view path, std::string
     const bool readOnly = old && old->readOnly && !old->isLink;
     auto error = files.WriteFile(path, bytes);
     if (readOnly && !error) Ignore(files.SetReadOnly(path, false));
-    if (!readOnly || error != std::errc::permission_denied) return error;
+    if (!readOnly || error != std::errc::permission_denied || old->links > 1) return error;
 
-    // Windows replaces no read-only file.
+    // Windows replaces no read-only file. The attribute of one with a second name is not ours to change.
     error = files.SetReadOnly(path, false);
     if (error) return error;
     error = files.WriteFile(path, bytes);

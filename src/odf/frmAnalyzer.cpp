@@ -113,8 +113,6 @@ std::array<QLabel*, kUnitKeys.size()> frmAnalyzer::StatisticsLabels() const {
 }
 
 void frmAnalyzer::Form_Load() {
-    ShowNormalWindow();
-    HidePicture();
     const auto labels = StatisticsLabels();
     for (std::size_t i = 0; i < labels.size(); ++i)
         labels[i]->setText(openingCaptions_[i]);
@@ -138,10 +136,7 @@ void frmAnalyzer::BuildModTree() {
 }
 
 void frmAnalyzer::FollowMainList() {
-    if (!isVisible() || main_.ModRows() == rows_ || FillTree(nodeShown_)) return;
-    ShowNormalWindow();
-    HidePicture();
-    EmptyFileList();
+    if (isVisible() && !FillTree(nodeShown_)) EmptyFileList();
 }
 
 bool frmAnalyzer::FillTree(bool keepSelection) {
@@ -152,8 +147,7 @@ bool frmAnalyzer::FillTree(bool keepSelection) {
     const int scrolled = viewer.verticalScrollBar()->value();
     const QString selectedPath = keepSelection ? ToQString(SelectedNodePath) : QString();
 
-    rows_ = main_.ModRows();
-    tree_ = ReadModTree(main_.GetServices().files, main_.ProgramDirectory, rows_);
+    tree_ = ReadModTree(main_.GetServices().files, main_.ProgramDirectory, main_.ModRows());
     viewer.clear();
     viewer.addTopLevelItem(MakeNode(tree_));
     QTreeWidgetItem* selected = nullptr;
@@ -196,10 +190,7 @@ void frmAnalyzer::TreeViewer_NodeClick() {
     SelectedNodeText = folder.text;
     SelectedNodePath = FromQString(NodePath(selected.front()));
     selectedFolders_ = folder.folders;
-    nodeShown_ = true;
-    HidePicture();
-    ShowListAtFullHeight();
-    ListFolder();
+    ListFolderAnew();
 }
 
 void frmAnalyzer::TreeViewer_DblClick() {
@@ -207,6 +198,8 @@ void frmAnalyzer::TreeViewer_DblClick() {
 }
 
 void frmAnalyzer::EmptyFileList() {
+    ShowNormalWindow();
+    HidePicture();
     const QSignalBlocker quiet(ui_->lstFiles);
     nodeShown_ = false;
     listed_.clear();
@@ -216,6 +209,7 @@ void frmAnalyzer::EmptyFileList() {
 
 void frmAnalyzer::ListFolder() {
     const QSignalBlocker quiet(ui_->lstFiles);
+    nodeShown_ = true;
     listed_ = ListFiles(main_.GetServices().files, selectedFolders_);
     QStringList texts;
     for (const ListedFile& file : listed_)

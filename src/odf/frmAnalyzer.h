@@ -64,7 +64,7 @@ private:
 
     // The tree
     void BuildModTree();
-    /// Follows a rebuild of the main list that changed its rows.
+    /// Follows a rebuild of the main list.
     void FollowMainList();
     /// Reads the tree anew; expanded nodes and the scroll position stay, the selection only if wanted. False
     /// when no node is selected now.
@@ -112,7 +112,6 @@ private:
     frmSelector& main_;
     std::unique_ptr<Ui::frmAnalyzer> ui_;
     std::array<QString, kUnitKeys.size()> openingCaptions_;
-    std::vector<ModRow> rows_; ///< of the main list, that the tree shows
     TreeFolder tree_;
     std::vector<std::string> selectedFolders_; ///< of the node that was clicked last
     bool nodeShown_ = false;                   ///< the list shows that node's folder

@@ -1,3 +1,4 @@
+#include "common/OutcomeText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
 #include "odf/OdfLines.h"
@@ -96,17 +97,20 @@ void frmAnalyzer::menuLstFilesRightPaste_Click() {
     const auto remembered = SelectedFile();
     const ListedFile copied{ClipPath, ClipName};
     const auto error = PasteFile(main_.GetServices().files, copied, selectedFolders_);
+    ListFolderAnew();
+    const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
+    if (row != listed_.end()) {
+        const QSignalBlocker quiet(ui_->lstFiles);
+        ui_->lstFiles->setCurrentRow(static_cast<int>(row - listed_.begin()),
+                                     QItemSelectionModel::ClearAndSelect);
+    }
+    main_.ShowOutcome(OutcomeText(
+        ToQString(copied.name) + (error ? QStringLiteral(" was not pasted") : QStringLiteral(" is pasted"))));
     if (error == std::errc::file_exists)
         ShowMessage(this, QStringLiteral("File already exists."), QStringLiteral("File exists"),
                     QMessageBox::Warning);
     else if (error)
         ShowError(this, WithPath(QStringLiteral("The file could not be pasted."), copied.path, error));
-    ListFolderAnew();
-    const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
-    if (row == listed_.end()) return;
-    const QSignalBlocker quiet(ui_->lstFiles);
-    ui_->lstFiles->setCurrentRow(static_cast<int>(row - listed_.begin()),
-                                 QItemSelectionModel::ClearAndSelect);
 }
 
 void frmAnalyzer::menuLstFilesRightRemove_Click() {
@@ -114,6 +118,9 @@ void frmAnalyzer::menuLstFilesRightRemove_Click() {
     if (!file) return;
     const auto error = RemoveListedFile(main_.GetServices().files, *file);
     ListFolderAnew();
+    main_.ShowOutcome(OutcomeText(ToQString(file->name) + (error ? QStringLiteral(" could not be removed")
+                                                                 : QStringLiteral(" is removed")))
+                          .Note(ToQString(file->path)));
     if (error) ShowError(this, WithPath(QStringLiteral("The file could not be removed."), file->path, error));
 }
 

@@ -1,5 +1,6 @@
 #include "odf/frmOdfChecker.h"
 
+#include "common/OutcomeText.h"
 #include "common/PathText.h"
 #include "common/QtText.h"
 #include "common/ShowMessage.h"
@@ -21,8 +22,6 @@
 namespace quillbay {
 
 namespace {
-
-constexpr qint64 kPaintEveryMs = 16;
 
 /// The boxes of kOdfChecks, in its order.
 constexpr std::array<QCheckBox * Ui::frmOdfChecker::*, kOdfChecks.size()> kCheckBoxes{
@@ -60,13 +59,20 @@ void frmOdfChecker::ConnectControls() {
 }
 
 void frmOdfChecker::Form_Load() {
-    closing_ = false;
+    ShowState(State::Idle);
+    ShowGameFolder();
+}
+
+void frmOdfChecker::Form_OpenedAgain() {
+    if (state_ == State::Idle) ShowGameFolder();
+}
+
+void frmOdfChecker::ShowGameFolder() {
     const auto& services = main_.GetServices();
     const std::string odfFolder = Join(main_.GameDirectory, "odf");
     const QSignalBlocker blocker(ui_->dirDirectory);
     ui_->dirDirectory->setPath(
         ToQString(IsExistingFolder(services.files, odfFolder) ? odfFolder : main_.ProgramDirectory));
-    ShowState(State::Idle);
     LookAtFolder();
 }
 
@@ -89,7 +95,7 @@ void frmOdfChecker::dirDirectory_Change() {
 }
 
 void frmOdfChecker::cmdStart_Click() {
-    if (closing_) return;
+    if (IsClosing()) return;
     ShowRunning();
     run_.emplace(main_.GetServices().files, FromQString(ui_->dirDirectory->path()));
     Run();
@@ -115,7 +121,7 @@ void frmOdfChecker::Run() {
         const auto step = run_->Next(Options());
         if (step == OdfCheckRun::Step::End) return EndRun();
         if (step == OdfCheckRun::Step::Error) return StopAtError();
-        if (sincePaint_.hasExpired(kPaintEveryMs)) ShowProgress();
+        if (paintClock_.Due()) ShowProgress();
         QCoreApplication::processEvents();
         if (!self || EndIfRequested()) return;
         if (pauseRequested_) return ShowState(State::Paused);
@@ -138,9 +144,17 @@ bool frmOdfChecker::EndIfRequested() {
 }
 
 void frmOdfChecker::EndRun() {
+    TellRun();
     run_.reset();
     ShowState(State::Idle);
     ui_->cmdStart->setFocus();
+}
+
+void frmOdfChecker::TellRun() {
+    if (!run_ || (run_->Rewritten() == 0 && run_->PassedOver().empty())) return;
+    main_.ShowOutcome(OutcomeText(QStringLiteral("The check of the odf files is over"))
+                          .Count(run_->Rewritten(), QStringLiteral("rid of unused lines"))
+                          .Files(run_->PassedOver(), QStringLiteral("could not be read or written")));
 }
 
 void frmOdfChecker::StopAtError() {
@@ -184,6 +198,14 @@ bool frmOdfChecker::IsEdited() const { return shownText_ && ui_->txtOdf->RawText
 bool frmOdfChecker::SaveText() {
     if (!IsEdited()) return true;
     const OdfError& error = *run_->Error();
+    FileSystem& files = main_.GetServices().files;
+    // An uninstallation may have put the game's own file there meanwhile.
+    if (ReadOdf(files, error.path) != error.bytes &&
+        !Confirmed(this,
+                   FileName(error) + QStringLiteral(" has changed on the disk since it was shown here. "
+                                                    "Replace it?"),
+                   QStringLiteral("Replace odf?"), QMessageBox::Warning))
+        return false;
     const QString text = ui_->txtOdf->RawText();
     const EncodedText encoded = OdfTextToBytes(FromQString(text));
     if (encoded.unencodable) {
@@ -192,16 +214,17 @@ bool frmOdfChecker::SaveText() {
                             QStringLiteral("' cannot be written in an odf."));
         return false;
     }
-    if (const auto failure = ReplaceOdf(main_.GetServices().files, error.path, encoded.bytes)) {
+    if (const auto failure = ReplaceOdf(files, error.path, encoded.bytes)) {
         ShowError(this,
                   FileName(error) + QStringLiteral(" was not saved, and is as it was: ") + Reason(failure));
         return false;
     }
     shownText_ = text;
+    main_.ShowOutcome(OutcomeText(FileName(error) + QStringLiteral(" is saved")).Note(ToQString(error.path)));
     return true;
 }
 
-bool frmOdfChecker::SaveOrDiscardText() {
+bool frmOdfChecker::Form_QueryUnload() {
     if (!IsEdited()) return true;
     switch (ShowMessage(this, FileName(*run_->Error()) + QStringLiteral(" was edited. Save it?"),
                         QStringLiteral("Save odf?"), QMessageBox::Question,
@@ -216,14 +239,13 @@ bool frmOdfChecker::SaveOrDiscardText() {
 }
 
 void frmOdfChecker::closeEvent(QCloseEvent* event) {
-    if (isVisible() && !closing_) {
-        const QPointer<frmOdfChecker> self = this;
+    if (isVisible() && !IsClosing()) {
         closeRequested_ = state_ == State::Running;
-        if (closeRequested_ || !SaveOrDiscardText() || !self) return event->ignore();
-        closing_ = true;
-        EndRun();
+        if (closeRequested_) return event->ignore();
     }
+    const QPointer<frmOdfChecker> self = this;
     EffectWindow::closeEvent(event);
+    if (self && IsClosing() && run_) EndRun();
 }
 
 void frmOdfChecker::cboHelp_Click(int topic) {

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "common/PaintClock.h"
 #include "effects/EffectWindow.h"
 #include "odf/OdfCheckRun.h"
-
-#include <QElapsedTimer>
 
 #include <memory>
 #include <optional>
@@ -26,8 +25,12 @@ public:
     frmOdfChecker(frmSelector& main, QAction* menuItem);
     ~frmOdfChecker() override;
 
+    /// Asks when the text was edited.
+    bool Form_QueryUnload() override;
+
 protected:
     void Form_Load() override;
+    void Form_OpenedAgain() override;
     /// During a run it closes after the current file; with an edited text it asks.
     void closeEvent(QCloseEvent* event) override;
 
@@ -43,6 +46,8 @@ private:
     void cboHelp_Click(int topic);
     void UnavailableOption_Click(QCheckBox& option);
 
+    /// Points the folder list at the game's ODF files.
+    void ShowGameFolder();
     /// Offers what can be done with the folder: a start, the race check.
     void LookAtFolder();
     void Run();
@@ -50,6 +55,8 @@ private:
     /// Ends the run when the window is to close or the program is closing.
     bool EndIfRequested();
     void EndRun();
+    /// Says in the main window what the run changed and what it could not check.
+    void TellRun();
     void StopAtError();
     void ShowOdfError(const OdfError& error);
     /// False when the text box cannot show the file, or not without losing a byte.
@@ -57,8 +64,6 @@ private:
     bool IsEdited() const;
     /// True when nothing was edited, or it is written; otherwise a box said why it is not.
     bool SaveText();
-    /// Asks when the text was edited; false when the window must stay.
-    bool SaveOrDiscardText();
 
     // frmOdfCheckerLayout.cpp
     void ShowState(State state);
@@ -72,8 +77,7 @@ private:
     std::optional<QString> shownText_; ///< of the file in the text box, before the user edits it
     bool pauseRequested_ = false;
     bool closeRequested_ = false; ///< during a run: once the current file is done
-    bool closing_ = false;
-    QElapsedTimer sincePaint_;
+    PaintClock paintClock_;
 };
 
 } // namespace quillbay

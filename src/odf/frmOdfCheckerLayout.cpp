@@ -51,7 +51,6 @@ void frmOdfChecker::ShowRunning() {
     if (run_) return;
     ui_->lblStatus->clear();
     ui_->pgbProgress->setValue(0);
-    sincePaint_.start();
 }
 
 void frmOdfChecker::ShowProgress() {
@@ -59,7 +58,6 @@ void frmOdfChecker::ShowProgress() {
     const std::size_t total = run_->TotalFiles();
     ui_->pgbProgress->setValue(total == 0 ? 0 : static_cast<int>(files * 100 / total));
     ui_->lblStatus->setText(QStringLiteral(" %1\n %2").arg(files).arg(total));
-    sincePaint_.restart();
 }
 
 } // namespace quillbay

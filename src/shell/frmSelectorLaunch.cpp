@@ -8,6 +8,7 @@
 #include "shell/BatchFile.h"
 #include "shell/GameDirectory.h"
 #include "shell/MapEditorMarkers.h"
+#include "shell/MenuWindows.h"
 #include "shell/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -75,7 +76,8 @@ void frmSelector::ConnectOpeners() {
 }
 
 void frmSelector::LaunchGame() {
-    if (Phase == ProgramPhase::Running) StartBatchFile(WriteGameBatch(services_.files, GameDirectory));
+    if (Phase == ProgramPhase::Running && windows_->MayEnd())
+        StartBatchFile(WriteGameBatch(services_.files, GameDirectory));
 }
 
 void frmSelector::LaunchMapEditor() {
@@ -89,7 +91,7 @@ void frmSelector::LaunchMapEditor() {
         ShowMessage(this, QStringLiteral("Invalid name."));
         return;
     }
-    StartBatchFile(WriteMapEditorBatch(services_.files, GameDirectory, entered));
+    if (windows_->MayEnd()) StartBatchFile(WriteMapEditorBatch(services_.files, GameDirectory, entered));
 }
 
 void frmSelector::InstallMapEditor() {

@@ -154,13 +154,23 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
 
     Text().setPlainText("mine");
     QFile::remove(Path(path));
+    Write(path, "put back by an uninstallation");
+    boxes.Then(QMessageBox::No);
+    Click("cmdContinue");
+    EXPECT_EQ(Read(path), "put back by an uninstallation");
+    QFile::remove(Path(path));
     MakeFolder(path); // cannot be written
+    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     Click("cmdIgnore");
-    boxes.Then(QMessageBox::Save).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
+    boxes.Then(QMessageBox::Save).Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
     Close();
     Close();
-    ASSERT_EQ(boxes.Seen().size(), 5U);
-    EXPECT_EQ(boxes.Seen()[1].title + boxes.Seen()[3].title, "Error!Error!");
+    ASSERT_EQ(boxes.Seen().size(), 8U);
+    EXPECT_EQ(boxes.Seen()[3].title + boxes.Seen()[6].title, "Error!Error!");
+    boxes.Then(QMessageBox::Cancel).Then(QMessageBox::Cancel);
+    window->close();
+    Item("menuManagerLaunchT2").trigger();
+    EXPECT_TRUE(window->isVisible() && shell.opened.empty()) << "the text is not given up with the program";
     EXPECT_TRUE(IsStopped());
     EXPECT_EQ(Text().toPlainText(), "mine");
     boxes.Then(QMessageBox::Discard);
