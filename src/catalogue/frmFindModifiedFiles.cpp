@@ -75,7 +75,6 @@ frmFindModifiedFiles::frmFindModifiedFiles(frmSelector& main, QAction* menuItem)
 frmFindModifiedFiles::~frmFindModifiedFiles() = default;
 
 void frmFindModifiedFiles::Form_Load() {
-    ++opening_;
     scan_.reset();
     found_ = {};
     scanning_ = cancelRequested_ = filesMovedOrDeleted_ = false;
@@ -135,13 +134,13 @@ std::optional<FileCatalogue> frmFindModifiedFiles::LoadCatalogue() {
 
 bool frmFindModifiedFiles::RunScan() {
     const QPointer<frmFindModifiedFiles> self = this;
-    const unsigned opening = opening_;
+    const unsigned opening = Opening();
     PaintClock clock;
     while (scan_->Step()) {
         const bool passBegins = scan_->InSecondPass() && ui_->lblGrandTotal->isHidden();
         if (clock.Due() || passBegins) ShowScanProgress();
         QCoreApplication::processEvents();
-        if (!self || opening != opening_) return false;
+        if (!self || opening != Opening()) return false;
         if (!isVisible() || Host().Phase == ProgramPhase::Ended) {
             scan_.reset();
             scanning_ = false;

@@ -103,7 +103,6 @@ private:
     bool pathIsFolder_ = false; ///< the text of the path box names an existing folder
     bool itemChecked_ = false;
 
-    unsigned opening_ = 0;     ///< tells a scan whether the window was opened anew meanwhile
     std::size_t shownNew_ = 0; ///< found files that the running scan has brought into the list
     std::size_t shownModified_ = 0;
     int heightAdded_ = 0; ///< to the window by the scan layout, in pixels

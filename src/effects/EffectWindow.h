@@ -52,6 +52,8 @@ protected:
 
     EffectHost& Host() { return host_; }
 
+    /// Which opening of the window this is: what lets events run is overtaken when it changes.
+    unsigned Opening() const { return opening_; }
     /// From the moment it may close until it is hidden or opened again.
     bool IsClosing() const { return closing_; }
     void BringToFront();

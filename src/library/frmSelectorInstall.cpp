@@ -107,7 +107,7 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
             .Note(WithPath(WhyNothingWasInstalled(result.outcome), result.concerned, result.error));
     return OutcomeText(name + QStringLiteral(" is installed"))
         .Count(result.installed, QStringLiteral("copied"))
-        .Count(result.saved, QStringLiteral("of the game saved before"))
+        .Count(result.saved, QStringLiteral("of the game's saved"))
         .Files(result.notSaved, QStringLiteral("skipped because the game's could not be saved"))
         .Files(result.notCopied, QStringLiteral("could not be copied"));
 }

@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace quillbay {
@@ -107,11 +108,13 @@ void frmEditModInfo::FollowDetails() {
 void frmEditModInfo::FillCombo() {
     const QSignalBlocker quiet(ui_->cboMod);
     ui_->cboMod->clear();
-    const std::vector<ModRow>& known = main_.ModRows();
+    std::unordered_set<std::string_view> known;
+    for (const ModRow& row : main_.ModRows())
+        known.insert(row.path.text);
     for (const ModRow& row :
          ScanModLibrary(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), ModOrder::AsListed)) {
         // What the main list does not have yet comes with its next refresh.
-        if (row.path.Empty() || std::find(known.begin(), known.end(), row) == known.end()) continue;
+        if (row.path.Empty() || !known.contains(row.path.text)) continue;
         ui_->cboMod->addItem(ToQString(row.text), ToQString(row.path.text));
     }
 }

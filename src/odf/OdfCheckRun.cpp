@@ -54,29 +54,26 @@ bool OdfCheckRun::EnterFolderWithFiles() {
 OdfCheckRun::Step OdfCheckRun::Next(const OdfCheckOptions& options) {
     if (!EnterFolderWithFiles()) return Step::End;
     current_ = waiting_[next_++];
+    // A file that is met again gets its chance.
+    if (!passedOver_.empty() && passedOver_.back() == current_) passedOver_.pop_back();
     if (auto bytes = ReadOdf(files_, current_)) {
         if (auto failed = CheckFile(*bytes, options)) {
             error_ = OdfError{std::move(*failed), current_, std::move(*bytes)};
             return Step::Error;
         }
     } else {
-        PassOver();
+        passedOver_.push_back(current_);
     }
     finished_.insert(current_);
     ++filesChecked_;
     return Step::FileDone;
 }
 
-void OdfCheckRun::PassOver() {
-    // A file that was repaired is met again.
-    if (passedOver_.empty() || passedOver_.back() != current_) passedOver_.push_back(current_);
-}
-
 std::optional<FailedOdfCheck> OdfCheckRun::CheckFile(std::string& bytes, const OdfCheckOptions& options) {
     if (options.removeUnusedLines) {
         if (auto kept = RemoveUnusedLines(bytes)) {
             if (ReplaceOdf(files_, current_, *kept)) {
-                PassOver();
+                passedOver_.push_back(current_);
             } else {
                 bytes = std::move(*kept);
                 ++rewritten_;

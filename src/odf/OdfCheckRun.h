@@ -57,7 +57,6 @@ public:
 private:
     void Prepare();
     bool EnterFolderWithFiles();
-    void PassOver();
     std::optional<FailedOdfCheck> CheckFile(std::string& bytes, const OdfCheckOptions& options);
 
     FileSystem& files_;

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
 
 namespace quillbay {
 
@@ -23,29 +24,17 @@ constexpr QSize kMinimumSize{600, 400};
 
 constexpr char kNoFilesRow[] = "(No files found.)";
 
-QTreeWidgetItem* MakeNode(const TreeFolder& folder) {
+/// Of a node: the texts from the root down, joined by backslashes.
+constexpr int kPathRole = Qt::UserRole;
+
+QString NodePath(const QTreeWidgetItem& node) { return node.data(0, kPathRole).toString(); }
+
+QTreeWidgetItem* MakeNode(const TreeFolder& folder, const QString& path) {
     auto* node = new QTreeWidgetItem({ToQString(folder.text)});
+    node->setData(0, kPathRole, path);
     for (const TreeFolder& child : folder.children)
-        node->addChild(MakeNode(child));
+        node->addChild(MakeNode(child, path + u'\\' + ToQString(child.text)));
     return node;
-}
-
-QString PathBelow(const QString& parent, const QTreeWidgetItem& node) {
-    return parent.isEmpty() ? node.text(0) : parent + QLatin1Char('\\') + node.text(0);
-}
-
-QString NodePath(const QTreeWidgetItem* node) {
-    return node ? PathBelow(NodePath(node->parent()), *node) : QString();
-}
-
-/// Calls `use(node, path)` for the node and everything below it.
-template <typename Use>
-void ForEachNode(QTreeWidgetItem* node, const QString& parentPath, const Use& use) {
-    if (!node) return;
-    const QString path = PathBelow(parentPath, *node);
-    use(*node, path);
-    for (int i = 0; i < node->childCount(); ++i)
-        ForEachNode(node->child(i), path, use);
 }
 
 } // namespace
@@ -149,12 +138,13 @@ bool frmAnalyzer::FillTree(bool keepSelection) {
 
     tree_ = ReadModTree(main_.GetServices().files, main_.ProgramDirectory, main_.ModRows());
     viewer.clear();
-    viewer.addTopLevelItem(MakeNode(tree_));
+    viewer.addTopLevelItem(MakeNode(tree_, ToQString(tree_.text)));
     QTreeWidgetItem* selected = nullptr;
-    ForEachNode(viewer.topLevelItem(0), {}, [&](QTreeWidgetItem& node, const QString& path) {
-        if (expanded.contains(path)) node.setExpanded(true);
-        if (path == selectedPath) selected = &node;
-    });
+    for (QTreeWidgetItemIterator node(&viewer); *node; ++node) {
+        const QString path = NodePath(**node);
+        if (expanded.contains(path)) (*node)->setExpanded(true);
+        if (path == selectedPath) selected = *node;
+    }
     if (selected) {
         // Scrolling to it would expand what is not.
         viewer.setAutoScroll(false);
@@ -168,12 +158,10 @@ bool frmAnalyzer::FillTree(bool keepSelection) {
 }
 
 QSet<QString> frmAnalyzer::ExpandedNodes() const {
-    QTreeWidgetItem* root = ui_->TreeViewer->topLevelItem(0);
-    if (!root) return {ToQString("Mods")};
+    if (ui_->TreeViewer->topLevelItemCount() == 0) return {QStringLiteral("Mods")};
     QSet<QString> expanded;
-    ForEachNode(root, {}, [&](const QTreeWidgetItem& node, const QString& path) {
-        if (node.isExpanded()) expanded += path;
-    });
+    for (QTreeWidgetItemIterator node(ui_->TreeViewer); *node; ++node)
+        if ((*node)->isExpanded()) expanded += NodePath(**node);
     return expanded;
 }
 
@@ -188,9 +176,9 @@ void frmAnalyzer::TreeViewer_NodeClick() {
     if (selected.isEmpty()) return;
     const TreeFolder& folder = FolderOf(*selected.front());
     SelectedNodeText = folder.text;
-    SelectedNodePath = FromQString(NodePath(selected.front()));
+    SelectedNodePath = FromQString(NodePath(*selected.front()));
     selectedFolders_ = folder.folders;
-    ListFolderAnew();
+    ListFolder();
 }
 
 void frmAnalyzer::TreeViewer_DblClick() {
@@ -208,6 +196,8 @@ void frmAnalyzer::EmptyFileList() {
 }
 
 void frmAnalyzer::ListFolder() {
+    HidePicture();
+    ShowListAtFullHeight();
     const QSignalBlocker quiet(ui_->lstFiles);
     nodeShown_ = true;
     listed_ = ListFiles(main_.GetServices().files, selectedFolders_);

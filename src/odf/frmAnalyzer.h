@@ -76,6 +76,7 @@ private:
 
     // The file list
     void EmptyFileList();
+    /// Shows the folder of the node that was clicked last, as it is now.
     void ListFolder();
     /// The list is as high as the tree, or lets show what lies below it.
     void ShowListAtFullHeight();
@@ -92,8 +93,6 @@ private:
     void menuLstFilesRightCopy_Click();
     void menuLstFilesRightPaste_Click();
     void menuLstFilesRightRemove_Click();
-    /// Shows the folder as it is after a command.
-    void ListFolderAnew();
 
     // The picture
     void HidePicture();

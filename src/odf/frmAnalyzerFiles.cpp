@@ -97,7 +97,7 @@ void frmAnalyzer::menuLstFilesRightPaste_Click() {
     const auto remembered = SelectedFile();
     const ListedFile copied{ClipPath, ClipName};
     const auto error = PasteFile(main_.GetServices().files, copied, selectedFolders_);
-    ListFolderAnew();
+    ListFolder();
     const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
     if (row != listed_.end()) {
         const QSignalBlocker quiet(ui_->lstFiles);
@@ -117,17 +117,11 @@ void frmAnalyzer::menuLstFilesRightRemove_Click() {
     const auto file = SelectedFile();
     if (!file) return;
     const auto error = RemoveListedFile(main_.GetServices().files, *file);
-    ListFolderAnew();
+    ListFolder();
     main_.ShowOutcome(OutcomeText(ToQString(file->name) + (error ? QStringLiteral(" could not be removed")
                                                                  : QStringLiteral(" is removed")))
                           .Note(ToQString(file->path)));
     if (error) ShowError(this, WithPath(QStringLiteral("The file could not be removed."), file->path, error));
-}
-
-void frmAnalyzer::ListFolderAnew() {
-    HidePicture();
-    ShowListAtFullHeight();
-    ListFolder();
 }
 
 } // namespace quillbay

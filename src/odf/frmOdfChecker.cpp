@@ -171,7 +171,7 @@ void frmOdfChecker::StopAtError() {
 void frmOdfChecker::ShowOdfError(const OdfError& error) {
     ShowState(State::Stopped);
     const bool isShown = ShowOdf(error);
-    shownText_ = isShown ? std::optional(ui_->txtOdf->RawText()) : std::nullopt;
+    if (isShown) shown_ = ShownOdf{ui_->txtOdf->RawText(), error.bytes};
     ui_->txtOdf->setReadOnly(!isShown);
     if (!isShown) {
         ui_->txtOdf->setPlainText(
@@ -193,49 +193,48 @@ bool frmOdfChecker::ShowOdf(const OdfError& error) {
     return true;
 }
 
-bool frmOdfChecker::IsEdited() const { return shownText_ && ui_->txtOdf->RawText() != *shownText_; }
+bool frmOdfChecker::IsEdited() const { return shown_ && ui_->txtOdf->RawText() != shown_->text; }
 
 bool frmOdfChecker::SaveText() {
     if (!IsEdited()) return true;
     const OdfError& error = *run_->Error();
-    FileSystem& files = main_.GetServices().files;
-    // An uninstallation may have put the game's own file there meanwhile.
-    if (ReadOdf(files, error.path) != error.bytes &&
-        !Confirmed(this,
-                   FileName(error) + QStringLiteral(" has changed on the disk since it was shown here. "
-                                                    "Replace it?"),
-                   QStringLiteral("Replace odf?"), QMessageBox::Warning))
-        return false;
     const QString text = ui_->txtOdf->RawText();
-    const EncodedText encoded = OdfTextToBytes(FromQString(text));
+    EncodedText encoded = OdfTextToBytes(FromQString(text));
     if (encoded.unencodable) {
         ShowError(this, FileName(error) + QStringLiteral(" was not saved: the character '") +
                             ToQString(*encoded.unencodable) +
                             QStringLiteral("' cannot be written in an odf."));
         return false;
     }
+    FileSystem& files = main_.GetServices().files;
+    const QPointer<frmOdfChecker> self = this;
+    // An uninstallation may have put the game's own file there meanwhile.
+    if (ReadOdf(files, error.path) != shown_->bytes &&
+        (!Confirmed(this,
+                    FileName(error) + QStringLiteral(" has changed on the disk since it was shown here. "
+                                                     "Replace it?"),
+                    QStringLiteral("Replace odf?"), QMessageBox::Warning) ||
+         !self))
+        return false;
     if (const auto failure = ReplaceOdf(files, error.path, encoded.bytes)) {
         ShowError(this,
                   FileName(error) + QStringLiteral(" was not saved, and is as it was: ") + Reason(failure));
         return false;
     }
-    shownText_ = text;
+    shown_ = ShownOdf{text, std::move(encoded.bytes)};
     main_.ShowOutcome(OutcomeText(FileName(error) + QStringLiteral(" is saved")).Note(ToQString(error.path)));
     return true;
 }
 
 bool frmOdfChecker::Form_QueryUnload() {
     if (!IsEdited()) return true;
-    switch (ShowMessage(this, FileName(*run_->Error()) + QStringLiteral(" was edited. Save it?"),
-                        QStringLiteral("Save odf?"), QMessageBox::Question,
-                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel)) {
-    case QMessageBox::Save:
-        return SaveText();
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
+    BringToFront();
+    const QPointer<frmOdfChecker> self = this;
+    const auto answer = ShowMessage(this, FileName(*run_->Error()) + QStringLiteral(" was edited. Save it?"),
+                                    QStringLiteral("Save odf?"), QMessageBox::Question,
+                                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    if (!self) return false;
+    return answer == QMessageBox::Save ? SaveText() : answer == QMessageBox::Discard;
 }
 
 void frmOdfChecker::closeEvent(QCloseEvent* event) {

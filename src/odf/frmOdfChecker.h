@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 class QCheckBox;
 
@@ -36,6 +37,11 @@ protected:
 
 private:
     enum class State { Idle, Running, Stopped, Paused };
+    /// A file in the text box, as it was when it was shown or saved last.
+    struct ShownOdf {
+        QString text;
+        std::string bytes;
+    };
 
     void ConnectControls();
     void dirDirectory_Change();
@@ -73,8 +79,8 @@ private:
     frmSelector& main_;
     std::unique_ptr<Ui::frmOdfChecker> ui_;
     State state_ = State::Idle;
-    std::optional<OdfCheckRun> run_;   ///< from Start to the end of the last folder
-    std::optional<QString> shownText_; ///< of the file in the text box, before the user edits it
+    std::optional<OdfCheckRun> run_; ///< from Start to the end of the last folder
+    std::optional<ShownOdf> shown_;  ///< while the run is stopped and the text box can show the file
     bool pauseRequested_ = false;
     bool closeRequested_ = false; ///< during a run: once the current file is done
     PaintClock paintClock_;

@@ -31,8 +31,8 @@ void frmOdfChecker::ShowState(State state) {
     ui_->cmdContinue->setEnabled(state != State::Running);
     ui_->cmdIgnore->setEnabled(idle || state == State::Stopped);
     ui_->txtOdf->setEnabled(idle || state == State::Stopped);
+    shown_.reset();
     if (idle) {
-        shownText_.reset();
         ui_->txtOdf->setReadOnly(false);
         ui_->txtOdf->setPlainText(QLatin1String(kPrompt));
     }
@@ -44,7 +44,6 @@ void frmOdfChecker::ShowState(State state) {
 }
 
 void frmOdfChecker::ShowRunning() {
-    shownText_.reset();
     ShowState(State::Running);
     ui_->cmdPause->setFocus();
     ui_->txtOdf->setPlainText(QLatin1String(kWait));

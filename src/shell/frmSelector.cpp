@@ -212,7 +212,7 @@ void frmSelector::closeEvent(QCloseEvent* event) {
     }
     // The effects end with the end of the program, which hides the window.
     event->ignore();
-    if (!windows_->MayEnd()) return;
+    if (Phase == ProgramPhase::Running && !windows_->MayEnd()) return;
     CloseProgramWithEffects(*this, *timRefreshModList_, [this] { EndProgram(); });
 }
 

@@ -125,11 +125,6 @@ TEST_F(Effects, SwitchesAndTheLayoutsOwnMinimumAreObeyed) {
     window->close();
     ASSERT_TRUE(WaitUntilClosed());
     EXPECT_TRUE(window->sizes.empty());
-
-    host.switches = {false, false, false};
-    const QSize size = host.main.size();
-    SmoothClose(host.main, host);
-    EXPECT_EQ(host.main.size(), size);
 }
 
 TEST_F(Effects, AWindowReopenedWhileItShrinksHasItsFullSizeAndStaysOpen) {
@@ -151,22 +146,10 @@ TEST_F(Effects, AWindowReopenedWhileItShrinksHasItsFullSizeAndStaysOpen) {
     EXPECT_TRUE(WaitUntilClosed()) << "and can be closed again";
 }
 
-TEST_F(Effects, AWindowReopenedWhileItFadesHasItsFullOpacityAndCanBeClosedInThatFade) {
+TEST_F(Effects, AWindowReopenedWhileItFadesCanBeClosedInThatFade) {
     LayeredWindows layers;
     Open();
     bool reopened = false;
-    layers.OnOpacity = [&](int opacity) {
-        if (opacity != 117 || reopened) return;
-        reopened = true;
-        Soon([&] { window->Open(); });
-    };
-    window->close();
-    ASSERT_TRUE(WaitFor([&] { return window->loads == 2; }));
-    QApplication::processEvents();
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(layers.Last(*window), 211);
-
-    reopened = false;
     bool closed = false;
     layers.OnOpacity = [&](int opacity) {
         if (opacity == 117 && !reopened) {
@@ -238,15 +221,6 @@ TEST_F(Effects, ClosingTheProgramFadesEveryVisibleWindowAndEndsItOnce) {
 
     hidden.Open();
     EXPECT_FALSE(hidden.isVisible());
-}
-
-TEST_F(Effects, AProgramThatEndsBreaksItsEffectsOff) {
-    LayeredWindows layers;
-    layers.OnOpacity = [&](int opacity) {
-        if (opacity == 61) Soon([&] { host.Phase = ProgramPhase::Ended; });
-    };
-    FadeIn(host.main, host, 237);
-    EXPECT_EQ(layers.Last(host.main), 61);
 }
 
 } // namespace

@@ -21,6 +21,7 @@ protected:
         Write("game/odf/ships/a.odf", "game's own");
         Write("program/mods/Alpha/odf/ships/a.odf", "Alpha's");
         Write("program/mods/Alpha/odf/ships/new.odf", "new");
+        Write("program/mods/Alpha/odf/ships/newer.odf", "newer");
         Write("program/mods/Alpha/Addon/Maps/bzn/new.bzn", "map");
         Write("program/mods/Bravo/odf/ships/a.odf", "Bravo's");
     }
@@ -38,6 +39,7 @@ protected:
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     }
 
+    QLabel& Outcome() const { return Control<QLabel>("lblOutcome"); }
     QStringList captions; ///< of both buttons, as file work saw them
     void WatchWork() {
         const int height = Mods().height();
@@ -73,12 +75,17 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     EXPECT_FALSE(Control<QPushButton>("cmdUninstallMod").isEnabled());
     Item("menuModInstall").trigger();
     EXPECT_EQ(Read("game/odf/ships/a.odf"), "Alpha's");
+    EXPECT_EQ(Outcome().text(), "Alpha is installed: 3 files copied, 1 of the game's saved.");
 
+    Write("game/odf/ships/new.odf", "the player's own");
     WatchWork();
     Control<QPushButton>("cmdUninstallMod").click();
     files.onChange = nullptr;
     EXPECT_EQ(Read("game/odf/ships/a.odf"), "game's own");
-    EXPECT_FALSE(Exists("game/odf/ships/new.odf"));
+    EXPECT_EQ(Read("game/odf/ships/new.odf"), "the player's own");
+    EXPECT_EQ(Outcome().text(),
+              "Alpha is uninstalled: 1 file removed, 1 restored, 1 kept because they are not the mod's.");
+    EXPECT_TRUE(Outcome().toolTip().contains("new.odf"));
     EXPECT_FALSE(Exists("program/mods/Alpha/Backup"));
     ExpectIdle();
     EXPECT_EQ(Mods().height(), listHeight);

@@ -23,7 +23,7 @@ TEST_F(ListedFileTest, PastesWithoutOverwritingAndLeavesNothingWhenItFails) {
     EXPECT_EQ(FileBytes(temp_ / "taken\\SCOUT.odf"), "old");
 
     FaultyFileSystem faulty(*disk_);
-    faulty.Arm(2, FaultyFileSystem::Fault::Fail, std::errc::no_space_on_device);
+    faulty.Arm(3, FaultyFileSystem::Fault::Fail, std::errc::no_space_on_device);
     EXPECT_EQ(paste(faulty, {temp_ / "also"}), std::errc::no_space_on_device);
     EXPECT_EQ(ListFiles(*disk_, {temp_ / "also", temp_ / "gone"}).size(), 1U);
     EXPECT_FALSE(paste(*disk_, {temp_ / "also"}));
@@ -35,6 +35,8 @@ TEST_F(ListedFileTest, AFileOfAnotherLetterCaseIsAnother) {
     const ListedFile other{temp_ / "scout.odf", "scout.odf"};
     const ListedFile file{temp_ / "Scout.odf", "Scout.odf"};
     EXPECT_FALSE(IsStillThere(*disk_, other));
+    PutFolder(temp_ / "to");
+    EXPECT_EQ(PasteFile(*disk_, other, {temp_ / "to"}), std::errc::no_such_file_or_directory);
     EXPECT_FALSE(RemoveListedFile(*disk_, other));
     EXPECT_TRUE(IsStillThere(*disk_, file));
     EXPECT_FALSE(RemoveListedFile(*disk_, file));

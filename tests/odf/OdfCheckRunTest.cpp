@@ -71,9 +71,12 @@ public:
         return entries;
     }
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
+        if (isFull) return std::make_error_code(std::errc::no_space_on_device);
         written_ = LastComponent(file);
         return Base().WriteFile(file, bytes);
     }
+
+    bool isFull = false;
 
 private:
     bool toFront_;
@@ -160,6 +163,20 @@ TEST_F(OdfCheckRunTest, FindsWhatASlowCheckerFindsAndNeverLosesItsPlace) {
              Split(R"(;t.odf;SHIP.odf;ships\scout.odf;f\ships\scout.odf;a.odf;odf)", ";"))
             EXPECT_EQ(index.OdfExists(name), slow.Exists(name)) << name;
     }
+}
+
+TEST_F(OdfCheckRunTest, NamesWhatItCouldNotRewriteUntilItCan) {
+    test::PutFile(odf_ + R"(\ships\a.odf)", "// unused\r\nx");
+    MovingFileSystem files(*disk_, false);
+    files.isFull = true;
+    OdfCheckRun run(files, odf_);
+    EXPECT_EQ(run.Next({{}, true}), OdfCheckRun::Step::FileDone);
+    EXPECT_EQ(run.PassedOver(), Texts{odf_ + R"(\ships\a.odf)"});
+    files.isFull = false;
+    run.CheckAgain();
+    EXPECT_EQ(run.Next({{}, true}), OdfCheckRun::Step::FileDone);
+    EXPECT_TRUE(run.PassedOver().empty());
+    EXPECT_EQ(run.Rewritten(), 1U);
 }
 
 TEST_F(OdfCheckRunTest, RaceListAndItsProbe) {

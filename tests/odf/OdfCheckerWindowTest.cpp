@@ -4,6 +4,7 @@
 #include <QtWidgets>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillbay {
 namespace {
@@ -130,6 +131,9 @@ TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
     Open();
     EXPECT_EQ(Get<QTreeView>("dirDirectory").property("path").toString(), Path("program")) << "no odf folder";
     EXPECT_EQ(Offers(), "");
+    MakeFolder("game/odf");
+    Item("menuModOpenOdfChecker").trigger();
+    EXPECT_EQ(Offers(), "Start") << "opened again, it looks for the game's folder again";
     for (const char* name : {"chkOnlyModNew", "chkWeaponHardpoints", "chkOnlyModNew"}) {
         Click(name);
         EXPECT_FALSE(IsTicked(name));
@@ -152,8 +156,17 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.contains(QString("\u2603")));
 
+    MakeFolder("game/T2QB Launch T2.bat"); // so that nothing can be launched
+    Text().setPlainText("saved\"");
+    boxes.Then(QMessageBox::Save).Then(QMessageBox::Ok);
+    Item("menuManagerLaunchT2").trigger();
+    EXPECT_EQ(Read(path), "saved\"\r\n");
+    Text().setPlainText("again\"");
+    Click("cmdContinue");
+    EXPECT_EQ(Read(path), "again\"\r\n");
+    ASSERT_EQ(boxes.Seen().size(), 3U) << "nobody else has changed the file";
+
     Text().setPlainText("mine");
-    QFile::remove(Path(path));
     Write(path, "put back by an uninstallation");
     boxes.Then(QMessageBox::No);
     Click("cmdContinue");
@@ -165,8 +178,8 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     boxes.Then(QMessageBox::Save).Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
     Close();
     Close();
-    ASSERT_EQ(boxes.Seen().size(), 8U);
-    EXPECT_EQ(boxes.Seen()[3].title + boxes.Seen()[6].title, "Error!Error!");
+    ASSERT_EQ(boxes.Seen().size(), 10U);
+    EXPECT_EQ(boxes.Seen()[5].title + boxes.Seen()[8].title, "Error!Error!");
     boxes.Then(QMessageBox::Cancel).Then(QMessageBox::Cancel);
     window->close();
     Item("menuManagerLaunchT2").trigger();

@@ -19,8 +19,6 @@ TEST(OdfLines, EachReaderTakesItsOwnLinesOnly) {
     Expect(IncludedOdf,
            {R"(#include "a.odf")", "a.odf", R"(#include "a.odf" )", "a.odf\"", "#include \"a\u00E9", "a",
             "#include \"", "", "#Include \"a\"", "-", "#include  \"a\"", "-", " #include \"a\"", "-"});
-    Expect(RaceValue, {R"(race = "Terran")", "Terran", "race = \"Terran", "Terran", "race = \"\" ", "",
-                       "Race = \"T\"", "-", "race =\"T\"", "-", "race = T", "-"});
     Expect(WeaponOdf,
            {"weapon1 = \"gun\"", "gun.odf", "WEAPON12 = \"a.odf\"", "a.odf.odf", "weapon1 = \"\"", ".odf",
             "weapon007x = \"a\"", "a.odf", "weapon1=\"a\"", "a.odf", "weapon1 = gun", "-"});
@@ -29,16 +27,10 @@ TEST(OdfLines, EachReaderTakesItsOwnLinesOnly) {
     Expect(WeaponOdf, {"weapon0001 = \"a\"", "-", "weaponHardpoints1 = \"a\"", "-", " weapon1 = \"a\"", "-"});
     Expect(TooltipValue, {"tooltip = \"A Ship\"  ", "\"a ship\"", "ToolTip = ", "", "tooltip =", "",
                           "tooltip =\"x\"", "x\"", "tooltip=\"x\"", "-", "verbosetooltip = \"x\"", "-"});
-    Expect(VerboseTooltipValue, {"VerboseTooltip = \"WRITEME\"", "\"writeme\"", "tooltip = \"x\"", "-"});
     Expect(BuildItemOdf,
            {"builditem1 = \"scout\"", "scout.odf", "BuildItem9 = \"scout.odf\"", "scout.odf",
             "builditem1 = \"a.ODF\"", "a.ODF.odf", "builditem1 = \"a\" ", "a\".odf", "builditem = \"a = b\"",
             ".odf", "builditem1 = \u00E9\u00E9", ".odf", "builditem1 = ", "odf", "builditem1 =\"a\"", "-"});
-    Expect(RaceFileReference, {"RACE1\t\"t.odf\"", "t.odf", "race = t.odf", "-", "rac \"x\"", "-"});
-    Expect(RaceName, {R"(name = "Terran" "x")", "Terran", "Name = \"T\"", "-", "name  = \"T\"", "-"});
-    Expect([](std::string_view line) { return SettingValue(line, "unitName"); },
-           {"unitName = \"Scout\" // small", "\"Scout\" // small", "unitName =\u00E9x", "x", "unitName =", "",
-            "unitname = \"S\"", "-", "unitName2 = \"S\"", "-"});
 }
 
 } // namespace

@@ -17,12 +17,14 @@ TEST(UnitStatistics, ShowsTheRawRestOfTheLastLineOfEachKey) {
         shownValue += "\xC3\xA9";
     const std::vector<Case> cases{
         {"", 0, "unitName = (File does not contain 'unitName')"},
-        {"unitName = \"Scout\"\r\n", 0, "unitName = \"Scout\""},
         {"race = \"a\"\r\nrace = \"b\" // two", 1, "race = \"b\" // two"},
         {"race = \"b\"\rrace= \"c\"\r race = d", 1, "race = \"b\""},
         {"BuildTime = 5", 2, "buildTime = (File does not contain 'buildTime')"},
         {"officerCost =", 3, "officerCost = "},
-        {"crewCost =\t7", 4, "crewCost = 7"},
+        {"crewCost =\xE9"
+         "7",
+         4, "crewCost = 7"},
+        {"crewCost2 = 7", 4, "crewCost = (File does not contain 'crewCost')"},
         {"crewCost = 7\ncrewCost = 8", 4, "crewCost = 7\ncrewCost = 8"},
         {"maxHealth = 500 // raw \xE9", 8, "maxHealth = 500 // raw \xC3\xA9"},
         {"shieldRate = " + longValue, 9, "shieldRate = " + shownValue},

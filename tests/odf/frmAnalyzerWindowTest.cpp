@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -103,12 +104,13 @@ TEST_F(Analyzer, TheTreeFollowsTheMainList) {
     MakeFolder("program/mods/Aardvark");
     Tick();
     EXPECT_TRUE(Node("Aardvark") && Node("Beta/odf")->isExpanded() && !Node("Alpha/odf")->isExpanded());
+    MakeFolder("program/mods/Alpha/Logs");
+    Control<QPushButton>("cmdRefresh").click();
+    EXPECT_TRUE(Node("Alpha/logs")) << "also when the mods are the same";
     EXPECT_EQ(tree->selectedItems(), QList{Node("Beta/odf/ships")});
     EXPECT_EQ(Files(), QStringList{"beta.odf *"});
 
-    MakeFolder("program/mods/Alpha/Logs");
     Item("menuModAnalyzeMod").trigger();
-    EXPECT_TRUE(Node("Alpha/logs"));
     EXPECT_EQ(Files(), QStringList{});
     ClickNode("Beta");
     EXPECT_EQ(Files(), QStringList{"(No files found.)"});
@@ -243,6 +245,11 @@ TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
     EXPECT_EQ(opened->focusWidget(), list);
     EXPECT_EQ(picture->geometry(), box);
 
+    click();
+    Item("menuModAnalyzeMod").trigger();
+    EXPECT_TRUE(tree->isVisible() && list->isVisible() && picture->isHidden());
+    ClickNode("Alpha");
+    ClickFile("a.bmp");
     click();
     opened->close();
     ASSERT_TRUE(WaitFor([&] { return !Item("menuModAnalyzeMod").isChecked(); }));

@@ -1,12 +1,11 @@
-#include <windows.h>
-
 #include <chrono>
 #include <cstdio>
 #include <string>
 #include <vector>
+#include <windows.h>
 
-/// Uses the windows of another program as a person's hands do, with real keys, and waits for what they show. It
-/// knows windows by their titles only, so it works on the program that users have.
+/// Uses the windows of another program as a person's hands do, with real keys, and waits for what they show.
+/// It knows windows by their titles only, so it works on the program that users have.
 namespace {
 
 constexpr auto kPatience = std::chrono::minutes(1);
@@ -22,7 +21,8 @@ HWND FindShownWindow(const std::wstring& title) {
             auto& wanted = *reinterpret_cast<Search*>(parameter);
             wchar_t text[512];
             const int length = GetWindowTextW(window, text, 512);
-            if (!IsWindowVisible(window) || wanted.title != std::wstring(text, static_cast<std::size_t>(length)))
+            if (!IsWindowVisible(window) ||
+                wanted.title != std::wstring(text, static_cast<std::size_t>(length)))
                 return TRUE;
             wanted.found = window;
             return FALSE;
@@ -56,7 +56,8 @@ bool AwaitNoWindow(const std::wstring& title) {
 bool AwaitAnswer(const std::wstring& title) {
     const HWND window = FindShownWindow(title);
     const auto patienceMs = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
-    return window && SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(patienceMs), nullptr);
+    return window &&
+           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(patienceMs), nullptr);
 }
 
 void SendKey(WORD key, bool up) {
@@ -74,8 +75,9 @@ bool Press(std::wstring keys) {
         const wchar_t* name;
         WORD key;
     };
-    constexpr Named kNamed[] = {{L"Ctrl", VK_CONTROL}, {L"Alt", VK_MENU},   {L"Enter", VK_RETURN}, {L"Esc", VK_ESCAPE},
-                                {L"Home", VK_HOME},    {L"Down", VK_DOWN}, {L"F4", VK_F4},        {L"Tab", VK_TAB}};
+    constexpr Named kNamed[] = {{L"Ctrl", VK_CONTROL}, {L"Alt", VK_MENU},  {L"Enter", VK_RETURN},
+                                {L"Esc", VK_ESCAPE},   {L"Home", VK_HOME}, {L"Down", VK_DOWN},
+                                {L"F4", VK_F4},        {L"Tab", VK_TAB}};
     std::vector<WORD> held;
     keys += L'+';
     for (std::size_t begin = 0, end; (end = keys.find(L'+', begin)) != std::wstring::npos; begin = end + 1) {
@@ -113,9 +115,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {L"await", AwaitWindow}, {L"gone", AwaitNoWindow}, {L"idle", AwaitAnswer},
-    {L"press", [](const std::wstring& keys) { return Press(keys); }},
-    {L"type", Type}, {L"close", Close},
+    {L"await", AwaitWindow}, {L"gone", AwaitNoWindow},
+    {L"idle", AwaitAnswer},  {L"press", [](const std::wstring& keys) { return Press(keys); }},
+    {L"type", Type},         {L"close", Close},
 };
 
 } // namespace
