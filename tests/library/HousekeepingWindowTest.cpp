@@ -26,7 +26,7 @@ TEST_F(HousekeepingWindow, RemovesTheModItAskedAbout) {
     remove(0);
     window->GameDirectory = Path("game").toStdString();
     boxes.Then(QMessageBox::No).Then(kYes).Then(kYes, [this](QMessageBox&) {
-        QDir(Path("program/mods")).rename("Bravo", "bravo"); // which is another mod
+        Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
         Tick();
     });
     remove(0);

@@ -156,7 +156,7 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
     ASSERT_EQ(SelectedText(), "Bravo");
     for (const char* command : {"menuModInstall", "menuModUninstall"}) {
         boxes.Then(kYes, [this](QMessageBox&) {
-            QDir(Path("program/mods")).rename("Bravo", "bravo"); // which is another mod
+            Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
         });
         if (QLatin1String(command) == QLatin1String("menuModUninstall")) boxes.Then(kYes);
         boxes.Then(QMessageBox::Ok);

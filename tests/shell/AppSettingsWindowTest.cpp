@@ -17,7 +17,15 @@ void WriteFile(const QByteArray& bytes) {
     file.write(bytes);
 }
 
-TEST(UserSettings, KeepsExactTextsInOneSectionEach) {
+TEST(UserSettings, GiveBackWhatWasSaved) {
+    const QString text = "a, b;\"c\" %1";
+    UserSettings().SaveAppSetting("Fade", "Speed", text);
+    EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Speed", "1"), text);
+    UserSettings().SaveAppSetting("Fade", "Speed", "1");
+    EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Speed", text), "1");
+}
+
+TEST(UserSettings, LieInOneSectionEachOfTheFile) {
     QFile::remove(FilePath());
     UserSettings settings;
     EXPECT_EQ(settings.GetAppSetting("Fade", "Intensity", "237"), "237");
@@ -30,9 +38,6 @@ TEST(UserSettings, KeepsExactTextsInOneSectionEach) {
     QFile file(FilePath());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << "flushed at each write";
     EXPECT_TRUE(file.readAll().contains("[Fade]\nIntensity=300\n"));
-
-    settings.SaveAppSetting("Fade", "Speed", "a, b;\"c\" %1");
-    EXPECT_EQ(settings.GetAppSetting("Fade", "Speed", "1"), "a, b;\"c\" %1");
 }
 
 TEST(UserSettings, RubbishCountsAsAbsent) {

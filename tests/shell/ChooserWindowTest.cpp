@@ -52,7 +52,7 @@ TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
     chooser.Open();
     EXPECT_TRUE(item.isChecked());
     EXPECT_TRUE(Find<QLabel>("lblChangeT2Info")->text().endsWith("PS: It is case sensative."));
-    EXPECT_EQ(Find<QLabel>("lblCurrent")->text(), Native(gameDirectory));
+    EXPECT_EQ(Native(Find<QLabel>("lblCurrent")->text().toStdString()), Native(gameDirectory));
     EXPECT_EQ(Listed(), Native(gameDirectory));
     EXPECT_EQ(Typed(), Native(gameDirectory));
 
@@ -78,7 +78,7 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     Type(other + "/");
     QTest::keyClick(Find<QPushButton>("cmdApply"), Qt::Key_Return);
     EXPECT_EQ(gameDirectory, other);
-    EXPECT_EQ(Find<QLabel>("lblCurrent")->text(), Native(other));
+    EXPECT_EQ(Native(Find<QLabel>("lblCurrent")->text().toStdString()), Native(other));
     EXPECT_FALSE(CanApply());
     EXPECT_TRUE(chooser.isVisible());
 

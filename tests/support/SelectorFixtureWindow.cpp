@@ -76,6 +76,10 @@ void SelectorFixture::Write(const QString& relative, const QByteArray& bytes) co
     file.write(bytes);
 }
 
+void SelectorFixture::Respell(const QString& from, const QString& to) const {
+    if (disk->Rename(Path(from).toStdString(), Path(to).toStdString())) ADD_FAILURE();
+}
+
 void SelectorFixture::MakeFolder(const QString& relative) const { QDir().mkpath(Path(relative)); }
 
 QByteArray SelectorFixture::Read(const QString& relative) const {

@@ -93,6 +93,8 @@ protected:
     /// Writes a file below the temporary folder, with its folders.
     void Write(const QString& relative, const QByteArray& bytes) const;
     void MakeFolder(const QString& relative) const;
+    /// Renames to a name that differs in letter case only.
+    void Respell(const QString& from, const QString& to) const;
     QByteArray Read(const QString& relative) const;
     bool Exists(const QString& relative) const;
 
