@@ -166,7 +166,7 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
         EXPECT_EQ(Read("game/odf/ships/a.odf"), "Alpha's");
         EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "first in the list");
         ExpectIdle();
-        QDir(Path("program/mods")).rename("bravo", "Bravo");
+        Respell("program/mods/bravo", "program/mods/Bravo");
         Tick();
         Mods().setCurrentRow(3);
     }
