@@ -68,7 +68,6 @@ MenuWindows::MenuWindows(frmSelector& main, Ui::frmSelector& controls) : windows
     for (std::size_t at = 0; at < kOpeners.size(); ++at) {
         QAction* item = controls.*kOpeners[at].item;
         QObject::connect(item, &QAction::triggered, &main, [this, at, item, &main, &controls] {
-            if (!main.IsEnabledNow(*item)) return;
             if (!windows_[at]) windows_[at] = kOpeners[at].make(main, controls, item);
             windows_[at]->Open();
         });

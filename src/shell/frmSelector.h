@@ -90,8 +90,6 @@ public:
     void ShowOutcome(const OutcomeText& outcome);
     const Services& GetServices() const { return services_; }
 
-    /// What the enabled state of a menu item would be if its menu opened now, which a shortcut does not do.
-    bool IsEnabledNow(const QAction& item) const;
     /// The Manager, Mod and Help menus, with their shortcuts.
     void SetMainMenusEnabled(bool enabled);
 
@@ -122,6 +120,8 @@ private:
 
     // Menus
     void menuSelector_Click();
+    /// What the enabled state of a menu item would be if its menu opened now, which a shortcut does not do.
+    bool IsEnabledNow(const QAction& item) const;
     void modChangeT2Directory_Click();
     void menuManagerModFilesRecompile_Click();
     void menuModRefreshModList_Click();

@@ -108,6 +108,7 @@ void frmSelector::menuSelector_Click() {
 }
 
 bool frmSelector::IsEnabledNow(const QAction& item) const {
+    if (item.shortcut().isEmpty()) return true; // chosen in the menu, which has just asked the disk
     const auto found =
         std::ranges::find_if(kDiskItems, [&](const auto& known) { return ui_.get()->*known.first == &item; });
     return found == kDiskItems.end() ||
