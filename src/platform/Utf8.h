@@ -16,7 +16,8 @@ struct Utf8Character {
 /// nothing beyond U+10FFFF.
 Utf8Character ReadUtf8(std::string_view text, std::size_t at);
 
-/// Appends one character; `codePoint` must be one that UTF-8 can hold.
+/// Appends one character of at most U+10FFFF; a lone surrogate, as names on Windows may hold, becomes three
+/// bytes.
 void AppendUtf8(std::string& text, char32_t codePoint);
 
 } // namespace quillbay

@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFontInfo>
 
 #include <algorithm>
 
@@ -139,7 +140,7 @@ void frmSelector::FitToFont() {
         area->setMinimumHeight(2 * lineOf(*area));
     }
     QFont quiet = font();
-    quiet.setPointSizeF(quiet.pointSizeF() * kOutcomeFontSize);
+    quiet.setPointSizeF(QFontInfo(quiet).pointSizeF() * kOutcomeFontSize); // also of a font in pixels
     ui_->lblOutcome->setFont(quiet);
     const bool withPicture = !ui_->pictureFrame->isHidden();
     const int pictureHeight = withPicture ? kPictureHeight : 0;
