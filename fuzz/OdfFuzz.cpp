@@ -1,11 +1,14 @@
+#include "common/TextLines.h"
 #include "odf/OdfChecks.h"
+#include "odf/OdfLines.h"
 #include "odf/OdfRepair.h"
+#include "odf/UnitStatistics.h"
 
 #include <cstdint>
 #include <cstdlib>
 
-/// Checks and repairs any bytes: an unedited text keeps every byte, what the removal of unused lines leaves
-/// has none to remove, and a failed check names a part of its line.
+/// Reads, checks and repairs any bytes: an unedited text keeps every byte, what the removal of unused lines
+/// leaves has none to remove, a failed check names a part of its line, and a quoted text lies in its line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quillbay;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
@@ -18,5 +21,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const OdfSurroundings around{{}, {""}};
     const auto failed = CheckOdfText(DecodeSystemText(bytes), OdfCheckSet{}.set(), around);
     if (failed && text.find(OdfLineToText(failed->cutText)) == std::string::npos) std::abort();
+
+    for (const std::string& caption : FindUnitStatistics(bytes))
+        if (caption.find(" = ") == std::string::npos) std::abort();
+    ForEachLine(bytes, [](std::string_view line) {
+        const auto quoted = QuotedField(line);
+        if (quoted && line.find(*quoted) == std::string_view::npos) std::abort();
+        const auto item = BuildItemOdf(line), weapon = WeaponOdf(line);
+        const auto tip = TooltipValue(line), verbose = VerboseTooltipValue(line);
+        for (const auto& value : {item, weapon, tip, verbose})
+            if (value && value->size() > line.size() + 4) std::abort(); // ".odf" may have been added
+    });
     return 0;
 }

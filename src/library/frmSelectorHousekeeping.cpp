@@ -27,6 +27,11 @@ bool RemovalConfirmed(QWidget* window, const QString& name, RemovalState state) 
             : QString());
 }
 
+OutcomeText NothingFound(const ModRow& row) {
+    return OutcomeText(QStringLiteral("The folder of ") + ToQString(DisplayName(row.text)) +
+                       QStringLiteral(" was not found, so nothing was changed"));
+}
+
 } // namespace
 
 void frmSelector::RemoveMod() {
@@ -45,12 +50,14 @@ void frmSelector::RemoveMod() {
     if (!RemovalConfirmed(this, ToQString(row->text), state)) return;
     const std::string folder = Join(mods, row->path.text);
     std::error_code failure;
-    if (ModExists(files, mods, row->path)) {
+    const bool exists = ModExists(files, mods, row->path);
+    if (exists) {
         ShownProgress progress(*ui_->pgbPercent);
         failure = RemoveModFolder(files, folder,
                                   [&](std::size_t done, std::size_t total) { progress.Set(done, total); });
     }
     RefreshModList({});
+    if (!exists) return ShowOutcome(NothingFound(*row));
     OutcomeText outcome(ToQString(DisplayName(row->text)) +
                         (failure ? QStringLiteral(" could not be removed whole")
                                  : QStringLiteral(" is removed from the disk")));
@@ -104,7 +111,11 @@ std::optional<std::string> frmSelector::FolderForSubfolders(const QAction& item,
         confirmed = Confirmed(this, question, title);
     }
     ui_->lstMods->setFocus();
-    if (!confirmed || !ModExists(services_.files, mods, row->path)) return std::nullopt;
+    if (!confirmed) return std::nullopt;
+    if (!ModExists(services_.files, mods, row->path)) {
+        ShowOutcome(NothingFound(*row));
+        return std::nullopt;
+    }
     return Join(mods, row->path.text);
 }
 

@@ -16,7 +16,10 @@ OdfCheckRun::OdfCheckRun(FileSystem& files, std::string odfFolder)
 }
 
 void OdfCheckRun::Prepare() {
-    folders_ = ListOdfFolders(files_, odfFolder_);
+    ReadFailure unread;
+    folders_ = ListOdfFolders(files_, odfFolder_, &unread);
+    if (unread && std::ranges::find(passedOver_, unread.path) == passedOver_.end())
+        passedOver_.push_back(std::move(unread.path));
     auto races = BuildRaceList(files_, odfFolder_);
     around_ = {OdfIndex(folders_),
                {std::make_move_iterator(races.begin()), std::make_move_iterator(races.end())}};

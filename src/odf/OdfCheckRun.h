@@ -51,7 +51,7 @@ public:
     std::size_t TotalFiles() const { return folders_.totalFiles; }
     /// How many files unused lines were removed from.
     std::size_t Rewritten() const { return rewritten_; }
-    /// Paths of files that could not be read or rewritten.
+    /// Paths of files that could not be read or rewritten, and of folders that could not be listed.
     const std::vector<std::string>& PassedOver() const { return passedOver_; }
 
 private:

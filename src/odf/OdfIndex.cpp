@@ -32,17 +32,20 @@ std::string Reversed(std::string text) {
 
 } // namespace
 
-OdfFolders ListOdfFolders(const FileSystem& files, std::string_view odfFolder) {
+OdfFolders ListOdfFolders(const FileSystem& files, std::string_view odfFolder, ReadFailure* failure) {
     OdfFolders folders;
     auto entries = files.List(odfFolder, Detail::Names);
-    if (!entries) return folders;
+    if (!entries) {
+        if (failure) failure->Note(odfFolder, entries.Error());
+        return folders;
+    }
     const std::vector<ListedFolder> root{{std::string(odfFolder), std::move(*entries)}};
     std::array<std::vector<ListedFolder>, kOdfFolders.size()> listed;
     for (std::size_t row = 0; row < kOdfFolders.size(); ++row) {
         const auto parentRow = static_cast<std::size_t>(
             std::ranges::find(kOdfFolders, Parent(kOdfFolders[row])) - kOdfFolders.begin());
         listed[row] = ListChildren(files, parentRow < row ? listed[parentRow] : root,
-                                   LastComponent(kOdfFolders[row]), Detail::Names);
+                                   LastComponent(kOdfFolders[row]), Detail::Names, failure);
         folders.odfs[row] = ListFolderOdfs(listed[row]);
         folders.totalFiles += CountPlainFiles(listed[row]);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/ReadFailure.h"
 #include "odf/OdfLines.h"
 #include "platform/FileSystem.h"
 
@@ -17,8 +18,10 @@ struct OdfFolders {
     std::size_t totalFiles = 0; ///< plain files in those folders, whatever their ending
 };
 
-/// Lists each folder below the `odf` folder once; one that is missing or cannot be listed has no files.
-OdfFolders ListOdfFolders(const FileSystem& files, std::string_view odfFolder);
+/// Lists each folder below the `odf` folder once; one that is missing or cannot be listed has no files, and
+/// `failure` is the first that cannot.
+OdfFolders ListOdfFolders(const FileSystem& files, std::string_view odfFolder,
+                          ReadFailure* failure = nullptr);
 
 /// Finds ODF files by the end of their path in logarithmic time.
 class OdfIndex {

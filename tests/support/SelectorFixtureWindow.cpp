@@ -63,9 +63,9 @@ SelectorFixture::~SelectorFixture() {
     QCoreApplication::exec();
 }
 
-bool SelectorFixture::Start() {
+bool SelectorFixture::Start(FileSystem& withFiles) {
     window = std::make_unique<frmSelector>(
-        Services{files, registry, settings, shell, sound, Path("program").toStdString()});
+        Services{withFiles, registry, settings, shell, sound, Path("program").toStdString()});
     return window->Start();
 }
 

@@ -87,7 +87,8 @@ protected:
     ~SelectorFixture() override;
 
     /// Makes the window and starts it; what Start returned.
-    bool Start();
+    bool Start() { return Start(files); }
+    bool Start(FileSystem& withFiles);
 
     QString Path(const QString& relative) const { return root_.filePath(relative); }
     /// Writes a file below the temporary folder, with its folders.

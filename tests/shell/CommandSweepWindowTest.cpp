@@ -1,0 +1,246 @@
+#include "support/AnswerBoxesWindow.h"
+#include "support/FaultyFileSystem.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QtWidgets>
+
+#include <array>
+#include <map>
+#include <set>
+
+namespace quillbay::test {
+namespace {
+
+using Fault = FaultyFileSystem::Fault;
+using Files = std::map<QString, QByteArray>;
+
+class CommandSweep;
+
+/// A command that changes files, in the real windows.
+struct Command {
+    const char* name;
+    const char* asked; ///< what the user asks to delete or replace begins with this path
+    void (*open)(CommandSweep&);
+    void (*run)(CommandSweep&); ///< the step that changes files
+    bool isAboutFolders = false;
+};
+
+class CommandSweep : public SelectorFixture, public testing::WithParamInterface<Command> {
+public:
+    using SelectorFixture::Mods;
+
+    void Trigger(const char* item) const { Item(item).trigger(); }
+    void Open(const char* item, const char* name) { opened = &OpenWindow(item, name); }
+    template <typename T>
+    T& Get(const char* name) const {
+        return Control<T>(*opened, name);
+    }
+    void Press(const char* button) const { Get<QAbstractButton>(button).click(); }
+    void SelectInstalled() const {
+        Mods().setCurrentRow(0);
+        Trigger("menuModInstall");
+    }
+    void OpenFinder() {
+        Open("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
+        Get<QLineEdit>("txtPath").setText(Path("target"));
+        Press("cmdStart");
+    }
+    void OpenChecker(bool cleanUp) {
+        Open("menuModOpenOdfChecker", "frmOdfChecker");
+        Press("chkMsgBoxes");
+        if (cleanUp) {
+            Write("game/odf/ships/quote.odf", "// unused\r\nrace = \"Terran\"\r\n");
+            return Press("chkRemoveUnusedLines");
+        }
+        Press("cmdStart");
+        Get<QPlainTextEdit>("txtOdf").setPlainText("race = \"Terran\"\nmended");
+    }
+    void OpenAnalyzer() {
+        Open("menuModAnalyzeMod", "frmAnalyzer");
+        ClickNode("Mod");
+        auto& list = Get<QListWidget>("lstFiles");
+        list.setCurrentItem(list.findItems("loose.wav", Qt::MatchExactly).at(0));
+    }
+    void ClickNode(const char* mod) const {
+        auto& tree = Get<QTreeWidget>("TreeViewer");
+        tree.setCurrentItem(tree.findItems(mod, Qt::MatchExactly | Qt::MatchRecursive).at(0));
+    }
+
+    QWidget* opened = nullptr;
+
+protected:
+    struct Outcome {
+        Files before, after;
+        std::string said; ///< the boxes and the line at the foot
+        std::string trace;
+    };
+
+    Outcome Run(std::size_t number, Fault fault);
+    Files Disk() const;
+    void CheckUsable() const;
+};
+
+Files CommandSweep::Disk() const {
+    Files state;
+    const auto kinds = GetParam().isAboutFolders ? QDir::AllEntries : QDir::Files;
+    QDirIterator found(Path(""), kinds | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (found.hasNext()) {
+        const QString path = QDir(Path("")).relativeFilePath(found.next());
+        state[path] = found.fileInfo().isDir() ? QByteArray("(folder)") : Read(path);
+    }
+    return state;
+}
+
+/// The command on an untouched disk, with the fault in its `number`-th operation.
+CommandSweep::Outcome CommandSweep::Run(std::size_t number, Fault fault) {
+    for (const char* folder : {"game", "program", "target"})
+        QDir(Path(folder)).removeRecursively();
+    for (const char* file :
+         {"game/Tempest2.exe", "game/odf/ships/a.odf", "game/odf/ships/new.odf", "game/readme.txt",
+          "program/mods/Mod/odf/ships/a.odf", "program/mods/Mod/sod/added.sod", "program/mods/Mod/readme.txt",
+          "program/mods/Mod/loose.wav", "program/mods/Mod/loose.bzn", "program/mods/Mod/ModInfo.txt",
+          "program/mods/Mod/Addon/Extra/c.txt", "program/mods/Other/odf/ships/b.odf", "target/own.txt"})
+        Write(file, QByteArray("bytes of ") + file);
+    Write("game/odf/ships/quote.odf", "// unused\r\nrace = \"Terran\r\n");
+    Write("program/FileList.txt", "folder = 'rootdir'\r\nTempest2.exe;1;1/1/2001 1:00:00 AM\r\n");
+
+    for (const char* recorded : {"Tempest2.exe", "readme.txt", "odf/ships/a.odf", "odf/ships/new.odf",
+                                 "odf/ships/quote.odf"}) // with one time in all runs
+        EXPECT_FALSE(
+            disk->SetModified(Path(QStringLiteral("game/%1").arg(recorded)).toStdString(), FileTime{}));
+
+    FaultyFileSystem faulty(*disk);
+    AnswerBoxes boxes;
+    for (int answers = 0; answers < 9; ++answers)
+        boxes.Then(QMessageBox::Yes);
+    opened = nullptr;
+    EXPECT_TRUE(Start(faulty));
+    GetParam().open(*this);
+
+    Outcome outcome;
+    outcome.before = Disk();
+    const auto seen = static_cast<std::ptrdiff_t>(boxes.Seen().size());
+    faulty.Arm(number, fault, number % 2 == 0 ? std::errc::no_space_on_device : std::errc::permission_denied);
+    GetParam().run(*this);
+    outcome.trace = faulty.Trace();
+    faulty.Arm(0, Fault::None);
+    outcome.after = Disk();
+    for (auto box = boxes.Seen().begin() + seen; box != boxes.Seen().end(); ++box)
+        outcome.said += (box->text + box->informative + '|').toStdString();
+    outcome.said += Control<QLabel>("lblOutcome").text().toStdString();
+    if (fault == Fault::Fail) CheckUsable();
+    window.reset();
+    return outcome;
+}
+
+void CommandSweep::CheckUsable() const {
+    EXPECT_TRUE(window->isVisible() && window->isEnabled() && Mods().isEnabled());
+    EXPECT_TRUE(Control<QMenu>("menuMod").isEnabled());
+    EXPECT_FALSE(QApplication::overrideCursor() || QApplication::activeModalWidget());
+    EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isHidden());
+    EXPECT_TRUE(!opened || (opened->isVisible() && opened->isEnabled()));
+}
+
+/// Every file is one of before or of a whole run, and one that is gone was asked away and is replaced.
+std::string Losses(const Files& before, const Files& whole, const Files& met, bool ended, const char* asked) {
+    std::set<QByteArray> known, found;
+    for (const Files* state : {&before, &whole})
+        for (const auto& [path, bytes] : *state)
+            known.insert(bytes);
+    QString losses;
+    for (const auto& [path, bytes] : met) {
+        found.insert(bytes);
+        if (!known.contains(bytes) && !(ended && path.contains("~quillbay")))
+            losses += "half: " + path + '\n';
+    }
+    for (const auto& [path, bytes] : before) {
+        if (found.contains(bytes)) continue;
+        const auto replaced = whole.find(path);
+        const bool fair =
+            *asked && path.startsWith(asked) && (replaced == whole.end() || found.contains(replaced->second));
+        if (!fair) losses += "lost: " + path + '\n';
+    }
+    return losses.toStdString();
+}
+
+TEST_P(CommandSweep, LosesNothingStaysUsableAndSaysWhatHappened) {
+    const Outcome whole = Run(0, Fault::None);
+    ASSERT_FALSE(whole.trace.empty() || whole.said.ends_with('|')) << whole.said;
+    std::size_t met = 0;
+    // A long run does the same many times.
+    for (std::size_t number = 1; number <= whole.trace.size(); number += number < 40 ? 1 : 5) {
+        for (const Fault fault : {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndAfter}) {
+            if (fault == Fault::EndTempHalf && whole.trace[number - 1] == '.') continue;
+            if (++met % QUILLBAY_SWEEP_STRIDE != 0) continue;
+            SCOPED_TRACE("operation " + std::to_string(number) + ", fault " +
+                         std::to_string(static_cast<int>(fault)));
+            const bool ends = fault != Fault::Fail;
+            const Outcome outcome = Run(number, fault);
+            EXPECT_EQ(Losses(outcome.before, whole.after, outcome.after, ends, GetParam().asked), "");
+            if (ends || outcome.after == whole.after) continue;
+            // To stop in silence is not to say it.
+            EXPECT_FALSE(whole.said.starts_with(outcome.said)) << outcome.said;
+        }
+    }
+}
+
+const Command kCommands[] = {
+    {"Install", "", [](CommandSweep& it) { it.Mods().setCurrentRow(0); },
+     [](CommandSweep& it) { it.Trigger("menuModInstall"); }},
+    {"Uninstall", "", [](CommandSweep& it) { it.SelectInstalled(); },
+     [](CommandSweep& it) { it.Trigger("menuModUninstall"); }},
+    {"RemoveMod", "program/mods/Mod/", [](CommandSweep& it) { it.Mods().setCurrentRow(0); },
+     [](CommandSweep& it) { it.Trigger("menuModCurrentModRemoveMod"); }},
+    {"MakeFolders", "", [](CommandSweep& it) { it.Mods().setCurrentRow(0); },
+     [](CommandSweep& it) { it.Trigger("menuModCurrentModSubfolders"); }, true},
+    {"RemoveFolders", "",
+     [](CommandSweep& it) {
+         it.Mods().setCurrentRow(0);
+         it.Trigger("menuModCurrentModSubfolders");
+     },
+     [](CommandSweep& it) { it.Trigger("menuModCurrentModRemoveSubfolders"); }, true},
+    {"ModInfo", "program/mods/Mod/ModInfo.txt",
+     [](CommandSweep& it) {
+         it.Mods().setCurrentRow(0);
+         it.Open("menuModEdit", "frmEditModInfo");
+         auto& mods = it.Get<QComboBox>("cboMod");
+         mods.setCurrentIndex(mods.findData("Mod"));
+         it.Get<QLineEdit>("txtAuthor").setText("new author");
+     },
+     [](CommandSweep& it) { it.Press("cmdMakeFile"); }},
+    {"Recompile", "program/FileList.txt", [](CommandSweep&) {},
+     [](CommandSweep& it) { it.Trigger("menuManagerModFilesRecompile"); }},
+    {"Sort", "",
+     [](CommandSweep& it) {
+         it.Open("menuManagerFileInstaller", "frmInstaller");
+         auto& mods = it.Get<QListWidget>("lstChooser");
+         mods.setCurrentItem(mods.findItems("Mod", Qt::MatchExactly).at(0));
+         it.Press("cmdSelectAll");
+     },
+     [](CommandSweep& it) { it.Press("cmdInstall"); }},
+    {"FinderCopy", "", [](CommandSweep& it) { it.OpenFinder(); },
+     [](CommandSweep& it) { it.Press("cmdCopy"); }},
+    {"FinderMove", "", [](CommandSweep& it) { it.OpenFinder(); },
+     [](CommandSweep& it) { it.Press("cmdMove"); }},
+    {"FinderDelete", "game/", [](CommandSweep& it) { it.OpenFinder(); },
+     [](CommandSweep& it) { it.Press("cmdDelete"); }},
+    {"OdfRepair", "game/odf/ships/quote.odf", [](CommandSweep& it) { it.OpenChecker(false); },
+     [](CommandSweep& it) { it.Press("cmdContinue"); }},
+    {"OdfCleanUp", "game/odf/ships/quote.odf", [](CommandSweep& it) { it.OpenChecker(true); },
+     [](CommandSweep& it) { it.Press("cmdStart"); }},
+    {"AnalyzerPaste", "",
+     [](CommandSweep& it) {
+         it.OpenAnalyzer();
+         it.Get<QAction>("menuLstFilesRightCopy").trigger();
+         it.ClickNode("Other");
+     },
+     [](CommandSweep& it) { it.Get<QAction>("menuLstFilesRightPaste").trigger(); }},
+    {"AnalyzerRemove", "program/mods/Mod/loose.wav", [](CommandSweep& it) { it.OpenAnalyzer(); },
+     [](CommandSweep& it) { it.Get<QAction>("menuLstFilesRightRemove").trigger(); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Commands, CommandSweep, testing::ValuesIn(kCommands),
+                         [](const auto& command) { return std::string(command.param.name); });
+
+} // namespace
+} // namespace quillbay::test
