@@ -66,11 +66,11 @@ void FolderListBox::Refresh() {
 }
 
 QTreeWidgetItem* FolderListBox::AddFolder(QTreeWidgetItem* parent, const QString& text, const QString& path,
-                                          QStyle::StandardPixmap icon) {
+                                          const QIcon& icon) {
     auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(this);
     item->setText(0, text);
     item->setData(0, kPathRole, path);
-    item->setIcon(0, style()->standardIcon(icon));
+    item->setIcon(0, icon);
     return item;
 }
 
@@ -79,19 +79,18 @@ QTreeWidgetItem* FolderListBox::AddWayTo(const QString& path) {
     qsizetype end = 0;
     for (const QFileInfo& drive : QDir::drives()) {
         const QString root = drive.absolutePath();
-        QTreeWidgetItem* driveItem =
-            AddFolder(nullptr, QDir::toNativeSeparators(root), root, QStyle::SP_DriveHDIcon);
+        QTreeWidgetItem* driveItem = AddFolder(nullptr, QDir::toNativeSeparators(root), root, drive_);
         if (item || !path.startsWith(root, Qt::CaseInsensitive)) continue;
         item = driveItem;
         end = root.size();
     }
-    if (!item) return AddFolder(nullptr, QDir::toNativeSeparators(path), path, QStyle::SP_DriveNetIcon);
+    if (!item) return AddFolder(nullptr, QDir::toNativeSeparators(path), path, share_);
 
     while (end < path.size()) {
         const qsizetype start = end + (path[end] == kSlash ? 1 : 0);
         end = path.indexOf(kSlash, start);
         if (end < 0) end = path.size();
-        item = AddFolder(item, path.mid(start, end - start), path.left(end), QStyle::SP_DirOpenIcon);
+        item = AddFolder(item, path.mid(start, end - start), path.left(end), onTheWay_);
     }
     return item;
 }
@@ -106,7 +105,7 @@ void FolderListBox::AddSubfolders(QTreeWidgetItem& folder) {
     names.sort(Qt::CaseInsensitive);
     const QString base = path.endsWith(kSlash) ? path : path + kSlash;
     for (const QString& name : names)
-        AddFolder(&folder, name, base + name, QStyle::SP_DirIcon);
+        AddFolder(&folder, name, base + name, subfolder_);
 }
 
 } // namespace quillbay

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QString>
 #include <QStyle>
 #include <QTreeWidget>
@@ -36,11 +37,16 @@ protected:
 
 private:
     QTreeWidgetItem* AddFolder(QTreeWidgetItem* parent, const QString& text, const QString& path,
-                               QStyle::StandardPixmap icon);
+                               const QIcon& icon);
     /// The items of the drives and of every folder on the way; returns that of the path itself.
     QTreeWidgetItem* AddWayTo(const QString& path);
     void AddSubfolders(QTreeWidgetItem& folder);
 
+    // Made once: each icon keeps pictures of its own.
+    const QIcon drive_ = style()->standardIcon(QStyle::SP_DriveHDIcon);
+    const QIcon share_ = style()->standardIcon(QStyle::SP_DriveNetIcon);
+    const QIcon onTheWay_ = style()->standardIcon(QStyle::SP_DirOpenIcon);
+    const QIcon subfolder_ = style()->standardIcon(QStyle::SP_DirIcon);
     const FileSystem* files_ = nullptr;
     QString path_;
 };
