@@ -44,9 +44,13 @@ void EffectState::RelaxSize() {
 }
 
 void EffectState::RestoreSize() {
+    GiveSizeBack();
+    sizes_.reset();
+}
+
+void EffectState::GiveSizeBack() {
     if (!sizes_) return;
     const Sizes sizes = *sizes_;
-    sizes_.reset();
     window_.setMaximumSize(sizes.maximum);
     if (!sizes.minimumIsOfLayout) window_.setMinimumSize(sizes.minimum);
     if (QLayout* layout = window_.layout()) {
@@ -61,7 +65,8 @@ bool EffectState::eventFilter(QObject* watched, QEvent* event) {
     // A spontaneous one is a window that was minimised.
     if (watched == &window_ && event->type() == QEvent::Hide && !event->spontaneous()) {
         RestoreCaption();
-        RestoreSize();
+        // Not forgotten yet: a late event of the closed native window may bring its last size again.
+        GiveSizeBack();
     }
     return false;
 }

@@ -42,6 +42,7 @@ private:
     };
 
     explicit EffectState(QWidget& window);
+    void GiveSizeBack();
 
     QWidget& window_;
     unsigned newest_ = 0;

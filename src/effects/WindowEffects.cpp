@@ -111,7 +111,11 @@ void ShowWithFade(QWidget& window, EffectHost& host) {
     EffectRun run(window, &host);
     // A compositing manager that has gone since takes the opacity of the last closing along.
     if (!SetWindowAlpha(window, 1)) window.setWindowOpacity(1.0);
+    const QSize size = window.size();
+    const bool isNew = !window.isVisible();
     if (!run.Yield()) return;
+    // Undoes a late event of the native window that was closed before.
+    if (isNew) window.resize(size);
     if (window.isMinimized())
         window.showNormal();
     else

@@ -109,6 +109,15 @@ TEST_F(Effects, ShrinksWindowsOfFixedSizeTooAndGivesTheirSizeBack) {
     EXPECT_EQ(window->minimumSize(), QSize(400, 300));
 }
 
+TEST_F(Effects, AShrunkWindowOpensAgainAtItsSize) {
+    Open();
+    window->close();
+    ASSERT_TRUE(WaitUntilClosed());
+    QApplication::processEvents();
+    Open();
+    EXPECT_EQ(window->size(), QSize(400, 300));
+}
+
 TEST_F(Effects, SwitchesAndTheLayoutsOwnMinimumAreObeyed) {
     host.switches = {false, true, false};
     Open();
