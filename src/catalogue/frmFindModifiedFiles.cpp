@@ -194,22 +194,23 @@ void frmFindModifiedFiles::FillList(bool withNew, bool withModified) {
         if (withNew) AddRows(found_.newFiles, 0, Qt::Checked);
         if (withModified) AddRows(found_.modifiedFiles, 0, Qt::Checked);
     });
+    if (withNew || withModified || scanning_)
+        lstList_ItemCheck();
+    else
+        itemChecked_ = false; // the buttons stay as they are
     shownNew_ = found_.newFiles.size();
     shownModified_ = found_.modifiedFiles.size();
 }
 
 void frmFindModifiedFiles::ChangeRows(const std::function<void(QListWidget&)>& change) {
     QListWidget& list = *ui_->lstList;
-    {
-        const UpdateLock lock(list);
-        const QSignalBlocker quiet(list);
-        const int top = list.indexAt({1, 1}).row();
-        change(list);
-        const int last = list.count() - 1;
-        if (top >= 0 && last >= 0)
-            list.scrollToItem(list.item(std::min(top, last)), QAbstractItemView::PositionAtTop);
-    }
-    lstList_ItemCheck();
+    const UpdateLock lock(list);
+    const QSignalBlocker quiet(list);
+    const int top = list.indexAt({1, 1}).row();
+    change(list);
+    const int last = list.count() - 1;
+    if (top >= 0 && last >= 0)
+        list.scrollToItem(list.item(std::min(top, last)), QAbstractItemView::PositionAtTop);
 }
 
 void frmFindModifiedFiles::AddRows(const std::vector<std::string>& paths, std::size_t from,

@@ -53,8 +53,7 @@ private:
     void FinishScan();
     void Redolist();
     void FillList(bool withNew, bool withModified);
-    /// Changes many rows as one: without signals and repaints in between, with the button rule once at the
-    /// end. The top row stays.
+    /// Changes many rows as one: without signals and repaints in between. The top row stays.
     void ChangeRows(const std::function<void(QListWidget&)>& change);
     void AddRows(const std::vector<std::string>& paths, std::size_t from, Qt::CheckState state);
 

@@ -142,6 +142,7 @@ void frmFindModifiedFiles::lblInvert_Click() {
             item.setCheckState(item.checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
         }
     });
+    lstList_ItemCheck();
     ui_->lblInvert->setText(caption);
 }
 

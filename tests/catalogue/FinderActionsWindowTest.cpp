@@ -49,6 +49,11 @@ TEST_F(FinderActionsWindow, CopyAndMoveTheCheckedFiles) {
         EXPECT_FALSE(Get("cmdCopy").isEnabled()) << qPrintable(none);
     }
     path_->setText(Path("target"));
+    for (const char* view : {"chkNew", "chkModified"})
+        Click(view);
+    EXPECT_TRUE(Get("cmdCopy").isEnabled()) << "an empty view changes no button";
+    for (const char* view : {"chkNew", "chkModified"})
+        Click(view);
     list_->item(0)->setCheckState(Qt::Unchecked);
     Click("lblInvert");
     EXPECT_EQ(Checks(), "100");
