@@ -59,7 +59,7 @@ void AnalyzerFileList::mousePressEvent(QMouseEvent* event) {
     if (item)
         setCurrentItem(item, QItemSelectionModel::ClearAndSelect);
     else
-        clearSelection();
+        setCurrentRow(-1);
     if (again) emit RowClicked();
     emit MouseDown(event->button(), event->globalPosition().toPoint());
 }

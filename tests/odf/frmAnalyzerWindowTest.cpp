@@ -188,6 +188,7 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     ClickNode("Alpha");
     ClickFile("sound.wav");
     ClickFile("below the rows");
+    EXPECT_FALSE(list->currentItem());
     QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
     EXPECT_TRUE(Exists("program/mods/Alpha/sound.wav")) << "no row was selected";
     ClickFile("sound.wav");
