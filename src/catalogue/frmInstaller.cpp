@@ -101,9 +101,12 @@ void frmInstaller::FillChooser() {
     {
         const QSignalBlocker quiet(ui_->lstChooser);
         ui_->lstChooser->clear();
-        for (const auto& name : ListModNames(main_.GetServices().files, ModsFolder(main_.ProgramDirectory),
-                                             ModOrder::AsListed)) {
-            auto* row = new QListWidgetItem(ToQString(name), ui_->lstChooser);
+        const auto mods =
+            main_.GetServices().files.List(ModsFolder(main_.ProgramDirectory), Detail::Names).ValueOr({});
+        for (const DirEntry& entry : mods) { // plain files, too, in which no loose files are found
+            const bool isFolder = entry.kind == EntryKind::Folder && !entry.name.starts_with(kLeftoverPrefix);
+            if (!isFolder && !entry.IsPlainFile()) continue;
+            auto* row = new QListWidgetItem(ToQString(entry.name), ui_->lstChooser);
             row->setData(Qt::UserRole, true);
         }
         if (ui_->lstChooser->count() == 0) ui_->lstChooser->addItem(ToQString(kNoModsRow));

@@ -41,6 +41,14 @@ std::vector<std::string> AddonNames(const FileSystem& files, const std::string& 
     return addons ? FolderNames(*addons) : std::vector<std::string>{};
 }
 
+std::vector<std::string> ModNames(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
+    const auto entries = files.List(modsFolder, Detail::Names);
+    if (!entries) return {};
+    std::vector<std::string> mods = FolderNames(*entries);
+    if (order == ModOrder::ByName) std::sort(mods.begin(), mods.end(), LessFolded);
+    return mods;
+}
+
 } // namespace
 
 bool IsAddonRow(std::string_view row) { return row.starts_with(kAddonIndent); }
@@ -59,18 +67,10 @@ ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, s
     return {};
 }
 
-std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
-    const auto entries = files.List(modsFolder, Detail::Names);
-    if (!entries) return {};
-    std::vector<std::string> mods = FolderNames(*entries);
-    if (order == ModOrder::ByName) std::sort(mods.begin(), mods.end(), LessFolded);
-    return mods;
-}
-
 std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
     std::vector<ModRow> rows;
     ModPath mod;
-    for (std::string& name : ListModNames(files, modsFolder, order)) {
+    for (std::string& name : ModNames(files, modsFolder, order)) {
         // A mod named like an addon row stands for whatever a reader of the rows takes it for. Its addons
         // would be taken for those of the mod above, so they are not listed.
         if (IsAddonRow(name)) {

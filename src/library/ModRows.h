@@ -47,10 +47,6 @@ enum class ModOrder {
     AsListed,
 };
 
-/// The mods in `modsFolder`; none when it cannot be listed.
-std::vector<std::string> ListModNames(const FileSystem& files, std::string_view modsFolder,
-                                      ModOrder order = ModOrder::ByName);
-
 /// The rows of the library: a row for each folder of `modsFolder`, with the folders in its `Addon` folder
 /// below it (the last one listed first). Folders that cannot be listed give no rows. Without any mod the
 /// result is empty; the placeholder is the list's business.

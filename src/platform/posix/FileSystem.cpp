@@ -99,11 +99,17 @@ int MakeLink(const char* from, const char* to) {
 }
 
 std::error_code LinkEntry(std::string from, std::string to, bool replace) {
-    const auto error = CallOnEntryAndNewName(from, to, MakeLink);
-    if (!replace || error != std::errc::file_exists) return error;
-    TempEntry temp(std::move(to));
-    const auto makeError = temp.Make([&](const char* path) { return MakeLink(from.c_str(), path); });
-    return makeError ? makeError : temp.MoveToDestination(true);
+    if (!replace) return CallOnEntryAndNewName(from, to, MakeLink);
+    const auto replaceBy = [&to](const std::string& source) {
+        TempEntry temp(to);
+        const auto error = temp.Make([&](const char* path) { return MakeLink(source.c_str(), path); });
+        // What has another name already is written, so a rename over a file waits for nothing here.
+        return error ? error : temp.RenameOverDestination();
+    };
+    const auto error = replaceBy(from);
+    if (error != std::errc::no_such_file_or_directory) return error;
+    const auto found = FindSpelling(from);
+    return found ? replaceBy(*found) : error;
 }
 
 class PosixFileSystem : public FileSystem {
