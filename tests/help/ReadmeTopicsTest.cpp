@@ -7,12 +7,11 @@ namespace quillbay {
 namespace {
 
 TEST(ReadmeTopics, StandInTheirOrderAndLevels) {
-    const auto topics = ReadmeTopics();
     std::string levels;
     std::set<std::string_view> names;
-    for (const ReadmeTopic& topic : topics) {
+    for (const ReadmeTopic& topic : ReadmeTopics()) {
         levels += static_cast<char>('0' + topic.level);
-        names.insert(topic.name);
+        EXPECT_TRUE(names.insert(topic.name).second) << topic.name;
         const std::string text = ReadmeText(topic, "C:\\Quillbay");
         EXPECT_FALSE(text.empty()) << topic.name;
         EXPECT_EQ(text.find_first_of("{}~\r\t"), std::string::npos) << text;
@@ -20,10 +19,7 @@ TEST(ReadmeTopics, StandInTheirOrderAndLevels) {
     EXPECT_EQ(levels, "011111"
                       "0111123323112233333122222"
                       "0112211211220");
-    EXPECT_EQ(names.size(), 44U);
-    EXPECT_EQ(ReadmeRow(topics.front()), "Introduction");
-    EXPECT_EQ(ReadmeRow(topics[12]), "            File commands");
-    EXPECT_EQ(ReadmeRow(topics.back()), "Report a bug/make a suggestion");
+    EXPECT_EQ(ReadmeRow(ReadmeTopics()[12]), "            File commands");
 }
 
 TEST(ReadmeTopics, TextJoinsTheLinesOfAParagraph) {

@@ -4,13 +4,13 @@
 #include <random>
 
 namespace quillbay {
-
 namespace {
 
 constexpr std::string_view kKey = R"(Software\Brightgate\Tempest II\v1.0)";
 constexpr std::string_view kValue = "INSTALLPATH";
 const std::string kHead = "WINE REGISTRY Version 2\n;; All keys relative to \\\\Machine\n\n#arch=win64\n\n";
 const std::string kSection = "[Software\\\\Brightgate\\\\Tempest II\\\\v1.0] 1700000000\n#time=1d9\n";
+const std::string kGood = "\"INSTALLPATH\"=\"C:\\\\T2\"\n";
 const std::string kSection32 = "[Software\\\\Wow6432Node\\\\Brightgate\\\\Tempest II\\\\v1.0] 1700000000\n";
 
 std::optional<std::string> Find(std::string_view text, std::size_t piece = std::string_view::npos) {
@@ -26,10 +26,7 @@ std::optional<std::string> Find(std::string_view text, std::size_t piece = std::
 TEST(SystemRegTest, FindsTheValueInBothViews) {
     const std::string other = "[Software\\\\Other] 1\n\"INSTALLPATH\"=\"C:\\\\Wrong\"\n\n";
     const std::string value32 = "\"InstallPath\"=\"D:\\\\T2\"\n";
-    EXPECT_EQ(Find(kHead + other + kSection +
-                   "@=\"x\"\n\"Version\"=dword:00000001\n"
-                   "\"INSTALLPATH\"=\"C:\\\\Games\\\\Tempest II\"\n"),
-              "C:\\Games\\Tempest II");
+    EXPECT_EQ(Find(kHead + other + kSection + "@=\"x\"\n\"Version\"=dword:00000001\n" + kGood), "C:\\T2");
     EXPECT_EQ(Find(kHead + other + kSection32 + value32), "D:\\T2");
     EXPECT_EQ(Find(kHead + kSection32 + value32 + kSection + "\"INSTALLPATH\"=\"C:\\\\T2\""), "C:\\T2");
     EXPECT_EQ(Find(kHead + "[SOFTWARE\\\\BRIGHTGATE\\\\TEMPEST ii\\\\V1.0]\r\n\"installpath\"=\"E:\"\r\n"),
@@ -37,33 +34,30 @@ TEST(SystemRegTest, FindsTheValueInBothViews) {
 }
 
 TEST(SystemRegTest, ReadsEscapes) {
-    const auto value = [](std::string_view text) {
-        return Find(kHead + kSection + "\"INSTALLPATH\"=\"" + std::string(text) + "\"\n");
-    };
-    EXPECT_EQ(value(R"(a\"b\\c\n\t\x)"), "a\"b\\c\n\tx");
-    EXPECT_EQ(value(R"(\xe4\x00e4g\x20ac)"), "ääg€");
-    EXPECT_EQ(value(R"(\xd83d\xde80 \xd83d.)"), "🚀 \uFFFD.");
-    EXPECT_EQ(value(R"(C:\\Cut\0off)"), "C:\\Cut");
-    EXPECT_EQ(value(R"(\1018)"), "A8");
-    EXPECT_EQ(value(""), "");
+    for (const auto& [text, value] : {std::pair{R"(a\"b\\c\n\t\x)", "a\"b\\c\n\tx"},
+                                      {R"(\xe4\x00e4g\x20ac)", "ääg€"},
+                                      {R"(\xd83d\xde80 \xd83d.)", "🚀 \uFFFD."},
+                                      {R"(C:\\Cut\0off)", "C:\\Cut"},
+                                      {R"(\1018)", "A8"},
+                                      {"", ""}})
+        EXPECT_EQ(Find(kHead + kSection + "\"INSTALLPATH\"=\"" + text + "\"\n"), value);
 }
 
 TEST(SystemRegTest, WhatIsDamagedOrOfAnotherKindCountsAsAbsent) {
-    const std::string good = "\"INSTALLPATH\"=\"C:\\\\T2\"\n";
-    EXPECT_EQ(Find(""), std::nullopt);
-    EXPECT_EQ(Find("REGEDIT4\n" + kSection + good), std::nullopt);
-    EXPECT_EQ(Find(kSection + good), std::nullopt);
+    for (const std::string& text : {std::string(), "REGEDIT4\n" + kSection + kGood, kSection + kGood,
+                                    kHead + "[Software\\\\Brightgate\\\\Tempest II\\\\v1.0\n" + kGood})
+        EXPECT_EQ(Find(text), std::nullopt) << text;
     for (const auto* line :
          {"\"INSTALLPATH\"=dword:00000001", "\"INSTALLPATH\"=str(2):\"C:\"", "\"INSTALLPATH\"=hex(7):43,00",
           "\"INSTALLPATH\"=\"C:\\\\T2", "\"INSTALLPATH\"=\"C:\\", "\"INSTALLPATH\"", "\"INSTALLPATH",
           "\"INSTALLPATH\"=\"C:\" rest", "\"INSTALLPATH2\"=\"C:\""}) {
         EXPECT_EQ(Find(kHead + kSection + line), std::nullopt) << line;
-        EXPECT_EQ(Find(kHead + kSection + line + "\n" + kSection32 + good), "C:\\T2") << line;
+        EXPECT_EQ(Find(kHead + kSection + line + "\n" + kSection32 + kGood), "C:\\T2") << line;
     }
-    EXPECT_EQ(Find(kHead + "[Software\\\\Brightgate\\\\Tempest II\\\\v1.0\n" + good), std::nullopt);
     // A line without end is neither kept in memory nor taken for another one.
-    EXPECT_EQ(Find(kHead + kSection + std::string(300'000, 'x') + good), std::nullopt);
-    EXPECT_EQ(Find(kHead + kSection + std::string(300'000, 'x') + "\n" + good, 1000), "C:\\T2");
+    const std::string endless(300'000, 'x');
+    EXPECT_EQ(Find(kHead + kSection + endless + kGood), std::nullopt);
+    EXPECT_EQ(Find(kHead + kSection + endless + "\n" + kGood, 1000), "C:\\T2");
 }
 
 TEST(SystemRegTest, AnyDamageInAnyPiecesIsSurvivedAlike) {
@@ -80,5 +74,4 @@ TEST(SystemRegTest, AnyDamageInAnyPiecesIsSurvivedAlike) {
 }
 
 } // namespace
-
 } // namespace quillbay

@@ -1,4 +1,3 @@
-#include "platform/CaseFold.h"
 #include "platform/DosPath.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramLocation.h"
@@ -26,31 +25,6 @@ TEST(WindowsTextTest, LosesNoUnitOfAName) {
     EXPECT_EQ(NarrowText(L"\xD83D\xDE00 \xD83D"), "\U0001F600 \xED\xA0\xBD");
     // No two names that are not UTF-8 lead to one.
     EXPECT_NE(WidenText("\xFF"), WidenText("\xFE"));
-}
-
-TEST(WindowsCaseFoldTest, MapsLettersOneForOne) {
-    struct {
-        const char* name;
-        const char* folded;
-    } const rows[] = {
-        {"odf\\Ships_1.z", "ODF\\SHIPS_1.Z"},
-        {"\u00E4\u00F6\u00FF\u0153", "\u00C4\u00D6\u0178\u0152"},
-        {"\u03B1\u03C9\u03AC", "\u0391\u03A9\u0386"},
-        {"\u0436\u0451", "\u0416\u0401"},
-        {"\u00DF", "\u00DF"},
-        {"\u0131\u017F", "\u0131\u017F"}, // their capitals are ASCII
-        {"\xFF\xE4z", "\xFF\xE4Z"},
-        {"\xED\xA0\x80z", "\xED\xA0\x80Z"},
-        {"\U00010428", "\U00010428"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(FoldCase(row.name), row.folded) << row.name;
-        EXPECT_TRUE(EqualFolded(row.name, row.folded)) << row.name;
-        EXPECT_FALSE(EqualFolded(row.name, std::string(row.folded) + "x")) << row.name;
-    }
-    EXPECT_FALSE(EqualFolded("i", "\u0131"));
-    EXPECT_TRUE(LessFolded("B", "a") == false && LessFolded("a", "B"));
-    EXPECT_TRUE(LessFolded("A", "a") && !LessFolded("a", "A") && !LessFolded("a", "a"));
 }
 
 TEST(WindowsDosPathTest, GivesShortNamesThatLeadToTheSameFolder) {

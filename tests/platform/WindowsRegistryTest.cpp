@@ -7,18 +7,15 @@
 namespace quillbay::test {
 namespace {
 
-constexpr char kKey[] = "Software\\Quillbay Tests\\Reader";
-
 class WindowsRegistryTest : public testing::Test {
 protected:
     WindowsRegistryTest() { RemoveKeys(); }
     ~WindowsRegistryTest() override { RemoveKeys(); }
 
     static void RemoveKeys() {
-        for (const REGSAM view : {KEY_WOW64_64KEY, KEY_WOW64_32KEY}) {
-            RegDeleteKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Quillbay Tests\\Reader", view, 0);
-            RegDeleteKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Quillbay Tests", view, 0);
-        }
+        for (const REGSAM view : {KEY_WOW64_64KEY, KEY_WOW64_32KEY})
+            for (const wchar_t* key : {L"Software\\Quillbay Tests\\Reader", L"Software\\Quillbay Tests"})
+                RegDeleteKeyExW(HKEY_LOCAL_MACHINE, key, view, 0);
     }
 
     static void Put(REGSAM view, const wchar_t* name, DWORD type, std::wstring_view data) {
@@ -32,38 +29,34 @@ protected:
         RegCloseKey(key);
     }
 
-    std::string Read(std::string_view name) { return registry_->ReadRegistryString(kKey, name, "none"); }
-
-    std::unique_ptr<Registry> registry_ = MakeRegistry();
+    static std::string Read(std::string_view name) {
+        return MakeRegistry()->ReadRegistryString("SOFTWARE\\Quillbay TESTS\\Reader", name, "none");
+    }
 };
 
 TEST_F(WindowsRegistryTest, ReadsBothViewsTheWiderFirst) {
     EXPECT_EQ(Read("INSTALLPATH"), "none");
     Put(KEY_WOW64_32KEY, L"INSTALLPATH", REG_SZ, L"C:\\Old");
     EXPECT_EQ(Read("INSTALLPATH"), "C:\\Old");
-    Put(KEY_WOW64_64KEY, L"Other", REG_SZ, L"x");
+    Put(KEY_WOW64_64KEY, L"INSTALLPATH", REG_DWORD, L"ab");
     EXPECT_EQ(Read("INSTALLPATH"), "C:\\Old");
     Put(KEY_WOW64_64KEY, L"INSTALLPATH", REG_SZ, L"C:\\New\\");
     EXPECT_EQ(Read("InstallPath"), "C:\\New\\");
-    EXPECT_EQ(registry_->ReadRegistryString("SOFTWARE\\quillbay TESTS\\reader", "other"), "x");
 }
 
 TEST_F(WindowsRegistryTest, TakesOnlyPlainStringsUpToTheirFirstNul) {
-    Put(KEY_WOW64_64KEY, L"Nul", REG_SZ, std::wstring_view(L"C:\\G\u00E4mes\0rest\0", 13));
-    Put(KEY_WOW64_64KEY, L"Unterminated", REG_SZ, std::wstring_view(L"C:\\Games", 8));
-    Put(KEY_WOW64_64KEY, L"Empty", REG_SZ, {});
-    Put(KEY_WOW64_64KEY, L"Expand", REG_EXPAND_SZ, L"%windir%");
-    Put(KEY_WOW64_64KEY, L"Number", REG_DWORD, L"ab");
-    Put(KEY_WOW64_64KEY, L"Long", REG_SZ, std::wstring(5000, L'x'));
-
-    EXPECT_EQ(Read("Nul"), "C:\\G\xC3\xA4mes");
-    EXPECT_EQ(Read("Unterminated"), "C:\\Games");
-    EXPECT_EQ(Read("Empty"), "");
-    EXPECT_EQ(Read("Expand"), "none");
-    EXPECT_EQ(Read("Number"), "none");
-    Put(KEY_WOW64_32KEY, L"Number", REG_SZ, L"text");
-    EXPECT_EQ(Read("Number"), "text");
-    EXPECT_EQ(Read("Long"), std::string(5000, 'x'));
+    const std::wstring nul(L"C:\\G\u00E4mes\0rest\0", 13);
+    const std::wstring longText(5000, L'x');
+    for (const auto& [type, data, expected] :
+         {std::tuple{REG_SZ, std::wstring_view(nul), std::string("C:\\G\u00E4mes")},
+          {REG_SZ, std::wstring_view(L"C:\\Games"), "C:\\Games"}, // without its NUL
+          {REG_SZ, std::wstring_view(), ""},
+          {REG_EXPAND_SZ, std::wstring_view(L"%windir%"), "none"},
+          {REG_DWORD, std::wstring_view(L"ab"), "none"},
+          {REG_SZ, std::wstring_view(longText), std::string(5000, 'x')}}) {
+        Put(KEY_WOW64_64KEY, L"Value", static_cast<DWORD>(type), data);
+        EXPECT_EQ(Read("Value"), expected);
+    }
 }
 
 } // namespace

@@ -25,40 +25,29 @@ AnswerBoxes& AnswerBoxes::ThenType(const QString& text) {
 
 void AnswerBoxes::Look() {
     const QPointer<QDialog> dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || dialog == answered_ || !dialog->isVisible()) return;
-    const QPointer<QMessageBox> box = qobject_cast<QMessageBox*>(dialog);
+    auto* box = qobject_cast<QMessageBox*>(dialog);
     auto* input = qobject_cast<QInputDialog*>(dialog);
-    if (!box && !input) return;
+    if ((!box && !input) || dialog == answered_ || !dialog->isVisible()) return;
     answered_ = dialog;
-
     Answer answer;
     if (!answers_.empty()) {
         answer = std::move(answers_.front());
         answers_.pop_front();
     }
-    if (box) {
-        AnswerBox(box, answer);
-        return;
-    }
-    seen_.push_back(
-        {input->windowTitle(), input->labelText(), {}, QMessageBox::NoIcon, QMessageBox::NoButton});
-    if (answer.text) {
+    if (box)
+        seen_.push_back({box->windowTitle(), box->text(), box->informativeText(), box->icon()});
+    else
+        seen_.push_back({input->windowTitle(), input->labelText(), {}, QMessageBox::NoIcon});
+    if (box && answer.whileOpen) answer.whileOpen(*box);
+    if (!dialog) return;
+    if (QAbstractButton* button = box ? box->button(answer.button) : nullptr) {
+        button->click();
+    } else if (input && answer.text) {
         input->setTextValue(*answer.text);
         input->accept();
     } else {
-        input->reject();
+        dialog->reject();
     }
-}
-
-void AnswerBoxes::AnswerBox(const QPointer<QMessageBox>& box, const Answer& answer) {
-    seen_.push_back(
-        {box->windowTitle(), box->text(), box->informativeText(), box->icon(), box->standardButtons()});
-    if (answer.whileOpen) answer.whileOpen(*box);
-    if (!box) return;
-    if (QAbstractButton* button = box->button(answer.button))
-        button->click();
-    else
-        box->reject();
 }
 
 bool WaitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }

@@ -18,7 +18,6 @@ struct SeenBox {
     QString text; ///< of an input box: its prompt
     QString informative;
     QMessageBox::Icon icon;
-    QMessageBox::StandardButtons buttons;
 };
 
 /// While it lives, every message box and input box that opens is written down and answered: with the next of
@@ -40,7 +39,6 @@ private:
     };
 
     void Look();
-    void AnswerBox(const QPointer<QMessageBox>& box, const Answer& answer);
 
     QTimer timer_;
     QPointer<QDialog> answered_;

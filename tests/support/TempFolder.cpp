@@ -10,33 +10,23 @@ namespace quillbay::test {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-std::string ToUtf8(const fs::path& path) {
-    const auto text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
-} // namespace
-
 TempFolder::TempFolder() {
     std::random_device random;
     fs::path folder;
     do {
         folder = fs::temp_directory_path() / ("quillbay-test-" + std::to_string(random()));
     } while (!fs::create_directory(folder));
-    path_ = ToUtf8(fs::canonical(folder));
+    const auto text = fs::canonical(folder).u8string();
+    path_.assign(text.begin(), text.end());
 }
 
 TempFolder::~TempFolder() {
     const fs::path root = DiskPath(path_);
     std::error_code ignored;
     // Read-only files cannot be removed on Windows.
-    for (auto at = fs::recursive_directory_iterator(root, ignored); at != fs::recursive_directory_iterator();
-         at.increment(ignored)) {
-        if (at->is_symlink(ignored)) continue;
-        fs::permissions(at->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
-    }
+    for (auto at = fs::recursive_directory_iterator(root, ignored); at != end(at); at.increment(ignored))
+        if (!at->is_symlink(ignored))
+            fs::permissions(at->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
     fs::remove_all(root, ignored);
 }
 
