@@ -1,6 +1,7 @@
 #include "platform/ShellOpener.h"
 #include "platform/SingleInstance.h"
 #include "platform/SoundPlayer.h"
+#include "platform/posix/UniqueFd.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
@@ -11,14 +12,8 @@
 #include <thread>
 #include <unistd.h>
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
-
-using test::DiskText;
-using test::FileBytes;
-using test::PutFile;
-using test::PutFolder;
-using test::ScopedVariable;
 
 /// Programs of the test's own in a PATH that holds nothing else.
 class PosixProcessTest : public testing::Test {
@@ -45,24 +40,26 @@ protected:
         return record;
     }
 
-    test::TempFolder temp_;
+    TempFolder temp_;
     std::string bin_ = DiskText(temp_ / "bin");
     ScopedVariable path_{"PATH", ":" + bin_};
     ScopedVariable prefix_{"WINEPREFIX", std::nullopt};
+    const std::unique_ptr<ShellOpener> opener_ = MakeShellOpener();
 };
 
 TEST_F(PosixProcessTest, FilesAndAddressesGoToTheDesktop) {
     PutFile(temp_ / "Mods\\Read me & more.txt", "x");
-    const auto opener = MakeShellOpener();
-    EXPECT_EQ(opener->OpenWithShell(temp_ / "Mods"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(opener_->OpenWithShell(temp_ / "Mods"), std::errc::no_such_file_or_directory);
     PutProgram("xdg-open", "\"$#\" \"$1\"");
-    EXPECT_FALSE(opener->OpenWithShell(temp_ / "mods\\READ ME & more.txt"));
-    EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods/Read me & more.txt") + "\n");
-    EXPECT_FALSE(opener->OpenWithShell(temp_ / "Mods\\"));
-    EXPECT_EQ(TakeRecord(), "1\n" + DiskText(temp_ / "Mods") + "\n");
-    EXPECT_FALSE(opener->OpenWithShell("mailto:a@b.example?subject=C:\\x", "C:\\"));
-    EXPECT_EQ(TakeRecord(), "1\nmailto:a@b.example?subject=C:\\x\n");
-    EXPECT_EQ(opener->OpenWithShell(temp_ / "none"), std::errc::no_such_file_or_directory);
+    const std::string address = "mailto:a@b.example?subject=C:\\x";
+    for (const auto& [target, folder, argument] :
+         {std::tuple{temp_ / "mods\\READ ME & more.txt", "", DiskText(temp_ / "Mods/Read me & more.txt")},
+          {temp_ / "Mods\\", "", DiskText(temp_ / "Mods")},
+          {address, "C:\\", address}}) {
+        EXPECT_FALSE(opener_->OpenWithShell(target, folder)) << target;
+        EXPECT_EQ(TakeRecord(), "1\n" + argument + "\n");
+    }
+    EXPECT_EQ(opener_->OpenWithShell(temp_ / "none"), std::errc::no_such_file_or_directory);
     // The programs are not ours to wait for.
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
@@ -72,29 +69,27 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
     PutFile(temp_ / "prefix\\drive_c\\T2\\Go.BAT", "x");
     PutFolder(temp_ / "prefix\\dosdevices");
     PutProgram("wine", "\"$1\" \"$2\" \"$3\" \"$WINEPREFIX\" \"$(pwd)\"");
-    const std::string game = DiskText(temp_ / "prefix/drive_c/T2");
-    const auto opener = MakeShellOpener();
-    EXPECT_FALSE(opener->OpenWithShell(temp_ / "prefix\\drive_c\\t2\\go.bat", temp_ / "prefix\\drive_c\\T2"));
+    const std::string game = temp_ / "prefix\\drive_c\\t2";
+    EXPECT_FALSE(opener_->OpenWithShell(game + "\\go.bat", game));
+    const std::string prefix = DiskText(temp_ / "prefix");
     EXPECT_EQ(TakeRecord(),
-              "start\n/unix\n" + game + "/Go.BAT\n" + DiskText(temp_ / "prefix") + "\n" + game + "\n");
-    EXPECT_EQ(opener->OpenWithShell(temp_ / "prefix\\drive_c\\T2\\Go.BAT", temp_ / "none"),
+              "start\n/unix\n" + prefix + "/drive_c/T2/Go.BAT\n" + prefix + "\n" + prefix + "/drive_c/T2\n");
+    EXPECT_EQ(opener_->OpenWithShell(game + "\\go.bat", temp_ / "none"),
               std::errc::no_such_file_or_directory);
 }
 
 TEST_F(PosixProcessTest, StartedProgramsInheritNothing) {
     PutFile(temp_ / "file.txt", "x");
     // A descriptor that somebody forgot to mark, and a signal that the program ignores.
-    const int forgotten = ::open(DiskText(temp_ / "file.txt").c_str(), O_RDONLY);
-    ASSERT_GE(forgotten, 0);
+    const UniqueFd forgotten(::open(DiskText(temp_ / "file.txt").c_str(), O_RDONLY));
     const auto oldHandler = std::signal(SIGPIPE, SIG_IGN);
     PutProgram("xdg-open", "\"$(/bin/readlink /proc/$$/fd/*)\" \"$(/bin/grep SigIgn /proc/$$/status)\"");
-    EXPECT_FALSE(MakeShellOpener()->OpenWithShell(temp_ / "file.txt"));
+    EXPECT_FALSE(opener_->OpenWithShell(temp_ / "file.txt"));
     const auto record = TakeRecord();
-    EXPECT_NE(record.find("/dev/null"), std::string::npos) << record;
-    EXPECT_EQ(record.find("file.txt"), std::string::npos) << record;
-    EXPECT_NE(record.find("SigIgn:\t0000000000000000"), std::string::npos) << record;
     std::signal(SIGPIPE, oldHandler);
-    ::close(forgotten);
+    EXPECT_TRUE(record.starts_with("/dev/null\n")) << record;
+    EXPECT_EQ(record.find("file.txt"), std::string::npos) << record;
+    EXPECT_TRUE(record.ends_with("SigIgn:\t0000000000000000\n")) << record;
 }
 
 TEST_F(PosixProcessTest, ASecondSoundStopsTheFirst) {
@@ -121,7 +116,7 @@ TEST_F(PosixProcessTest, ASecondSoundStopsTheFirst) {
 }
 
 TEST(PosixSingleInstanceTest, LocksInTheRunTimeThenInTheTemporaryFolderThenNotAtAll) {
-    const test::TempFolder temp;
+    const TempFolder temp;
     const auto expectLock = [&](const std::string& name) {
         auto first = SingleInstance::Acquire();
         EXPECT_TRUE(std::filesystem::exists(temp.Path() + name)) << name;
@@ -140,4 +135,4 @@ TEST(PosixSingleInstanceTest, LocksInTheRunTimeThenInTheTemporaryFolderThenNotAt
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

@@ -4,11 +4,19 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 
 namespace quillbay::test {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+std::string ToText(const std::u8string& text) { return {text.begin(), text.end()}; }
+
+} // namespace
 
 TempFolder::TempFolder() {
     std::random_device random;
@@ -16,8 +24,7 @@ TempFolder::TempFolder() {
     do {
         folder = fs::temp_directory_path() / ("quillbay-test-" + std::to_string(random()));
     } while (!fs::create_directory(folder));
-    const auto text = fs::canonical(folder).u8string();
-    path_.assign(text.begin(), text.end());
+    path_ = ToText(fs::canonical(folder).u8string());
 }
 
 TempFolder::~TempFolder() {
@@ -32,6 +39,33 @@ TempFolder::~TempFolder() {
 
 std::string TempFolder::operator/(std::string_view relative) const {
     return path_ + "\\" + std::string(relative);
+}
+
+std::string TempFolder::Contents() const {
+    const fs::path root = DiskPath(path_);
+    std::set<std::string> found;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        const auto name = ToText(entry.path().lexically_relative(root).generic_u8string());
+        if (entry.is_symlink())
+            found.insert(name + "->" + ToText(fs::read_symlink(entry.path()).u8string()));
+        else
+            found.insert(entry.is_directory() ? name + '/' : name + '=' + FileBytes(*this / name));
+    }
+    std::string contents;
+    for (const auto& text : found)
+        contents += (contents.empty() ? "" : " ") + text;
+    return contents;
+}
+
+void TempFolder::Put(const std::string& contents) const {
+    std::istringstream stream(contents);
+    for (std::string text; stream >> text;) {
+        const auto at = text.find('=');
+        if (text.ends_with('/'))
+            PutFolder(*this / text);
+        else
+            PutFile(*this / text.substr(0, at), text.substr(at + 1));
+    }
 }
 
 fs::path DiskPath(std::string_view path) {

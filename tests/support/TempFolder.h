@@ -18,6 +18,10 @@ public:
     const std::string& Path() const { return path_; }
     /// A path below it; `relative` as the program writes paths.
     std::string operator/(std::string_view relative) const;
+    /// All that is in it, sorted: "empty/ link->text sub/ sub/file=bytes". Read past the code under test.
+    std::string Contents() const;
+    /// Makes the files and folders of such a text, whose names and bytes hold no blank.
+    void Put(const std::string& contents) const;
 
 private:
     std::string path_;
