@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 namespace quillbay {
@@ -52,6 +54,33 @@ TEST_F(HelpWindow, ReadmeShowsTheChosenTopicAndTheAddressWithTheLast) {
     ASSERT_TRUE(test::WaitFor([&] { return !Item("menuHelpViewReadme").isChecked(); }));
     OpenWindow("menuHelpViewReadme", "frmReadme");
     EXPECT_EQ(list.currentRow(), 0);
+}
+
+TEST_F(HelpWindow, ReadmeHasItsTopicsInTheirOrderAndLevels) {
+    QWidget& readme = OpenWindow("menuHelpViewReadme", "frmReadme");
+    auto& list = Control<QListWidget>(readme, "lstChoices");
+    QString levels;
+    QSet<QString> names;
+    for (int row = 0; row < list.count(); ++row) {
+        list.setCurrentRow(row);
+        const QString name = list.item(row)->text();
+        names.insert(name.trimmed());
+        levels += QString::number((name.size() - name.trimmed().size()) / 4);
+        EXPECT_TRUE(
+            Control<QLabel>(readme, "lblDisplay").text().contains(QRegularExpression("^[^{}~\r\t]+$")))
+            << qPrintable(name);
+    }
+    EXPECT_EQ(levels, "0111110111123323112233333122222"
+                      "0112211211220");
+    EXPECT_EQ(names.size(), 44);
+}
+
+TEST(ReadmeTopics, TextJoinsTheLinesOfAParagraph) {
+    const ReadmeTopic topic{"", 0,
+                            "One\ntwo\n\nThree:\n- four\nfive\n1. six\n    {program}\nseven {address}"};
+    EXPECT_EQ(ReadmeText(topic, "P{address}"),
+              "One two\n\nThree:\n- four five\n1. six\n    P{address}\nseven " +
+                  std::string(kContactAddress));
 }
 
 TEST_F(HelpWindow, ChangesStandFromTopToBottom) {

@@ -129,31 +129,6 @@ TEST_F(FileSystemContractTest, EveryOperationTellsWhatIsMissingAndWhatIsNoPath) 
     EXPECT_EQ(temp_.Contents(), "file=x");
 }
 
-TEST_F(FileSystemContractTest, ReadsAnyPartOfAFile) {
-    PutFile(file_, std::string("ab\0\r\ncd", 7));
-    EXPECT_EQ(disk_->Read(file_, 0, 100).ValueOr({}), std::string("ab\0\r\ncd", 7));
-    EXPECT_EQ(disk_->Read(file_, 5, 1).ValueOr({}), "c");
-    EXPECT_EQ(disk_->Read(file_, 6, SIZE_MAX).ValueOr({}), "d");
-    EXPECT_EQ(disk_->Read(file_, 7, 5).ValueOr("none"), "");
-    EXPECT_EQ(disk_->Read(file_, UINT64_MAX, SIZE_MAX).ValueOr("none"), "");
-    EXPECT_TRUE(disk_->Read(temp_.Path(), 0, 1).Error());
-    EXPECT_EQ(disk_->ReadLink(file_).Error(), std::errc::invalid_argument);
-}
-
-TEST_F(FileSystemContractTest, ComparesContents) {
-    const std::string bytes(700'001, 'x');
-    const std::string changed = std::string(700'000, 'x') + 'y';
-    temp_.Put("a=" + bytes + " same=" + bytes + " changed=" + changed + " longer=" + changed +
-              "z empty= empty2=");
-    for (const auto& [name, other, same] : {std::tuple{"a", "same", true},
-                                            {"a", "a", true},
-                                            {"a", "changed", false},
-                                            {"changed", "longer", false},
-                                            {"empty", "empty2", true}})
-        EXPECT_EQ(disk_->SameContents(temp_ / name, temp_ / other).ValueOr(!same), same) << name << other;
-    EXPECT_TRUE(disk_->SameContents(temp_ / "a", temp_.Path()).Error());
-}
-
 TEST_F(FileSystemContractTest, MakesAndRemovesFoldersAndProtectedFiles) {
     temp_.Put("file=x full/protected=x tree/a/.hidden=x tree/a/b/protected=x");
     for (const char* name : {"full\\protected", "tree\\a\\b\\protected"})
@@ -163,10 +138,13 @@ TEST_F(FileSystemContractTest, MakesAndRemovesFoldersAndProtectedFiles) {
     EXPECT_EQ(disk_->RemoveEmptyFolder(file_), std::errc::not_a_directory);
     EXPECT_EQ(disk_->RemoveTree(file_), std::errc::not_a_directory);
     EXPECT_EQ(disk_->TreeSize(file_).Error(), std::errc::not_a_directory);
+    EXPECT_EQ(disk_->ReadLink(file_).Error(), std::errc::invalid_argument);
     EXPECT_FALSE(disk_->MakeFolder(full + "\\"));
     EXPECT_EQ(disk_->RemoveEmptyFolder(full), std::errc::directory_not_empty);
     EXPECT_EQ(disk_->RemoveTree(full + "\\."), std::errc::invalid_argument);
     EXPECT_TRUE(disk_->RemoveFile(full));
+    EXPECT_TRUE(disk_->Read(full, 0, 1).Error());
+    EXPECT_TRUE(disk_->SameContents(file_, full).Error());
     EXPECT_FALSE(disk_->RemoveTree(temp_ / "tree"));
     EXPECT_EQ(temp_.Contents(), "file=x full/ full/protected=x");
     EXPECT_FALSE(disk_->RemoveFile(full + "\\protected"));
@@ -174,8 +152,10 @@ TEST_F(FileSystemContractTest, MakesAndRemovesFoldersAndProtectedFiles) {
     EXPECT_EQ(temp_.Contents(), "file=x");
 }
 
-TEST_F(FileSystemContractTest, CopiesAndWritesEveryByte) {
-    PutFile(temp_ / "Written", "old");
+TEST_F(FileSystemContractTest, CopiesWritesReadsAndComparesEveryByte) {
+    temp_.Put("Written=old");
+    const std::string copy = temp_ / "copy";
+    const auto isSame = [&](const std::string& other) { return disk_->SameContents(file_, other); };
     for (const std::string& bytes :
          {std::string(1'500'000, '\xAB'), std::string("a\0\r\n", 4), std::string()}) {
         SCOPED_TRACE(bytes.size());
@@ -183,17 +163,26 @@ TEST_F(FileSystemContractTest, CopiesAndWritesEveryByte) {
         ASSERT_FALSE(disk_->SetModified(file_, kOldTime));
         ASSERT_FALSE(disk_->SetReadOnly(file_, true));
         for (const bool writable : {false, true}) {
-            EXPECT_FALSE(disk_->Copy(file_, temp_ / "copy",
-                                     {.replace = true, .flush = !writable, .makeWritable = writable}));
+            EXPECT_FALSE(
+                disk_->Copy(file_, copy, {.replace = true, .flush = !writable, .makeWritable = writable}));
             EXPECT_EQ(BytesOf("copy"), bytes);
             EXPECT_EQ(InfoOf("copy").modified, kOldTime);
             EXPECT_EQ(InfoOf("copy").readOnly, !writable);
         }
         ASSERT_FALSE(disk_->SetReadOnly(file_, false));
-        EXPECT_FALSE(disk_->WriteFile(temp_ / "WRITTEN", bytes));
-        EXPECT_EQ(BytesOf("Written"), bytes);
+        EXPECT_EQ(disk_->Read(file_, 0, SIZE_MAX).ValueOr("none"), bytes);
+        EXPECT_EQ(disk_->Read(file_, UINT64_MAX, SIZE_MAX).ValueOr("none"), "");
+        for (const std::string& same : {file_, copy})
+            EXPECT_EQ(isSame(same).ValueOr(false), true);
+        for (const std::string& changed : {bytes + 'x', bytes.substr(0, bytes.size() / 2) + 'x'}) {
+            EXPECT_FALSE(disk_->WriteFile(temp_ / "WRITTEN", changed));
+            EXPECT_EQ(BytesOf("Written"), changed);
+            EXPECT_EQ(isSame(temp_ / "Written").ValueOr(true), false);
+        }
+        if (!bytes.empty()) PutFile(copy, bytes.substr(1) + 'x');
+        EXPECT_EQ(isSame(copy).ValueOr(!bytes.empty()), bytes.empty()) << "the last byte";
     }
-    EXPECT_EQ(temp_.Contents(), "Written= copy= file=");
+    EXPECT_EQ(temp_.Contents(), "Written=x copy= file=");
 }
 
 TEST_F(FileSystemContractTest, ReplacesOnlyWhatItMay) {

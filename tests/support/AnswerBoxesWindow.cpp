@@ -12,17 +12,6 @@ AnswerBoxes::AnswerBoxes() {
     timer_.start(0);
 }
 
-AnswerBoxes& AnswerBoxes::Then(QMessageBox::StandardButton answer,
-                               std::function<void(QMessageBox&)> whileOpen) {
-    answers_.push_back({answer, std::move(whileOpen), {}});
-    return *this;
-}
-
-AnswerBoxes& AnswerBoxes::ThenType(const QString& text) {
-    answers_.push_back({QMessageBox::NoButton, {}, text});
-    return *this;
-}
-
 void AnswerBoxes::Look() {
     const QPointer<QDialog> dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     auto* box = qobject_cast<QMessageBox*>(dialog);

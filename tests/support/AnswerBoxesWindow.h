@@ -26,9 +26,15 @@ class AnswerBoxes {
 public:
     AnswerBoxes();
 
-    AnswerBoxes& Then(QMessageBox::StandardButton answer, std::function<void(QMessageBox&)> whileOpen = {});
+    AnswerBoxes& Then(QMessageBox::StandardButton answer, std::function<void(QMessageBox&)> whileOpen = {}) {
+        answers_.push_back({answer, std::move(whileOpen), {}});
+        return *this;
+    }
     /// Types the text into an input box and confirms it.
-    AnswerBoxes& ThenType(const QString& text);
+    AnswerBoxes& ThenType(const QString& text) {
+        answers_.push_back({QMessageBox::NoButton, {}, text});
+        return *this;
+    }
     const std::vector<SeenBox>& Seen() const { return seen_; }
 
 private:

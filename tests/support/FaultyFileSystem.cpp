@@ -23,7 +23,7 @@ void RemoveHalf(std::string_view folder) {
 } // namespace
 
 template <typename Replace>
-void FaultyFileSystem::LeaveTemp(std::string_view to, std::string_view bytes, Replace replace) {
+void FaultyFileSystem::LeaveTemp(Text to, Text bytes, Replace replace) {
     const auto temp = Join(Parent(to), kTempNew);
     if (fault_ == Fault::EndTempHalf) test::PutFile(temp, bytes.substr(0, bytes.size() / 2));
     if (fault_ == Fault::EndTempWhole) test::PutFile(temp, bytes);
@@ -34,21 +34,21 @@ void FaultyFileSystem::LeaveTemp(std::string_view to, std::string_view bytes, Re
     test::PutFile(temp, *old);
 }
 
-std::error_code FaultyFileSystem::RemoveTree(std::string_view folder) {
+std::error_code FaultyFileSystem::RemoveTree(Text folder) {
     if (IsNext() && fault_ == Fault::EndTempHalf) RemoveHalf(folder);
-    return Meet('t', [&] { return Base().RemoveTree(folder); });
+    return Meet('t', &FileSystem::RemoveTree, folder);
 }
 
-std::error_code FaultyFileSystem::Copy(std::string_view from, std::string_view to, CopyOptions options) {
+std::error_code FaultyFileSystem::Copy(Text from, Text to, CopyOptions options) {
     if (IsNext())
         LeaveTemp(to, Base().Read(from, 0, kWholeFile).ValueOr({}),
                   [&] { return Base().Copy(from, to, {.replace = true, .keepLink = true}); });
-    return Meet('c', [&] { return Base().Copy(from, to, options); });
+    return Meet('c', &FileSystem::Copy, from, to, options);
 }
 
-std::error_code FaultyFileSystem::WriteFile(std::string_view file, std::string_view bytes) {
+std::error_code FaultyFileSystem::WriteFile(Text file, Text bytes) {
     if (IsNext()) LeaveTemp(file, bytes, [&] { return Base().WriteFile(file, bytes); });
-    return Meet('c', [&] { return Base().WriteFile(file, bytes); });
+    return Meet('c', &FileSystem::WriteFile, file, bytes);
 }
 
 } // namespace quillbay

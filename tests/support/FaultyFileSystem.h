@@ -23,6 +23,7 @@ public:
     };
 
     using FileSystemWrapper::FileSystemWrapper;
+    using Text = std::string_view;
 
     /// The `number`-th operation (from 1) meets the fault.
     void Arm(std::size_t number, Fault fault, std::errc error = std::errc::io_error) {
@@ -38,66 +39,54 @@ public:
     /// 't' for the removal of a tree, '.' for any other.
     const std::string& Trace() const { return trace_; }
 
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
-        return Meet('.', [&] { return Base().List(folder, detail); });
+    Result<std::vector<DirEntry>> List(Text folder, Detail detail) const override {
+        return Meet('.', &FileSystem::List, folder, detail);
     }
-    Result<FileInfo> Stat(std::string_view path) const override {
-        return Meet('.', [&] { return Base().Stat(path); });
+    Result<FileInfo> Stat(Text path) const override { return Meet('.', &FileSystem::Stat, path); }
+    Result<std::string> Read(Text file, std::uint64_t offset, std::size_t maxBytes) const override {
+        return Meet('.', &FileSystem::Read, file, offset, maxBytes);
     }
-    Result<std::string> Read(std::string_view file, std::uint64_t offset, std::size_t max) const override {
-        return Meet('.', [&] { return Base().Read(file, offset, max); });
+    Result<std::string> ReadLink(Text path) const override { return Meet('.', &FileSystem::ReadLink, path); }
+    Result<bool> SameContents(Text file, Text other) const override {
+        return Meet('.', &FileSystem::SameContents, file, other);
     }
-    Result<std::string> ReadLink(std::string_view path) const override {
-        return Meet('.', [&] { return Base().ReadLink(path); });
+    Result<std::string> RealPath(Text path) const override { return Meet('.', &FileSystem::RealPath, path); }
+    std::error_code MakeFolder(Text folder) override { return Meet('.', &FileSystem::MakeFolder, folder); }
+    std::error_code RemoveEmptyFolder(Text folder) override {
+        return Meet('.', &FileSystem::RemoveEmptyFolder, folder);
     }
-    Result<bool> SameContents(std::string_view file, std::string_view other) const override {
-        return Meet('.', [&] { return Base().SameContents(file, other); });
-    }
-    Result<std::string> RealPath(std::string_view path) const override {
-        return Meet('.', [&] { return Base().RealPath(path); });
-    }
-    std::error_code MakeFolder(std::string_view folder) override {
-        return Meet('.', [&] { return Base().MakeFolder(folder); });
-    }
-    std::error_code RemoveEmptyFolder(std::string_view folder) override {
-        return Meet('.', [&] { return Base().RemoveEmptyFolder(folder); });
-    }
-    std::error_code RemoveFile(std::string_view file) override {
-        return Meet('.', [&] { return Base().RemoveFile(file); });
-    }
-    std::error_code RemoveTree(std::string_view folder) override;
-    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override;
-    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
+    std::error_code RemoveFile(Text file) override { return Meet('.', &FileSystem::RemoveFile, file); }
+    std::error_code RemoveTree(Text folder) override;
+    std::error_code Copy(Text from, Text to, CopyOptions options) override;
+    std::error_code HardLink(Text from, Text to, bool replace) override {
         if (!hardLinks_) return std::make_error_code(std::errc::operation_not_supported);
-        return Meet('.', [&] { return Base().HardLink(from, to, replace); });
+        return Meet('.', &FileSystem::HardLink, from, to, replace);
     }
-    std::error_code Rename(std::string_view from, std::string_view to) override {
-        return Meet('.', [&] { return Base().Rename(from, to); });
+    std::error_code Rename(Text from, Text to) override { return Meet('.', &FileSystem::Rename, from, to); }
+    std::error_code WriteFile(Text file, Text bytes) override;
+    std::error_code SetReadOnly(Text file, bool readOnly) override {
+        return Meet('.', &FileSystem::SetReadOnly, file, readOnly);
     }
-    std::error_code WriteFile(std::string_view file, std::string_view bytes) override;
-    std::error_code SetReadOnly(std::string_view file, bool readOnly) override {
-        return Meet('.', [&] { return Base().SetReadOnly(file, readOnly); });
-    }
-    std::error_code SetModified(std::string_view path, FileTime time) override {
-        return Meet('.', [&] { return Base().SetModified(path, time); });
+    std::error_code SetModified(Text path, FileTime time) override {
+        return Meet('.', &FileSystem::SetModified, path, time);
     }
 
 private:
-    template <typename Do>
-    auto Meet(char kind, Do operation) const -> decltype(operation()) {
+    template <typename Operation, typename... Arguments>
+    auto Meet(char kind, Operation operation, const Arguments&... arguments) const
+        -> decltype((Base().*operation)(arguments...)) {
         if (ended_) return error_;
         trace_.push_back(kind);
-        if (trace_.size() != at_ || fault_ == Fault::None) return operation();
-        if (fault_ == Fault::Fail) return error_;
-        ended_ = true;
-        if (fault_ == Fault::EndAfter) return operation();
+        if (trace_.size() != at_ || fault_ == Fault::None) return (Base().*operation)(arguments...);
+        ended_ = fault_ != Fault::Fail;
+        if (fault_ == Fault::EndAfter) return (Base().*operation)(arguments...);
         return error_;
     }
     bool IsNext() const { return !ended_ && trace_.size() + 1 == at_; }
     /// What the end of the process in the middle of writing `bytes` to `to` leaves; `replace` puts the new
     /// file in place.
     template <typename Replace>
-    void LeaveTemp(std::string_view to, std::string_view bytes, Replace replace);
+    void LeaveTemp(Text to, Text bytes, Replace replace);
 
     mutable std::string trace_;
     mutable bool ended_ = false;
