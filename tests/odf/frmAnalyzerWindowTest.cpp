@@ -1,28 +1,11 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QApplication>
-#include <QBuffer>
-#include <QClipboard>
-#include <QImage>
-#include <QLabel>
-#include <QMenu>
-#include <QPushButton>
-#include <QTreeWidget>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace quillbay::test {
 namespace {
-
-QByteArray Picture(QSize size, const char* format, QImage::Format pixels = QImage::Format_RGB32) {
-    QImage image(size, pixels);
-    image.fill(0);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes;
-}
 
 class Analyzer : public SelectorFixture {
 protected:
@@ -33,13 +16,15 @@ protected:
         list = &Control<QListWidget>(*opened, "lstFiles");
         picture = &Control<QLabel>(*opened, "picImages");
     }
+    /// By the texts below the root, joined by slashes.
     QTreeWidgetItem* Node(const QString& path) const {
         QTreeWidgetItem* node = tree->topLevelItem(0);
         for (const QString& text : path.split('/', Qt::SkipEmptyParts)) {
-            QTreeWidgetItem* found = nullptr;
-            for (int i = 0; node && i < node->childCount(); ++i)
-                if (node->child(i)->text(0) == text) found = node->child(i);
-            node = found;
+            int at = node->childCount() - 1;
+            while (at >= 0 && node->child(at)->text(0) != text)
+                --at;
+            if (at < 0) return nullptr;
+            node = node->child(at);
         }
         return node;
     }
@@ -47,6 +32,7 @@ protected:
         tree->setCurrentItem(Node(path));
         EXPECT_EQ(list->height(), tree->height());
     }
+    /// The rows, sorted; the selected one with a star.
     QStringList Files() const {
         QStringList names;
         for (int row = 0; row < list->count(); ++row)
@@ -54,34 +40,36 @@ protected:
         names.sort();
         return names;
     }
+    /// Below the rows when there is no such file.
     void ClickFile(const QString& name, Qt::MouseButton button = Qt::LeftButton) const {
         const auto found = list->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
         const QPoint outside(5, list->viewport()->height() - 2);
         QTest::mouseClick(list->viewport(), button, {},
                           found.isEmpty() ? outside : list->visualItemRect(found.front()).center());
     }
+    void Press(char key) const { QTest::keyClick(list, key, Qt::ControlModifier); }
     QString Text(const char* label) const { return Control<QLabel>(*opened, label).text(); }
     QAction& Command(const char* name) const { return Control<QAction>(*opened, name); }
-    /// The popup menu's items that can be chosen, in their order; closes the menu.
-    QStringList Menu(const char* name) const {
-        auto& menu = Control<QMenu>(*opened, name);
-        if (!menu.isVisible()) return {"(closed)"};
+    /// The items of the menu of the files, disabled ones with a minus; closes it.
+    QString Menu() const {
+        auto& menu = Control<QMenu>(*opened, "menuLstFilesRight");
+        if (!menu.isVisible()) return "(closed)";
         menu.close();
         QStringList items;
         for (const QAction* action : menu.actions())
-            if (action->isVisible()) items += action->text() + (action->isEnabled() ? "" : " -");
-        return items;
+            if (action->isVisible()) items += action->text() + (action->isEnabled() ? "" : "-");
+        return items.join(' ');
     }
-    void Mouse(QEvent::Type type, QPoint at) const {
-        QMouseEvent event(type, at, picture->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(picture, &event);
-    }
+    /// To a place that is seen from where the picture was before.
     void Drag(QPoint from, QPoint to) const {
-        Mouse(QEvent::MouseButtonPress, from);
         const QPoint moved = picture->mapToParent(to);
-        Mouse(QEvent::MouseMove, to);
-        Mouse(QEvent::MouseButtonRelease, picture->mapFromParent(moved));
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease}) {
+            const bool isUp = type == QEvent::MouseButtonRelease;
+            const QPoint at = type == QEvent::MouseButtonPress ? from : picture->mapFromParent(moved);
+            QMouseEvent event(type, at, picture->mapToGlobal(at), Qt::LeftButton,
+                              isUp ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(picture, &event);
+        }
     }
 
     QWidget* opened = nullptr;
@@ -123,37 +111,35 @@ TEST_F(Analyzer, TheTreeFollowsTheMainList) {
 }
 
 TEST_F(Analyzer, ShowsStatisticsBelowAShorterList) {
-    for (const char* name : {"a.odf", "b.ODF", "c.txt"})
-        Write(QString("program/mods/Alpha/odf/ships/%1").arg(name), "race = \"x & <b>\" // raw\r\n");
-    Write("program/mods/Alpha/loose.odf", "race = 1");
+    for (const char* name : {"ships/a.odf", "ships/b.ODF", "ships/c.txt", "loose.odf"})
+        Write(QStringLiteral("program/mods/Alpha/odf/") + name, "race = \"x & <b>\" // raw\r\n");
     Open();
     EXPECT_EQ(Text("lblOdfBuildTime"), "BuildTime =");
     ClickNode("Alpha/odf/ships");
-    ClickFile("a.odf");
-    EXPECT_EQ(Text("lblOdfRace"), "race = \"x & <b>\" // raw");
-    EXPECT_EQ(Text("lblOdfMaxHealth"), "maxHealth = (File does not contain 'maxHealth')");
-    EXPECT_EQ(list->height(), 173);
-    EXPECT_TRUE(Control<QLabel>(*opened, "lblOdfShieldRate").isVisible());
-    for (const char* name : {"b.ODF", "c.txt"}) {
+    for (const char* name : {"a.odf", "b.ODF", "c.txt"}) {
         ClickFile(name);
-        EXPECT_EQ(Text("lblOdfRace"), "") << name;
+        EXPECT_EQ(Text("lblOdfRace"), *name == 'a' ? "race = \"x & <b>\" // raw" : "") << name;
+        EXPECT_EQ(Text("lblOdfMaxHealth"),
+                  *name == 'a' ? "maxHealth = (File does not contain 'maxHealth')" : "");
         EXPECT_EQ(list->height(), 173) << name;
+        EXPECT_TRUE(Control<QLabel>(*opened, "lblOdfShieldRate").isVisible()) << name;
     }
-    ClickNode("Alpha");
+    ClickNode("Alpha/odf");
     ClickFile("loose.odf");
-    EXPECT_EQ(Text("lblOdfRace"), "");
+    EXPECT_EQ(Text("lblOdfRace"), "") << "no unit";
 }
 
 TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     Write("program/mods/Alpha/sound.wav", "s");
     Write("program/mods/Alpha/Sound.wav", "S");
     MakeFolder("program/mods/Beta");
+    AnswerBoxes boxes;
     Open();
     ClickNode("Alpha");
     ClickFile("below the rows", Qt::RightButton);
-    EXPECT_EQ(Menu("menuLstFilesRight"), QStringList{"(closed)"});
+    EXPECT_EQ(Menu(), "(closed)");
     ClickFile("Sound.wav", Qt::RightButton);
-    EXPECT_EQ(Menu("menuLstFilesRight"), (QStringList{"&Open", "&Remove", "&Copy", "&Paste -"}));
+    EXPECT_EQ(Menu(), "&Open &Remove &Copy &Paste-");
     Command("menuLstFilesRightOpen").trigger();
     ClickFile("sound.wav");
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
@@ -163,11 +149,10 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     EXPECT_EQ(shell.opened.size(), 1U);
 
     QApplication::clipboard()->setText("mine");
-    QTest::keyClick(list, Qt::Key_V, Qt::ControlModifier);
-    QTest::keyClick(list, Qt::Key_C, Qt::ControlModifier);
+    Press('V');
+    Press('C');
     EXPECT_EQ(QApplication::clipboard()->text(), "mine");
-    AnswerBoxes boxes;
-    QTest::keyClick(list, Qt::Key_V, Qt::ControlModifier);
+    Press('V');
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_EQ(boxes.Seen()[0].text + '|' + boxes.Seen()[0].title, "File already exists.|File exists");
     EXPECT_EQ(boxes.Seen()[0].icon, QMessageBox::Warning);
@@ -175,12 +160,12 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
 
     ClickNode("Beta");
     ClickFile("(No files found.)", Qt::RightButton);
-    EXPECT_EQ(Menu("menuLstFilesRight"), (QStringList{"&Open -", "&Remove -", "&Copy -", "&Paste"}));
-    QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(Menu(), "&Open- &Remove- &Copy- &Paste");
+    Press('D');
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(shell.opened.size(), 1U);
     ClickFile("below the rows", Qt::RightButton);
-    EXPECT_EQ(Menu("menuLstFilesRight"), QStringList{"&Paste"});
+    EXPECT_EQ(Menu(), "&Paste");
     Command("menuLstFilesRightPaste").trigger();
     EXPECT_EQ(Files(), QStringList{"sound.wav"});
     EXPECT_EQ(Read("program/mods/Beta/sound.wav"), "s");
@@ -189,74 +174,82 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     ClickFile("sound.wav");
     ClickFile("below the rows");
     EXPECT_FALSE(list->currentItem());
-    QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+    Press('D');
     EXPECT_TRUE(Exists("program/mods/Alpha/sound.wav")) << "no row was selected";
     ClickFile("sound.wav");
-    QTest::keyClick(list, Qt::Key_D, Qt::ControlModifier);
+    Press('D');
     EXPECT_EQ(Files(), QStringList{"Sound.wav"});
     ClickFile("Sound.wav", Qt::RightButton);
-    EXPECT_EQ(Menu("menuLstFilesRight").back(), "&Paste -") << "only the other spelling is there";
-    QTest::keyClick(list, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Menu(), "&Open &Remove &Copy &Paste-") << "only the other spelling is there";
+    Press('V');
     EXPECT_EQ(boxes.Seen().size(), 1U);
 }
 
 TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
-    Write("program/mods/Alpha/a.bmp", Picture({300, 200}, "bmp"));
-    Write("program/mods/Alpha/b.JPG", Picture({40, 30}, "jpg"));
-    QByteArray huge = Picture({32, 1}, "bmp", QImage::Format_Mono);
+    MakeFolder("program/mods/Alpha");
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(0);
+    image.save(Path("program/mods/Alpha/a.bmp"));
+    image.save(Path("program/mods/Alpha/b.JPG"));
+    const QString hugeFile = "program/mods/Alpha/huge.gif";
+    QImage(32, 1, QImage::Format_Mono).save(Path(hugeFile), "bmp");
+    QByteArray huge = Read(hugeFile);
     for (const int at : {18, 22}) // width and height
         huge.replace(at, 4, QByteArray("\x30\x75\0\0", 4));
-    Write("program/mods/Alpha/huge.gif", huge);
+    Write(hugeFile, huge);
     Open();
     ClickNode("Alpha");
     EXPECT_TRUE(picture->isHidden());
-    ClickFile("huge.gif");
-    EXPECT_TRUE(picture->isHidden());
-    EXPECT_TRUE(Control<QLabel>(*opened, "lblInvalidPic").isVisible());
-    ClickFile("b.JPG");
-    ClickFile("a.bmp");
-    EXPECT_FALSE(Control<QLabel>(*opened, "lblInvalidPic").isVisible());
-    EXPECT_EQ(list->height(), 173);
+    for (const char* name : {"huge.gif", "b.JPG", "a.bmp"}) {
+        ClickFile(name);
+        EXPECT_EQ(picture->isHidden(), *name == 'h') << name;
+        EXPECT_EQ(Control<QLabel>(*opened, "lblInvalidPic").isVisible(), *name == 'h') << name;
+        EXPECT_EQ(list->height(), 173) << name;
+    }
     const QRect box(288, 200, 277, 161);
-    EXPECT_EQ(picture->geometry(), box);
+    const QPoint corner(8512 / 15, 5482 / 15);
     Command("menuPicRightCopy").trigger();
     EXPECT_EQ(QApplication::clipboard()->pixmap().size(), QSize(300, 200));
-
     Drag({10, 10}, {50, 40});
     EXPECT_EQ(picture->geometry(), box) << "nothing happens in the normal mode";
     EXPECT_TRUE(tree->isVisible());
+
     const auto click = [&] { QTest::mouseClick(picture, Qt::LeftButton, {}, {5, 5}); };
+    /// What differs between the modes, but for the focus.
+    const auto expectFull = [&](bool full) {
+        EXPECT_EQ(tree->isHidden() && list->isHidden(), full);
+        EXPECT_EQ(tree->isHidden() || list->isHidden(), full);
+        EXPECT_EQ(Control<QLabel>(*opened, "lblOdfRace").toolTip(), full ? "" : "Race unit is in");
+        EXPECT_EQ(Command("menuPicRightFullWindow").text(), full ? "Normal &window" : "Full &window");
+        EXPECT_EQ(Command("menuPicRightCenter").isEnabled(), full);
+    };
     click();
     const QRect centred((opened->width() - 300) / 2, (opened->height() - 200) / 2, 300, 200);
     EXPECT_EQ(picture->geometry(), centred);
-    EXPECT_TRUE(tree->isHidden() && list->isHidden());
-    EXPECT_EQ(Control<QLabel>(*opened, "lblOdfRace").toolTip(), "");
-    EXPECT_EQ(Command("menuPicRightFullWindow").text(), "Normal &window");
-
+    expectFull(true);
     Drag({10, 10}, {50, 40});
     EXPECT_EQ(picture->geometry(), centred.translated(40, 30));
     Drag({10, 10}, {2000, 2000});
-    EXPECT_EQ(picture->pos(), QPoint(8512 / 15, 5482 / 15));
+    EXPECT_EQ(picture->pos(), corner);
     Drag({10, 10}, {-2000, 0});
-    EXPECT_EQ(picture->pos(), QPoint(8512 / 15, 5482 / 15 - 10)) << "it would leave the window";
+    EXPECT_EQ(picture->pos(), corner - QPoint(0, 10)) << "it would leave the window";
     Command("menuPicRightCenter").trigger();
     EXPECT_EQ(picture->geometry(), centred);
     click();
-    EXPECT_TRUE(tree->isVisible());
+    expectFull(false);
     EXPECT_EQ(opened->focusWidget(), list);
     EXPECT_EQ(picture->geometry(), box);
 
     click();
     Item("menuModAnalyzeMod").trigger();
-    EXPECT_TRUE(tree->isVisible() && list->isVisible() && picture->isHidden());
+    expectFull(false);
+    EXPECT_TRUE(picture->isHidden());
     ClickNode("Alpha");
     ClickFile("a.bmp");
     click();
     opened->close();
     ASSERT_TRUE(WaitFor([&] { return !Item("menuModAnalyzeMod").isChecked(); }));
-    EXPECT_FALSE(tree->isHidden() || list->isHidden() || Command("menuPicRightCenter").isEnabled());
-    EXPECT_EQ(Control<QLabel>(*opened, "lblOdfRace").toolTip(), "Race unit is in");
-    EXPECT_EQ(Command("menuPicRightFullWindow").text(), "Full &window");
+    expectFull(false);
 }
 
 } // namespace
