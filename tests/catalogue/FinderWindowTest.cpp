@@ -8,8 +8,6 @@
 namespace quillbay {
 namespace {
 
-bool Always() { return true; }
-
 class FinderWindow : public test::SelectorFixture {
 protected:
     FinderWindow() {
@@ -17,47 +15,48 @@ protected:
         for (const char* file : {"game/AdmiralsLog/a.odf", "game/AdmiralsLog/b.odf", "game/odf/c.odf"})
             Write(file, "123");
         RecompileFileList(*disk, Path("game").toStdString(), Path("program").toStdString());
-        Write("target/file", "");
     }
     ~FinderWindow() override { QLocale::setDefault(QLocale::system()); }
 
     /// Two new and two modified files, in the first folder and in a later one.
+    const QStringList new_{R"(AdmiralsLog\new.odf)", R"(odf\new.odf)"};
+    const QStringList modified_{R"(AdmiralsLog\a.odf)", R"(odf\c.odf)"};
     void ChangeGame() const {
         for (const QString& file : new_ + modified_)
             Write("game/" + QString(file).replace('\\', '/'), "12");
     }
-    const QStringList new_{R"(AdmiralsLog\new.odf)", R"(odf\new.odf)"};
-    const QStringList modified_{R"(AdmiralsLog\a.odf)", R"(odf\c.odf)"};
-
     void Open() {
         if (!window && !Start()) ADD_FAILURE();
         finder_ = &OpenWindow("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
         list_ = &In<QListWidget>("lstList");
         path_ = &In<QLineEdit>("txtPath");
     }
+    bool CloseAndWait() const {
+        finder_->close();
+        return test::WaitFor([&] { return !Mark().isChecked(); });
+    }
+    QAction& Mark() const { return *Control<QMenu>("menuManagerModFiles").menuAction(); }
     template <typename T>
     T& In(const char* name) const {
         return Control<T>(*finder_, name);
     }
     QString Text(const char* label) const { return In<QLabel>(label).text(); }
-    QAbstractButton& Button(const char* name) const { return In<QAbstractButton>(name); }
     void Click(const char* name) const { QTest::mouseClick(&In<QWidget>(name), Qt::LeftButton); }
-    void ExpectShown(bool shown, std::initializer_list<const char*> names) const {
-        for (const char* name : names)
-            EXPECT_EQ(In<QWidget>(name).isVisible(), shown) << name;
+    bool IsEnabled(const char* name) const { return In<QWidget>(name).isEnabled(); }
+    /// What is visible of the controls that come and go.
+    QByteArray Shown() const {
+        QByteArrayList names;
+        for (const char* name : {"lstList", "pgbStatus", "cmdCancel", "txtPath", "cmdBrowse", "cmdStart",
+                                 "lblGrandTotal", "pgbFileStatus"})
+            if (In<QWidget>(name).isVisible()) names << name;
+        return names.join(' ');
     }
-    void Scan() const { Button("cmdStart").click(); }
-    void ScanChangedGame() {
-        ChangeGame();
-        Open();
-        Scan();
-        ASSERT_EQ(Listed(), new_ + modified_);
-    }
-    /// Runs `act` during the scan as soon as `due`, then waits for the end of the scan.
-    void ScanAnd(const std::function<bool()>& due, const std::function<void()>& act) const {
+    void Scan() const { In<QPushButton>("cmdStart").click(); }
+    /// Runs `act` during the scan, in the second pass or at once, then waits for the end of the scan.
+    void ScanAnd(const std::function<void()>& act, bool inSecondPass = false) const {
         QTimer timer;
         timer.callOnTimeout([&] {
-            if (!due()) return;
+            if (inSecondPass && !Shown().contains("lblGrandTotal")) return;
             timer.stop();
             act();
         });
@@ -74,11 +73,7 @@ protected:
         }
         return rows;
     }
-    QAction& Mark() const { return *Control<QMenu>("menuManagerModFiles").menuAction(); }
-    bool CloseAndWait() const {
-        finder_->close();
-        return test::WaitFor([&] { return !Mark().isChecked(); });
-    }
+    void Uncheck(int row) const { list_->item(row)->setCheckState(Qt::Unchecked); }
 
     QWidget* finder_ = nullptr;
     QListWidget* list_ = nullptr;
@@ -88,36 +83,32 @@ protected:
 TEST_F(FinderWindow, HasThreeLayouts) {
     Write("game/odf/large.odf", QByteArray(2'000'000, 'x'));
     Open();
-    EXPECT_TRUE(Mark().isChecked());
-    EXPECT_FALSE(Item("menuManagerFindModifiedFiles").isChecked());
+    EXPECT_TRUE(Mark().isChecked() && !Item("menuManagerFindModifiedFiles").isChecked());
     EXPECT_EQ(Text("lblNumberOfFiles"), "Normal number of files: 4");
     EXPECT_EQ(Text("lblNormalSize"), "Normal total size: 13 bytes");
     EXPECT_EQ(Text("lblCurNumOfFiles"), "5");
     EXPECT_EQ(Text("lblCurTotalSize"), "Current total size: 2.000.013 bytes");
     EXPECT_EQ(Text("lblExtraFiles"), "Total new files: -6.831");
+    EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
     const QSize compact = finder_->size();
-    ExpectShown(false, {"lstList", "pgbStatus", "txtPath", "cmdBrowse", "cmdCancel", "pgbFileStatus"});
-
     QSize scanning;
-    ScanAnd(Always, [&] {
+    ScanAnd([&] {
         scanning = finder_->size();
-        ExpectShown(true, {"lstList", "pgbStatus", "cmdCancel"});
-        ExpectShown(false, {"txtPath", "cmdStart", "lblGrandTotal"});
+        EXPECT_EQ(Shown(), "lstList pgbStatus cmdCancel");
         EXPECT_TRUE(Text("lblProgress").endsWith(" out of 10")) << qPrintable(Text("lblProgress"));
     });
     EXPECT_EQ(Text("lblExtraFiles"), "Total new files found: 1");
     EXPECT_EQ(Text("lblProgress"), "Path:");
-    EXPECT_EQ(Button("cmdStart").text(), "Re&scan");
+    EXPECT_EQ(In<QPushButton>("cmdStart").text(), "Re&scan");
     EXPECT_TRUE(In<QPushButton>("cmdCopy").isDefault());
-    ExpectShown(true, {"txtPath", "cmdBrowse", "cmdStart", "lblGrandTotal"});
-    ExpectShown(false, {"cmdCancel", "pgbStatus"});
+    EXPECT_EQ(Shown(), "lstList txtPath cmdBrowse cmdStart lblGrandTotal");
     EXPECT_GT(scanning.width(), compact.width());
     EXPECT_EQ(finder_->size(), QSize(scanning.width(), compact.height()));
 
     ASSERT_TRUE(CloseAndWait());
     Open();
     EXPECT_EQ(finder_->size(), compact);
-    EXPECT_EQ(Button("cmdStart").text(), "&Scan");
+    EXPECT_EQ(In<QPushButton>("cmdStart").text(), "&Scan");
 }
 
 TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
@@ -125,13 +116,13 @@ TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
     ChangeGame();
     // A click counts at once, but the end of the scan lists everything. An Enter key that is still held down
     // does not cancel it.
-    ScanAnd(Always, [&] {
+    ScanAnd([&] {
         QTest::keyClick(finder_->focusWidget(), Qt::Key_Return);
         Click("chkNew");
         EXPECT_EQ(Listed(), QStringList());
     });
     EXPECT_EQ(Listed(), new_ + modified_);
-    list_->item(0)->setCheckState(Qt::Unchecked);
+    Uncheck(0);
     Click("chkModified");
     EXPECT_EQ(Listed(), QStringList());
     Click("chkNew");
@@ -150,27 +141,26 @@ TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
 TEST_F(FinderWindow, CancelKeepsWhatWasFoundAndClosingEndsTheScan) {
     Open();
     ChangeGame();
-    const auto cancel = [&] { Button("cmdCancel").click(); };
-    ScanAnd(Always, cancel);
-    EXPECT_EQ(Listed(), new_.mid(0, 1));
-    ScanAnd([&] { return In<QWidget>("lblGrandTotal").isVisible(); }, cancel);
-    EXPECT_EQ(Listed(), new_ + modified_.mid(0, 1));
+    for (const bool inSecondPass : {false, true}) {
+        ScanAnd([&] { Click("cmdCancel"); }, inSecondPass);
+        EXPECT_EQ(Listed(), inSecondPass ? new_ + modified_.mid(0, 1) : new_.mid(0, 1));
+    }
     EXPECT_EQ(Text("lblGrandTotal"), "Total modded files: 3");
 
     // Closed, opened and scanned anew from inside the scan: the old one must leave that alone.
-    ScanAnd(Always, [&] {
+    ScanAnd([&] {
         ASSERT_TRUE(CloseAndWait());
         EXPECT_FALSE(finder_->isVisible());
         Open();
         EXPECT_EQ(Text("lblProgress"), "");
         Scan();
         EXPECT_EQ(Listed(), new_ + modified_);
-        list_->item(0)->setCheckState(Qt::Unchecked);
+        Uncheck(0);
     });
     EXPECT_EQ(Listed().front(), '(' + new_.front() + ')');
-    ScanAnd(Always, [&] { window->EndProgram(); });
+    ScanAnd([&] { window->EndProgram(); });
     EXPECT_FALSE(finder_->isVisible());
-    EXPECT_TRUE(Button("cmdStart").isHidden()) << "the scan went on to its end";
+    EXPECT_TRUE(In<QPushButton>("cmdStart").isHidden()) << "the scan went on to its end";
 }
 
 TEST_F(FinderWindow, RecompileAsksAndReports) {
@@ -192,7 +182,7 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     // Without a catalogue every file would count as new.
     ASSERT_TRUE(QFile::remove(Path("program/FileList.txt")));
     Scan();
-    ExpectShown(false, {"lstList"});
+    EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
 
     ASSERT_EQ(boxes.Seen().size(), 6U);
     EXPECT_EQ(boxes.Seen()[2].text, "Compilation complete.");
@@ -200,20 +190,33 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
         EXPECT_EQ(boxes.Seen()[refusal].title, "Error!");
 }
 
-TEST_F(FinderWindow, CopiesAndMovesTheCheckedFiles) {
-    ScanChangedGame();
+TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
+    ChangeGame();
+    Write("target/file", "");
+    Open();
+    Scan();
     for (const QString& none : {QString(""), QStringLiteral("target"), Path("none"), Path("target/file")}) {
         path_->setText(none);
-        EXPECT_FALSE(Button("cmdCopy").isEnabled()) << qPrintable(none);
+        EXPECT_FALSE(IsEnabled("cmdCopy")) << qPrintable(none);
     }
-    path_->setText(Path("target"));
-    for (const int row : {0, 1})
-        list_->item(row)->setCheckState(Qt::Unchecked);
+    for (const char* chosen : {"target/file", "", "target"}) {
+        QTimer::singleShot(0, finder_, [&] {
+            auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            dialog.selectFile(Path(chosen));
+            dialog.findChild<QDialogButtonBox*>()
+                ->button(*chosen ? QDialogButtonBox::Open : QDialogButtonBox::Cancel)
+                ->click();
+        });
+        Click("cmdBrowse");
+        EXPECT_EQ(path_->text(), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
+    }
+    Uncheck(0);
+    Uncheck(1);
     Click("lblInvert");
     EXPECT_EQ(Listed().filter("("), (QStringList{R"((AdmiralsLog\a.odf))", R"((odf\c.odf))"}));
     QTest::keyClick(&In<QWidget>("lblInvert"), Qt::Key_Space);
     Click("cmdCopy");
-    EXPECT_EQ(path_->text(), Path("target") + "\\");
+    EXPECT_EQ(path_->text(), QDir::toNativeSeparators(Path("target")) + "\\");
     EXPECT_TRUE(Exists("target/odf/c.odf") && !Exists("target/odf/new.odf") && !Exists("target/bitmaps"));
 
     Click("lblInvert");
@@ -224,17 +227,18 @@ TEST_F(FinderWindow, CopiesAndMovesTheCheckedFiles) {
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.startsWith("1 file was not moved:\n\nAdmiralsLog\\new.odf\n"));
     EXPECT_TRUE(Exists("target/odf/new.odf") && !Exists("game/odf/new.odf") && Exists("game/odf/c.odf"));
-    EXPECT_FALSE(Button("cmdMove").isEnabled());
+    EXPECT_FALSE(IsEnabled("cmdMove"));
     Scan();
-    EXPECT_FALSE(Button("cmdMove").isEnabled());
-}
+    EXPECT_FALSE(IsEnabled("cmdMove"));
 
-TEST_F(FinderWindow, DeletesWhatTheListShows) {
-    ScanChangedGame();
+    // What the list shows is deleted, checked or not.
+    ASSERT_TRUE(CloseAndWait());
+    ChangeGame();
+    Open();
+    Scan();
     path_->setText(Path("target"));
     Click("chkModified");
-    list_->item(0)->setCheckState(Qt::Unchecked);
-    test::AnswerBoxes boxes;
+    Uncheck(0);
     boxes.Then(QMessageBox::No).Then(QMessageBox::Yes);
     for (const bool isThere : {true, false}) {
         Click("cmdDelete");
@@ -242,12 +246,12 @@ TEST_F(FinderWindow, DeletesWhatTheListShows) {
             EXPECT_EQ(Exists(file), isThere) << file;
     }
     EXPECT_TRUE(Exists("game/odf/c.odf"));
-    EXPECT_TRUE(!Button("chkNew").isEnabled() && Button("chkModified").isEnabled());
-    EXPECT_FALSE(Button("cmdDelete").isEnabled());
+    EXPECT_TRUE(!IsEnabled("chkNew") && IsEnabled("chkModified") && !IsEnabled("cmdDelete"));
 }
 
 TEST_F(FinderWindow, TakesNoOriginalThatCameBackAfterTheScan) {
     Write("program/mods/Mod/odf/c.odf", "mod's");
+    MakeFolder("target");
     ASSERT_TRUE(Start());
     for (const char* action : {"cmdMove", "cmdDelete"}) {
         SCOPED_TRACE(action);
@@ -271,21 +275,6 @@ TEST_F(FinderWindow, TakesNoOriginalThatCameBackAfterTheScan) {
                 .endsWith("1 file is no longer new or modified and stays in the game:\n\nodf\\c.odf"));
         EXPECT_EQ(details, action == QLatin1String("cmdMove") ? "" : "odf\\new\n");
         ASSERT_TRUE(CloseAndWait());
-    }
-}
-
-TEST_F(FinderWindow, BrowsesForAFolderOrAFile) {
-    ScanChangedGame();
-    for (const char* chosen : {"target", "target/file", ""}) {
-        QTimer::singleShot(0, finder_, [&] {
-            auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
-            dialog.selectFile(Path(chosen));
-            dialog.findChild<QDialogButtonBox*>()
-                ->button(*chosen ? QDialogButtonBox::Open : QDialogButtonBox::Cancel)
-                ->click();
-        });
-        Click("cmdBrowse");
-        EXPECT_EQ(path_->text(), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
     }
 }
 

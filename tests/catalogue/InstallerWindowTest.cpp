@@ -1,10 +1,8 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace quillbay {
 namespace {
@@ -28,10 +26,9 @@ protected:
         for (const char* list : {"lstChooser", "lstFolders", "lstFiles"}) {
             QStringList rows;
             for (int at = 0; at < List(list).count(); ++at) {
-                const QVariant state = List(list).item(at)->data(Qt::CheckStateRole);
-                rows << List(list).item(at)->text() + (state.isNull()         ? ""
-                                                       : state == Qt::Checked ? "+"
-                                                                              : "-");
+                const auto* row = List(list).item(at);
+                const bool hasCheck = !row->data(Qt::CheckStateRole).isNull();
+                rows << row->text() + (!hasCheck ? "" : row->checkState() == Qt::Checked ? "+" : "-");
             }
             rows.sort();
             shown += rows.join(' ') + '|';

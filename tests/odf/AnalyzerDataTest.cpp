@@ -1,5 +1,4 @@
 #include "odf/ListedFile.h"
-#include "odf/ModTree.h"
 #include "odf/UnitStatistics.h"
 #include "support/DiskTest.h"
 
@@ -31,36 +30,11 @@ TEST_F(AnalyzerData, FilesArePastedWithoutOverwritingAndKnownByLetterCase) {
     }
 }
 
-/// The tree as one text: "Mods(A(odf(ships)),B)".
-std::string Outline(const TreeFolder& folder) {
-    std::string below;
-    for (const TreeFolder& child : folder.children)
-        below += (below.empty() ? "" : ",") + Outline(child);
-    return folder.text + (below.empty() ? "" : "(" + below + ")");
-}
-
-TEST_F(AnalyzerData, TreeShowsKnownFoldersOfModsOnly) {
-    for (const char* folder :
-         {"(No mods found.)\\odf", "Case\\ODF\\Weapons\\PULSE", "Case\\unknown\\odf", "Case\\Logs", "Empty",
-          "Case\\bitmaps\\AdmiralsLog\\Buttons", "Case\\Addon\\Extra\\odf", "Mods\\Textures\\Rgb"})
-        PutFolder(temp_ / (std::string("mods\\") + folder));
-    PutFile(temp_ / "mods\\Case\\Textures", "a file");
-    const TreeFolder tree = ReadModTree(*disk_, temp_.Path(), ScanModLibrary(*disk_, temp_ / "mods"));
-    EXPECT_EQ(Outline(tree), "Mods(Case(bitmaps(AdmiralsLog(buttons)),logs,odf(weapons(Pulse))),Empty,"
-                             "Mods(Textures(Rgb)))");
-    const TreeFolder& pulse = tree.children[0].children[2].children[0].children[0];
-    EXPECT_EQ(pulse.folders, std::vector{temp_ / "mods\\Case\\ODF\\Weapons\\PULSE"});
-}
-
 TEST_F(AnalyzerData, StatisticsAreTheRawRestOfTheLastLineOfEachKey) {
     std::string shown;
     for (std::size_t i = 0; i < kMaxUnitValueCharacters; ++i)
         shown += "\u00E9";
-    const struct {
-        std::string odf;
-        std::size_t key;
-        std::string caption;
-    } cases[] = {
+    const std::tuple<std::string, std::size_t, std::string> cases[] = {
         {"", 0, "unitName = (File does not contain 'unitName')"},
         {"race = \"a\"\r\nrace = \"b\" // two", 1, "race = \"b\" // two"},
         {"race = \"b\"\rrace= \"c\"\r race = d", 1, "race = \"b\""},

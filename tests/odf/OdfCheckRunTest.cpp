@@ -12,29 +12,22 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// Lists the file that was written last behind all others, or before them.
-class MovingFileSystem : public FileSystemWrapper {
+/// Lists everything by name, forwards or backwards.
+class TurningFileSystem : public FileSystemWrapper {
 public:
-    MovingFileSystem(FileSystem& base, bool toFront) : FileSystemWrapper(base), toFront_(toFront) {}
+    using FileSystemWrapper::FileSystemWrapper;
     Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
         auto entries = Base().List(folder, detail);
-        const auto key = [&](const DirEntry& e) {
-            return std::pair((e.name == written_) != toFront_, e.name);
-        };
-        if (entries) std::ranges::sort(*entries, {}, key);
+        if (entries) std::ranges::sort(*entries, {}, &DirEntry::name);
+        if (entries && backwards) std::ranges::reverse(*entries);
         return entries;
     }
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
-        if (isFull) return std::make_error_code(std::errc::no_space_on_device);
-        written_ = LastComponent(file);
-        return Base().WriteFile(file, bytes);
+        return isFull ? std::make_error_code(std::errc::no_space_on_device) : Base().WriteFile(file, bytes);
     }
 
+    bool backwards = false;
     bool isFull = false;
-
-private:
-    bool toFront_;
-    std::string written_;
 };
 
 class OdfCheckRunTest : public test::DiskTest {
@@ -52,23 +45,20 @@ TEST_F(OdfCheckRunTest, MeetsEachFileOnceHoweverTheListingMoves) {
         Put(bad, "x\r\"");
     const OdfCheckOptions options{OdfCheckSet().set()};
     // Of any six files that follow each other every choice is checked again.
-    for (unsigned round = 0; round < 2 * 64; ++round) {
+    for (unsigned round = 0; round < 64; ++round) {
         SCOPED_TRACE(round);
-        MovingFileSystem files(*disk_, round % 2 == 0);
+        TurningFileSystem files(*disk_);
         OdfCheckRun run(files, odf_);
         Texts met;
         for (auto step = run.Next(options); step != OdfCheckRun::Step::End; step = run.Next(options)) {
             EXPECT_LE(run.ShownFiles(), run.TotalFiles());
-            if ((round / 2 >> met.size() % 6) % 2 == 1) {
-                if (run.Error()) Ignore(files.WriteFile(run.Error()->path, run.Error()->bytes));
+            files.backwards = !files.backwards; // as a file that is rewritten may change its place
+            if ((round >> met.size() % 6) % 2 == 1) {
                 run.CheckAgain();
                 ASSERT_EQ(run.Next(options), step);
             }
             met.push_back(run.Error() ? run.Error()->path.substr(odf_.size()) : "good");
-            if (step != OdfCheckRun::Step::Error) continue;
-            EXPECT_EQ(run.Error()->line, 1U);
-            EXPECT_FALSE(files.WriteFile(run.Error()->path, run.Error()->bytes));
-            run.SkipFile();
+            if (run.Error()) run.SkipFile();
         }
         std::ranges::sort(met);
         Texts expected(kOdfFolders.size(), "good");
@@ -80,7 +70,7 @@ TEST_F(OdfCheckRunTest, MeetsEachFileOnceHoweverTheListingMoves) {
 
 TEST_F(OdfCheckRunTest, NamesWhatItCouldNotRewriteUntilItCan) {
     Put(R"(ships\a.odf)", "// unused\r\nx");
-    MovingFileSystem files(*disk_, false);
+    TurningFileSystem files(*disk_);
     files.isFull = true;
     OdfCheckRun run(files, odf_);
     EXPECT_EQ(run.Next({{}, true}), OdfCheckRun::Step::FileDone);

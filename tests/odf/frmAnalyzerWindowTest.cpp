@@ -16,17 +16,15 @@ protected:
         list = &Control<QListWidget>(*opened, "lstFiles");
         picture = &Control<QLabel>(*opened, "picImages");
     }
-    /// By the texts below the root, joined by slashes.
+    /// The texts below the root, joined by slashes.
+    static QString PathOf(const QTreeWidgetItem& node) {
+        const auto* parent = node.parent();
+        return (parent && parent->parent() ? PathOf(*parent) + '/' : QString()) + node.text(0);
+    }
     QTreeWidgetItem* Node(const QString& path) const {
-        QTreeWidgetItem* node = tree->topLevelItem(0);
-        for (const QString& text : path.split('/', Qt::SkipEmptyParts)) {
-            int at = node->childCount() - 1;
-            while (at >= 0 && node->child(at)->text(0) != text)
-                --at;
-            if (at < 0) return nullptr;
-            node = node->child(at);
-        }
-        return node;
+        for (QTreeWidgetItemIterator node(tree); *node; ++node)
+            if (PathOf(**node) == path) return *node;
+        return nullptr;
     }
     void ClickNode(const QString& path) const {
         tree->setCurrentItem(Node(path));
@@ -78,12 +76,26 @@ protected:
     QLabel* picture = nullptr;
 };
 
+TEST_F(Analyzer, TheTreeShowsKnownFoldersOfModsOnly) {
+    for (const char* file : {"(No mods found.)/odf/x", "Case/ODF/Weapons/PULSE/x", "Case/unknown/odf/x",
+                             "Case/bitmaps/AdmiralsLog/Buttons/x", "Case/Logs/x", "Case/Addon/Extra/odf/x",
+                             "Case/Textures", "Mods/Textures/Rgb/x"})
+        Write(QStringLiteral("program/mods/") + file, "");
+    Open();
+    QStringList leaves;
+    for (QTreeWidgetItemIterator node(tree, QTreeWidgetItemIterator::NoChildren); *node; ++node)
+        leaves += PathOf(**node);
+    EXPECT_EQ(leaves, (QStringList{"Case/bitmaps/AdmiralsLog/buttons", "Case/logs", "Case/odf/weapons/Pulse",
+                                   "Mods/Textures/Rgb"}));
+    ClickNode("Case/odf/weapons/Pulse");
+    EXPECT_EQ(Files(), QStringList{"x"});
+}
+
 TEST_F(Analyzer, TheTreeFollowsTheMainList) {
     Write("program/mods/Alpha/odf/alpha.odf", "");
     MakeFolder("program/mods/Alpha/odf/ships");
     Write("program/mods/Beta/odf/ships/beta.odf", "");
     Open();
-    EXPECT_TRUE(Item("menuModAnalyzeMod").isChecked());
     Node("Beta/odf")->setExpanded(true);
     ClickNode("Alpha/odf");
     EXPECT_EQ(Files(), QStringList{"alpha.odf"});
@@ -105,7 +117,7 @@ TEST_F(Analyzer, TheTreeFollowsTheMainList) {
     QDir(Path("program/mods/Beta")).removeRecursively();
     Tick();
     EXPECT_TRUE(!Node("Beta") && Files().isEmpty() && tree->selectedItems().isEmpty());
-    emit tree->itemDoubleClicked(Node({}), 0);
+    emit tree->itemDoubleClicked(Node("Mods"), 0);
     ASSERT_EQ(shell.opened.size(), 1U) << "the folder that was clicked last";
     EXPECT_TRUE(shell.opened[0].target.ends_with("Beta"));
 }
