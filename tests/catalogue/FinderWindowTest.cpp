@@ -169,25 +169,24 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     ChangeGame();
     test::AnswerBoxes boxes;
     boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
+    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     QAction& recompile = Item("menuManagerModFilesRecompile");
     recompile.trigger();
     EXPECT_EQ(Read("program/FileList.txt"), before);
     recompile.trigger();
+    EXPECT_EQ(boxes.Seen().back().text, "Compilation complete.");
     const QByteArray after = Read("program/FileList.txt");
     EXPECT_TRUE(after.contains("\r\nnew.odf;2;"));
     window->GameDirectory = Path("nowhere").toStdString();
-    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     recompile.trigger();
+    EXPECT_EQ(boxes.Seen().back().title, "Error!");
     EXPECT_EQ(Read("program/FileList.txt"), after);
     // Without a catalogue every file would count as new.
     ASSERT_TRUE(QFile::remove(Path("program/FileList.txt")));
     Scan();
     EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
-
     ASSERT_EQ(boxes.Seen().size(), 6U);
-    EXPECT_EQ(boxes.Seen()[2].text, "Compilation complete.");
-    for (const std::size_t refusal : {4U, 5U})
-        EXPECT_EQ(boxes.Seen()[refusal].title, "Error!");
+    EXPECT_EQ(boxes.Seen().back().title, "Error!");
 }
 
 TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {

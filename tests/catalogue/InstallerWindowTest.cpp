@@ -25,8 +25,7 @@ protected:
         QString shown;
         for (const char* list : {"lstChooser", "lstFolders", "lstFiles"}) {
             QStringList rows;
-            for (int at = 0; at < List(list).count(); ++at) {
-                const auto* row = List(list).item(at);
+            for (const auto* row : List(list).findItems({}, Qt::MatchContains)) {
                 const bool hasCheck = !row->data(Qt::CheckStateRole).isNull();
                 rows << row->text() + (!hasCheck ? "" : row->checkState() == Qt::Checked ? "+" : "-");
             }

@@ -12,36 +12,36 @@ namespace {
 using Fault = FaultyFileSystem::Fault;
 using Names = std::vector<std::string>;
 
-/// The types that list a file, joined with `+`, by its name; ODF files hold nothing.
+/// The types that list a file, each after a `+`, by its name; ODF files hold nothing.
 const std::vector<std::pair<std::string, Names>> kByName = {
     {"", {"a.bzn.txt", "abzn", "bzn", "tt", "a.wav", "strategic_ai_config2.txt", "at2.txt", "Intro.bik"}},
     {"", {"halcyra.bik", "x.bik", "alone.bmp", "pair.ODF", "phas.txt", "a.odf", "mnebula1.sod.odf"}},
-    {"Bzn", {"a.bzn", "B.BZN"}},
-    {R"(Textures\Rgb)", {"a.tga"}},
-    {"Techtree", {"a.tt"}},
-    {"Sprites", {"a.spr"}},
-    {R"(Sod\Software)", {"Mnebula3.SOD", "wstoptim.sod"}},
-    {"Sod", {"mnebula6.sod", "amnebula3.sod"}},
-    {"Objectives", {"t2a.txt", "T2.TXT"}},
-    {"Missions", {"a.drl", "a.dsl"}},
-    {R"(Ai\Aips)", {"a.aip"}},
-    {"Ai", {"Strategic_AI_config.txt"}},
-    {"Animations", {"t2x.bik", "FerrowindSoftware.bik", "brightgate.bik"}},
-    {"ShipImages", {"Pair.bmp"}},
-    {R"(Odf\Weapons\Phasers)", {"aPHASer.odf"}},
-    {R"(Odf\Weapons\Photons)", {"aphot.odf", "artillery.odf", "plasma.odf"}},
-    {R"(Odf\Weapons\Phasers+Odf\Weapons\Photons+Odf\Weapons\Pulse)", {"phas_plas_pulse.odf"}}};
+    {"+Bzn", {"a.bzn", "B.BZN"}},
+    {R"(+Textures\Rgb)", {"a.tga"}},
+    {"+Techtree", {"a.tt"}},
+    {"+Sprites", {"a.spr"}},
+    {R"(+Sod\Software)", {"Mnebula3.SOD", "wstoptim.sod"}},
+    {"+Sod", {"mnebula6.sod", "amnebula3.sod"}},
+    {"+Objectives", {"t2a.txt", "T2.TXT"}},
+    {"+Missions", {"a.drl", "a.dsl"}},
+    {R"(+Ai\Aips)", {"a.aip"}},
+    {"+Ai", {"Strategic_AI_config.txt"}},
+    {"+Animations", {"t2x.bik", "FerrowindSoftware.bik", "brightgate.bik"}},
+    {"+ShipImages", {"Pair.bmp"}},
+    {R"(+Odf\Weapons\Phasers)", {"aPHASer.odf"}},
+    {R"(+Odf\Weapons\Photons)", {"aphot.odf", "artillery.odf", "plasma.odf"}},
+    {R"(+Odf\Weapons\Phasers+Odf\Weapons\Photons+Odf\Weapons\Pulse)", {"phas_plas_pulse.odf"}}};
 
 const std::string kShip = "#include \"craft.odf\"";
 const std::string kPiece(1024 * 1024, ' '); ///< as much as is read at a time
 const std::string kZeros(3 * kPiece.size(), '\0');
 /// ODF files by what is in them.
 const std::vector<std::pair<std::string, std::string>> kByBytes = {
-    {R"(Odf\Ships)", "x\r\n  #INCLUDE \"Battle1.odf\"  \rrest"},
-    {R"(Odf\Ships)", kPiece.substr(9) + "\r" + kShip},
-    {R"(Odf\Ships)", kPiece.substr(1) + "\r\n" + kShip},
-    {R"(Odf\Ships)", kZeros + "\r\n" + kShip},
-    {R"(Odf\Stations+Odf\Commands)", "#include \"pod.odf\"\r\n#include \"trade.odf\"\r\n"},
+    {R"(+Odf\Ships)", "x\r\n  #INCLUDE \"Battle1.odf\"  \rrest"},
+    {R"(+Odf\Ships)", kPiece.substr(9) + "\r" + kShip},
+    {R"(+Odf\Ships)", kPiece.substr(1) + "\r\n" + kShip},
+    {R"(+Odf\Ships)", kZeros + "\r\n" + kShip},
+    {R"(+Odf\Stations+Odf\Commands)", "#include \"pod.odf\"\r\n#include \"trade.odf\"\r\n"},
     {"", "#include  \"craft.odf\"\r\t#include \"craft.odf\"\rx\n" + kShip + "\n\r" + kShip + " // ship"},
     {"", "#include \"battle3.odf\"\r#include \".odf\"\r#include \"odf\""},
     {"", kZeros + kShip}};
@@ -76,13 +76,12 @@ protected:
 };
 
 TEST_F(LooseFilesTest, EachTypeTakesItsFilesAndNoOthers) {
-    std::map<std::string, std::string> expected{{"Phas.odf", R"(Odf\Ships+Odf\Weapons\Phasers)"}};
-    lab_->Put("mods/One/Phas.odf", kShip);
-    lab_->Put("mods/One/odf/nested.bzn", "");
+    std::map<std::string, std::string> expected{{"Phas.odf", R"(+Odf\Ships+Odf\Weapons\Phasers)"}};
+    Put({"Phas.odf", "odf/nested.bzn"}, kShip + "\r");
     for (const auto& [types, names] : kByName) {
         for (const auto& name : names) {
             expected[name] = types;
-            lab_->Put("mods/One/" + name, EndsIn(name, ".odf") ? "" : kShip);
+            Put({name}, EndsIn(name, ".odf") ? "" : kShip + "\r");
         }
     }
     for (const auto& [types, bytes] : kByBytes) {
@@ -97,10 +96,8 @@ TEST_F(LooseFilesTest, EachTypeTakesItsFilesAndNoOthers) {
         found[name];
     for (std::size_t at = 0; at < kLooseFileTypeCount; ++at) {
         const auto& type = LooseFileTypes[at];
-        for (const auto& file : loose.byType[at]) {
-            auto& types = found[loose.names[file.number]];
-            types += (types.empty() ? "" : "+") + std::string(type.name);
-        }
+        for (const auto& file : loose.byType[at])
+            found[loose.names[file.number]] += "+" + std::string(type.name);
         const auto isDestination = [&](auto folder) { return EqualFolded(folder, type.destination); };
         EXPECT_TRUE(std::ranges::any_of(GameFolders, isDestination)) << type.name;
         EXPECT_TRUE(isDestination(std::string(type.copiedTo) + "\\")) << type.name;
