@@ -19,6 +19,7 @@ inline constexpr std::size_t kMaxShownCharacters = 10'000;
 /// each; none when no line has the field's prefix.
 struct ModInfoValues {
     std::optional<std::string> author, description, version, other, otherHeading;
+    friend bool operator==(const ModInfoValues&, const ModInfoValues&) = default;
 };
 
 /// Reads ModInfo.txt piece by piece: a line ends at CR LF or a lone CR (a lone LF stays inside it), a field

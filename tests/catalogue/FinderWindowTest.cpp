@@ -209,6 +209,12 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
         Click("cmdBrowse");
         EXPECT_EQ(path_->text(), *chosen ? QDir::toNativeSeparators(Path(chosen)) : "");
     }
+    for (const bool isEmpty : {true, false}) {
+        for (const char* view : {"chkNew", "chkModified"})
+            Click(view);
+        EXPECT_TRUE(IsEnabled("cmdCopy")) << "an empty view changes no button";
+        EXPECT_EQ(Listed().isEmpty(), isEmpty);
+    }
     Uncheck(0);
     Uncheck(1);
     Click("lblInvert");

@@ -87,7 +87,9 @@ TEST_F(InstallerWindow, ListsAnewOpensAndNamesWhatStays) {
     MakeFolder("program/mods/Heap & Co/bzn/a.bzn");
     Write("program/mods/file.bzn", "");
     Open();
-    EXPECT_EQ(Shown(), "Heap & Co|(None)||ynn");
+    EXPECT_EQ(Shown(), "Heap & Co file.bzn|(None)||ynn");
+    auto& mods = List("lstChooser");
+    mods.setCurrentItem(mods.findItems("Heap & Co", Qt::MatchExactly).at(0));
     Write("program/mods/Heap & Co/a.bzn", "a");
     ClickAndEnter();
     ASSERT_EQ(shell.opened.size(), 1U);

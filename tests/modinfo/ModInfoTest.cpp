@@ -1,100 +1,137 @@
-#include "modinfo/ModInfo.h"
+#include "modinfo/ModDetails.h"
+#include "modinfo/ModInfoWriter.h"
+#include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
+#include "support/ListingFileSystem.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <random>
-#include <tuple>
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
-ModInfoValues Parse(std::string_view bytes) {
+class ModInfo : public DiskTest {
+protected:
+    /// The details when the folder lists `first` before all others.
+    ModDetails Details(const char* first = "") const {
+        return ReadModDetails(ListingFileSystem(*disk_, first), temp_.Path());
+    }
+    const std::string file_ = temp_ / "ModInfo.txt";
+};
+
+/// Whole, or in random small pieces.
+ModInfoValues Parse(std::string_view bytes, std::mt19937* pieces = nullptr) {
     ModInfoParser parser;
-    parser.Feed(bytes);
+    while (!bytes.empty()) {
+        const std::size_t size = pieces ? std::min<std::size_t>((*pieces)() % 4, bytes.size()) : bytes.size();
+        parser.Feed(bytes.substr(0, size));
+        bytes.remove_prefix(size);
+    }
     return parser.Finish();
 }
 
-ModInfoCaptions Captions(std::string_view bytes) { return MakeModInfoCaptions(Parse(bytes)); }
-
-auto Tie(const ModInfoValues& v) {
-    return std::tie(v.author, v.description, v.version, v.other, v.otherHeading);
+/// In the order of the file.
+std::string Shown(const std::optional<ModInfoValues>& values) {
+    const auto [author, description, version, other, heading] = MakeModInfoCaptions(values);
+    return author + '|' + description + '|' + version + '|' + heading + '|' + other;
 }
 
-TEST(ModInfo, FallbackTextsTellAbsentFileMissingLineAndBlankValue) {
-    const ModInfoCaptions absent = MakeModInfoCaptions(std::nullopt);
-    EXPECT_EQ(absent.author, "(File 'ModInfo.txt' not found)");
-    EXPECT_EQ(absent.other, "(File 'ModInfo.txt' not found)");
-    EXPECT_EQ(absent.otherHeading, "Other: ");
-
-    const ModInfoCaptions missing = Captions("Author: Bob");
-    EXPECT_EQ(missing.author, "Bob");
-    EXPECT_EQ(missing.description, "(File does not contain description)");
-    EXPECT_EQ(missing.version, "(File does not contain version number)");
-    EXPECT_EQ(missing.other, "(File does not contain 'other')");
-    EXPECT_EQ(missing.otherHeading, "Other: ");
-
-    const ModInfoCaptions blank =
-        Captions("Author: Bob\r\nAuthor: \r\nOther:    \rOther Heading: \rVersion: \t");
-    EXPECT_EQ(blank.author, "(File does not contain author)");
-    EXPECT_EQ(blank.other, "(File does not contain Other)");
-    EXPECT_EQ(blank.otherHeading, "(File does not contain OtherHeading)");
-    EXPECT_EQ(blank.version, "\t");
+TEST_F(ModInfo, ValuesAreShownUnchangedAndFallbackTextsTellWhyThereIsNone) {
+    const std::string absent = "(File 'ModInfo.txt' not found)";
+    EXPECT_EQ(Shown(std::nullopt), absent + '|' + absent + '|' + absent + "|Other: |" + absent);
+    const std::string author = "(File does not contain author)|";
+    const std::string description = "(File does not contain description)|";
+    const std::string version = "(File does not contain version number)|";
+    const std::string other = "(File does not contain 'other')";
+    const std::pair<std::string, std::string> cases[] = {
+        {"author: Bob\r\n Author: Bob\r\nAuthor:Bob\r\n\nVersion: 1",
+         author + description + version + "Other: |" + other},
+        {"Author: Bob\r\nAuthor: \r\nOther:    \rOther Heading: \rVersion: \t",
+         author + description + "\t|(File does not contain OtherHeading)|(File does not contain Other)"},
+        // A lone line feed stays inside the line.
+        {"Author:   Bob  \nVersion: 2\rOther Heading: Credits\r\rDescription: J\xF6rg && b",
+         "  Bob  \nVersion: 2|J\xC3\xB6rg && b|" + version + "Credits|" + other},
+    };
+    for (const auto& [bytes, shown] : cases)
+        EXPECT_EQ(Shown(Parse(bytes)), shown) << bytes;
 }
 
-TEST(ModInfo, PrefixesAreExactAndValuesUnchanged) {
-    const ModInfoValues none = Parse("author: Bob\r\n Author: Bob\r\nAuthor:Bob\r\n\nVersion: 1");
-    EXPECT_FALSE(none.author);
-    EXPECT_FALSE(none.version);
-    // A lone line feed stays inside the line.
-    const ModInfoValues values =
-        Parse("Author:   Bob  \nVersion: 2\rOther Heading: Credits\r\rDescription: a && b");
-    EXPECT_EQ(values.author, "  Bob  \nVersion: 2");
-    EXPECT_FALSE(values.version);
-    EXPECT_EQ(values.otherHeading, "Credits");
-    EXPECT_FALSE(values.other);
-    EXPECT_EQ(values.description, "a && b");
+TEST_F(ModInfo, LongFilesAreReadToTheEndAndLongValuesKeptInPart) {
+    const std::string text(3 * 1024 * 1024, 'x');
+    const std::string kept = text.substr(0, ModInfoParser::kMaxValueBytes);
+    PutFile(file_, "Version: 1\rOther Heading: " + text + "\rAuthor: " + text + "\r\nOther: end");
+    EXPECT_TRUE(ReadModInfo(*disk_, file_) == (ModInfoValues{kept, {}, "1", "end", kept}));
+    EXPECT_FALSE(ReadModInfo(*disk_, temp_ / "gone"));
 }
 
-TEST(ModInfo, CaptionsAreDecodedAndCut) {
-    EXPECT_EQ(Captions("Author: J\xF6rg").author, "J\xC3\xB6rg");
-    const std::string caption = Captions("Other: " + std::string(12'000, '\xE4')).other;
-    EXPECT_EQ(caption.size(), 2 * kMaxShownCharacters);
-}
-
-TEST(ModInfo, LongLinesAreKeptOnlyInPart) {
-    ModInfoParser parser;
-    parser.Feed("Version: 1\rOther Heading: ");
-    const std::string piece(1'000'000, 'x');
-    for (int i = 0; i < 100; ++i)
-        parser.Feed(piece);
-    parser.Feed("\rAuthor: " + piece);
-    const ModInfoValues values = parser.Finish();
-    EXPECT_EQ(values.otherHeading, piece.substr(0, ModInfoParser::kMaxValueBytes));
-    EXPECT_EQ(values.author, values.otherHeading) << "whatever the length of the prefix";
-    EXPECT_EQ(values.version, "1");
-}
-
-TEST(ModInfo, PiecesGiveTheSameAsTheWhole) {
-    const std::string_view fragments[] = {
-        "Author: ", "Description: ", "Version: ", "Other: ", "Other Heading: ", "\r", "\n", "\r\n", "", " "};
+TEST_F(ModInfo, IsReadAsItWasWrittenAndInPiecesAsAWhole) {
     std::mt19937 random(20'260'101);
+    const auto text = [&] {
+        std::string bytes = "x";
+        for (auto size = random() % 40; size > 0; --size)
+            if (const char byte = static_cast<char>(random()); byte != '\r')
+                bytes.insert(random() % bytes.size(), 1, byte);
+        return DecodeSystemText(bytes);
+    };
+    const std::string_view fragments[] = {"Author: ", "Version: ", "Other: ", "\r", "\n", "\r\n", " "};
     for (int round = 0; round < 2'000; ++round) {
-        std::string bytes;
-        for (auto i = random() % 30; i > 0; --i) {
-            bytes += fragments[random() % std::size(fragments)];
-            bytes += static_cast<char>(random());
-        }
-        ModInfoParser parser;
-        for (std::string_view rest = bytes; !rest.empty();) {
-            const std::size_t size = std::min<std::size_t>(random() % 4, rest.size());
-            parser.Feed(rest.substr(0, size));
-            rest.remove_prefix(size);
-        }
-        const ModInfoValues whole = Parse(bytes);
-        ASSERT_EQ(Tie(parser.Finish()), Tie(whole)) << round;
-        EXPECT_FALSE(MakeModInfoCaptions(whole).author.empty());
+        const ModInfoCaptions values{text(), text(), text(), text(), text()};
+        std::string bytes = EncodeModInfo(values).bytes;
+        ASSERT_EQ(MakeModInfoCaptions(Parse(bytes)), values) << testing::PrintToString(bytes);
+        for (auto i = random() % 30; i > 0; --i)
+            bytes.insert(random() % bytes.size(), fragments[random() % std::size(fragments)]);
+        ASSERT_TRUE(Parse(bytes, &random) == Parse(bytes)) << testing::PrintToString(bytes);
     }
 }
 
+TEST_F(ModInfo, IsReplacedAsAWholeOrNotAtAllInAnyLetterCase) {
+    const std::string file = temp_ / "modinfo.TXT";
+    PutFile(file, "Other: " + std::string(kMaxShownCharacters, '\xE4')); // not cut
+    const ModInfoCaptions values{"Tom && J\xC3\xB6rg", "one\r\nAuthor: two", "1.0 ", "", "Credits"};
+    EXPECT_EQ(WriteModInfo(*disk_, temp_.Path(), values).outcome, ModInfoOutcome::Written);
+    const std::string bytes = "Author: Tom && J\xF6rg\r\n\r\nDescription: one\r\nAuthor: two\r\n\r\n"
+                              "Version: 1.0 \r\n\r\nOther Heading: Credits\r\n\r\nOther: \r\n";
+    EXPECT_EQ(FileBytes(file), bytes);
+    EXPECT_EQ(disk_->List(temp_.Path(), Detail::Names)->size(), 1U);
+
+    for (std::size_t step = 1; step <= 3; ++step) { // listing, reading, writing
+        FaultyFileSystem files(*disk_);
+        files.Arm(step, FaultyFileSystem::Fault::Fail, std::errc::no_space_on_device);
+        EXPECT_EQ(WriteModInfo(files, temp_.Path(), {}).outcome, ModInfoOutcome::Failed) << step;
+        EXPECT_EQ(FileBytes(file), bytes) << step;
+    }
+}
+
+TEST_F(ModInfo, DetailsComeFromOneListingAndFallBackWhereAFileCannotBeRead) {
+    PutFile(temp_ / "Docs\\README.txt", "");
+    PutFile(temp_ / "mODiNFO.TXT", "Author: Bob");
+    EXPECT_FALSE(Details().hasReadme);
+    PutFile(temp_ / "my ReadMe.doc", "");
+    EXPECT_TRUE(Details().hasReadme);
+
+    ListingFileSystem listing(*disk_);
+    FaultyFileSystem files(listing);
+    EXPECT_EQ(ReadModDetails(files, temp_.Path()).captions.author, "Bob");
+    EXPECT_EQ(listing.listed[temp_.Path()], 1);
+    files.Arm(files.Trace().size(), FaultyFileSystem::Fault::Fail); // the last step, which reads the file
+    EXPECT_EQ(ReadModDetails(files, temp_.Path()).captions.author, "(File does not contain author)");
+    const ModDetails gone = ReadModDetails(files, temp_ / "gone");
+    EXPECT_FALSE(gone.fileCount || gone.size);
+    EXPECT_EQ(gone.captions.author, "(File 'ModInfo.txt' not found)");
+}
+
+TEST_F(ModInfo, TheListingOrderDecidesBetweenPictures) {
+    using Paths = std::vector<std::string>;
+    const std::string bitmap = temp_ / "ModPic.bmp";
+    const std::string jpeg = temp_ / "ModPic.jpg";
+    PutFile(temp_ / "modpic.gif", "");
+    EXPECT_FALSE(Details().hasPicture);
+    PutFile(jpeg, "");
+    EXPECT_TRUE(Details("modpic.gif").hasPicture);
+    EXPECT_EQ(Details("modpic.gif").pictures, Paths{});
+    PutFile(bitmap, "");
+    EXPECT_EQ(Details("ModPic.bmp").pictures, Paths{bitmap});
+    EXPECT_EQ(Details("ModPic.jpg").pictures, (Paths{bitmap, jpeg}));
+}
+
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test
