@@ -1,14 +1,30 @@
+#include "effects/EffectHost.h"
 #include "effects/EffectWindow.h"
 #include "effects/WindowEffects.h"
 #include "support/AnswerBoxesWindow.h"
 #include "support/FakeLayeredWindow.h"
 #include "support/SelectorFixtureWindow.h"
-#include "support/TestHost.h"
 
 #include <QtWidgets>
 
 namespace quillbay::test {
 namespace {
+
+/// A main window for tests of the others.
+class TestHost : public EffectHost {
+public:
+    TestHost() {
+        main.resize(400, 300);
+        main.show();
+    }
+    ClosingSwitches SmoothClosing() const override { return switches; }
+    bool SmoothCloseMainWindowOnly() const override { return mainWindowOnly; }
+    QWidget& MainWindow() override { return main; }
+
+    QWidget main;
+    ClosingSwitches switches;
+    bool mainWindowOnly = true;
+};
 
 /// A window that writes down what happens to it.
 class Window : public EffectWindow {

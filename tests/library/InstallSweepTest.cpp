@@ -1,9 +1,10 @@
 #include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
-#include <string>
+#include <random>
 #include <tuple>
 
 namespace quillbay {
@@ -17,35 +18,22 @@ enum class Job { Install, InstallAgain, Uninstall };
 class Scenario {
 public:
     explicit Scenario(Job job) : job_(job) {
-        lab.Put("game/Tempest2.exe", "program");
-        lab.Put("game/odf/ships/cruiser.odf", "game cruiser");
-        lab.Put("game/odf/ships/late.odf", "game late");
-        lab.Put("game/odf/ships/same.odf", "equal in game and mod");
-        lab.Put("game/odf/ships/shared.odf", "game shared");
-        lab.Put("game/Sod/Hull.sod", "game hull");
+        lab.Make({"game/odf/ships/cruiser.odf", "game/odf/ships/late.odf", "game/odf/ships/shared.odf",
+                  "game/Sod/Hull.sod", "game/readme.txt", "game/sounds/untouched.wav",
+                  "mods/First/odf/ships/shared.odf", "mods/First/odf/ships/added.odf", "mods/Mod/readme.txt",
+                  "mods/Mod/ModInfo.txt", "mods/Mod/odf/ships/CRUISER.odf", "mods/Mod/odf/ships/shared.odf",
+                  "mods/Mod/odf/ships/added.odf", "mods/Mod/sod/hull.sod", "mods/Mod/Textures/Rgb/new.tga",
+                  "mods/Mod/bitmaps/multisetup/buttons/opponentbutts/deep.bmp"});
+        for (const char* path : {"game/odf/ships/same.odf", "mods/Mod/odf/ships/same.odf"})
+            lab.Put(path, "equal in game and mod");
+        for (const char* path : {"mods/First/odf/ships/common.odf", "mods/Mod/odf/ships/common.odf"})
+            lab.Put(path, "equal in both mods");
         lab.SetReadOnly("game/Sod/Hull.sod");
-        lab.Put("game/readme.txt", "game readme");
-        lab.Put("game/sounds/untouched.wav", "game sound");
-
-        lab.Put("mods/First/odf/ships/shared.odf", "first shared");
-        lab.Put("mods/First/odf/ships/added.odf", "first added");
-        lab.Put("mods/First/odf/ships/common.odf", "equal in both mods");
-
-        lab.Put("mods/Mod/readme.txt", "mod readme");
-        lab.Put("mods/Mod/ModInfo.txt", "Author: nobody");
-        lab.Put("mods/Mod/odf/ships/CRUISER.odf", "mod cruiser, longer than that of the game");
-        lab.Put("mods/Mod/odf/ships/same.odf", "equal in game and mod");
-        lab.Put("mods/Mod/odf/ships/shared.odf", "mod shared");
-        lab.Put("mods/Mod/odf/ships/added.odf", "mod added");
-        lab.Put("mods/Mod/odf/ships/common.odf", "equal in both mods");
-        lab.Put("mods/Mod/sod/hull.sod", "mod hull");
         lab.SetReadOnly("mods/Mod/sod/hull.sod");
-        lab.Put("mods/Mod/Textures/Rgb/new.tga", "mod texture");
-        lab.Put("mods/Mod/bitmaps/multisetup/buttons/opponentbutts/deep.bmp", "mod bitmap");
 
-        pristine = lab.State("game");
+        pristine_ = lab.State("game");
         EXPECT_EQ(lab.Install("First").outcome, InstallOutcome::Done);
-        before = lab.State("game");
+        before_ = lab.State("game");
         if (job_ == Job::Install) {
             // Of an earlier run. It must not become a part of the backup, even if it cannot be removed.
             lab.Put("mods/Mod/~quillbay.bak/readme.txt", "stale");
@@ -53,8 +41,7 @@ public:
         }
         EXPECT_EQ(lab.Install("Mod").outcome, InstallOutcome::Done);
         if (job_ == Job::Uninstall) return;
-        lab.Put("mods/Mod/odf/ships/late.odf", "mod late");
-        lab.Put("mods/Mod/techtree/mod.tt", "mod tree");
+        lab.Make({"mods/Mod/odf/ships/late.odf", "mods/Mod/techtree/mod.tt"});
     }
 
     void Run(FileSystem& files) {
@@ -67,50 +54,48 @@ public:
     /// What a player does after the program has ended in the middle: the same again, or straight back.
     void Finish(bool sameAgain) {
         if (!lab.Installed("Mod")) {
-            EXPECT_EQ(Differences(before, lab.State("game")), "");
+            EXPECT_EQ(Differences(before_, lab.State("game")), "");
         }
         if (sameAgain && (job_ != Job::Uninstall || lab.Installed("Mod"))) Run(lab.Files());
-        if (lab.Installed("Mod")) {
-            const auto result = lab.Uninstall("Mod");
-            EXPECT_FALSE(result.BackupStays());
-        } else if (sameAgain && job_ != Job::Uninstall) {
-            ADD_FAILURE() << "not installed after a second try";
-        }
+        if (lab.Installed("Mod"))
+            EXPECT_FALSE(lab.Uninstall("Mod").BackupStays());
+        else
+            EXPECT_FALSE(sameAgain && job_ != Job::Uninstall) << "not installed after a second try";
         EXPECT_FALSE(lab.Installed("Mod"));
-        EXPECT_EQ(Differences(before, lab.State("game")), "");
+        EXPECT_EQ(Differences(before_, lab.State("game")), "");
         lab.Uninstall("First");
-        EXPECT_EQ(Differences(pristine, lab.State("game")), "");
+        EXPECT_EQ(Differences(pristine_, lab.State("game")), "");
         EXPECT_EQ(lab.SharedFiles(), "");
         for (const auto& [path, state] : lab.State("mods"))
             EXPECT_EQ(path.find("~quillbay"), std::string::npos) << path;
     }
 
     InstallLab lab;
-    TreeState pristine;
-    TreeState before;
 
 private:
     Job job_;
+    TreeState pristine_;
+    TreeState before_;
 };
 
 class InstallSweepTest : public testing::TestWithParam<std::tuple<Job, bool>> {};
 
 TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
     const auto [job, hardLinks] = GetParam();
-    const auto arm = [&, links = hardLinks](FaultyFileSystem& files, std::size_t number, Fault fault) {
+    /// Runs the job with a fault at one operation, and puts things right; the trace of its operations.
+    const auto run = [job, hardLinks](std::size_t number, Fault fault, bool sameAgain) {
         constexpr std::array kErrors = {std::errc::no_space_on_device, std::errc::permission_denied,
                                         std::errc::io_error};
+        Scenario scenario(job);
+        FaultyFileSystem files(scenario.lab.Files());
         files.Arm(number, fault, kErrors[number % kErrors.size()]);
-        if (!links) files.ForbidHardLinks();
+        if (!hardLinks) files.ForbidHardLinks();
+        scenario.Run(files);
+        scenario.Finish(sameAgain);
+        return files.Trace();
     };
-
-    Scenario whole(job);
-    FaultyFileSystem counting(whole.lab.Files());
-    arm(counting, 0, Fault::None);
-    whole.Run(counting);
-    const auto trace = counting.Trace();
+    const auto trace = run(0, Fault::None, false);
     ASSERT_GT(trace.size(), 40u);
-    whole.Finish(false);
 
     std::size_t met = 0;
     for (std::size_t number = 1; number <= trace.size(); ++number) {
@@ -121,14 +106,9 @@ TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
             if ((fault == Fault::EndTempWhole || fault == Fault::EndSwapped) && kind != 'c') continue;
             for (const bool sameAgain : {true, false}) {
                 if (++met % QUILLBAY_SWEEP_STRIDE != 0) continue;
-                SCOPED_TRACE("operation " + std::to_string(number) + " of " + std::to_string(trace.size()) +
-                             ", fault " + std::to_string(static_cast<int>(fault)) +
-                             (sameAgain ? ", then again" : ", then back"));
-                Scenario scenario(job);
-                FaultyFileSystem files(scenario.lab.Files());
-                arm(files, number, fault);
-                scenario.Run(files);
-                scenario.Finish(sameAgain);
+                SCOPED_TRACE(testing::Message() << "operation " << number << " of " << trace.size()
+                                                << ", fault " << int(fault) << ", again " << sameAgain);
+                run(number, fault, sameAgain);
                 if (HasFailure()) return;
             }
         }
@@ -138,6 +118,42 @@ TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
 INSTANTIATE_TEST_SUITE_P(Jobs, InstallSweepTest,
                          testing::Combine(testing::Values(Job::Install, Job::InstallAgain, Job::Uninstall),
                                           testing::Bool()));
+
+TEST(InstallOrderTest, RandomSequencesEndWhereTheyBegan) {
+    std::mt19937 random(20);
+    const auto pick = [&](std::size_t count) { return std::size_t(random()) % count; };
+    const std::string contents[] = {"a", "b", "c"};
+    for (int sequence = 0; sequence < 250 / QUILLBAY_SWEEP_STRIDE; ++sequence) {
+        std::vector<std::string> mods = {"One", "Two", "One\\Addon\\Extra", "Three"};
+        mods.resize(2 + pick(3));
+        std::ranges::shuffle(mods, random);
+        InstallLab lab;
+        for (const std::string file : {"/odf/ships/x.odf", "/y.txt", "/Sod/z.sod"}) {
+            if (pick(3) > 0) lab.Put("game" + file, contents[pick(3)]);
+            for (const auto& mod : mods)
+                if (pick(4) > 0) lab.Put("mods/" + mod + file, contents[pick(3)]);
+        }
+        for (const auto& mod : mods)
+            lab.Put("mods/" + mod + "/ModInfo.txt", "");
+        const auto before = lab.State("game");
+
+        std::string story = std::to_string(sequence) + ":";
+        const auto steps = 3 + pick(8);
+        for (std::size_t step = 0; step < steps + mods.size(); ++step) {
+            // In the end all are uninstalled.
+            const bool ends = step >= steps;
+            const auto& mod = mods[ends ? step - steps : pick(mods.size())];
+            if (!ends && (!lab.Installed(mod) || pick(3) == 0)) {
+                story += " +" + mod;
+                ASSERT_EQ(lab.Install(mod).outcome, InstallOutcome::Done) << story;
+            } else if (lab.Installed(mod)) {
+                story += " -" + mod;
+                ASSERT_FALSE(lab.Uninstall(mod).BackupStays()) << story;
+            }
+        }
+        ASSERT_EQ(Differences(before, lab.State("game")), "") << story;
+    }
+}
 
 } // namespace
 } // namespace quillbay

@@ -2,237 +2,148 @@
 #include "support/InstallLab.h"
 #include "support/ListingFileSystem.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <set>
-#include <string>
 
 namespace quillbay {
 namespace {
 
-std::set<std::string> Paths(const TreeState& state) {
-    std::set<std::string> paths;
-    for (const auto& [path, file] : state)
-        paths.insert(path);
-    return paths;
-}
-
-TEST(InstallTest, CopiesWhatBelongsIntoTheGameAndSavesWhatItReplaces) {
+class InstallTest : public testing::Test {
+protected:
     InstallLab lab;
-    lab.Put("game/Odf/Ships/Cruiser.odf", "game cruiser");
-    lab.Put("game/readme.txt", "game readme");
-    lab.Put("mods/M/odf/ships/cruiser.ODF", "mod cruiser");
-    lab.Put("mods/M/odf/ships/modinfo.txt", "installed: another name");
-    lab.Put("mods/M/odf/ModInfo.txt", "not installed");
-    lab.Put("mods/M/ModInfo.txt", "not installed");
-    lab.Put("mods/M/readme.txt", "mod readme");
-    lab.Put("mods/M/Docs/manual.txt", "not installed: no game folder");
-    lab.Put("mods/M/Sod/new.sod", "mod sod");
-    std::filesystem::create_directories(lab.Native("game/bitmaps/main"));
+};
 
-    const auto result = lab.Install("M");
+TEST_F(InstallTest, CopiesWhatBelongsIntoTheGameAndSavesWhatItReplaces) {
+    lab.Make({"game/Odf/Ships/Cruiser.odf", "game/Odf/ModInfo.txt", "game/readme.txt",
+              "mods/M/odf/ships/cruiser.ODF", "mods/M/odf/ships/modinfo.txt", "mods/M/odf/ModInfo.txt",
+              "mods/M/ModInfo.txt", "mods/M/readme.txt", "mods/M/Docs/manual.txt", "mods/M/Sod/new.sod"});
+    create_directories(lab.Native("game/bitmaps/main"));
+    test::ListingFileSystem files(lab.Files());
+    const auto result = lab.Install(files, "M");
     EXPECT_EQ(result.outcome, InstallOutcome::Done);
     EXPECT_EQ(result.installed, 4u);
     EXPECT_EQ(result.saved, 2u);
-    const auto game = lab.State("game");
-    EXPECT_EQ(Paths(game), (std::set<std::string>{"Odf/Ships/Cruiser.odf", "Odf/Ships/modinfo.txt",
-                                                  "Sod/new.sod", "readme.txt"}));
-    EXPECT_EQ(game.at("Odf/Ships/Cruiser.odf").bytes, "mod cruiser");
-    EXPECT_EQ(game.at("readme.txt").bytes, "mod readme");
-    const auto backup = lab.State("mods/M/Backup");
-    EXPECT_EQ(Paths(backup), (std::set<std::string>{"odf/ships/Cruiser.odf", "readme.txt"}));
-    EXPECT_EQ(backup.at("odf/ships/Cruiser.odf").bytes, "game cruiser");
-    EXPECT_FALSE(std::filesystem::exists(lab.Native("game/bitmaps")));
-}
+    EXPECT_EQ(lab.Read("game"), (Contents{{"Odf/Ships/Cruiser.odf", "mods/M/odf/ships/cruiser.ODF"},
+                                          {"Odf/Ships/modinfo.txt", "mods/M/odf/ships/modinfo.txt"},
+                                          {"Odf/ModInfo.txt", "game/Odf/ModInfo.txt"},
+                                          {"Sod/new.sod", "mods/M/Sod/new.sod"},
+                                          {"readme.txt", "mods/M/readme.txt"}}));
+    EXPECT_EQ(lab.Read("mods/M/Backup"), (Contents{{"odf/ships/Cruiser.odf", "game/Odf/Ships/Cruiser.odf"},
+                                                   {"readme.txt", "game/readme.txt"}}));
+    EXPECT_FALSE(exists(lab.Native("game/bitmaps")));
 
-TEST(InstallTest, WithoutABackupNothingIsInstalled) {
-    InstallLab lab;
-    lab.Put("game/readme.txt", "game");
-    lab.Put("mods/M/readme.txt", "mod");
-    lab.Put("mods/M/Backup", "a file where the folder should be");
-    const auto before = lab.State("game");
-    const auto result = lab.Install("M");
-    EXPECT_EQ(result.outcome, InstallOutcome::NoBackup);
-    EXPECT_TRUE(result.error);
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
-    EXPECT_FALSE(std::filesystem::exists(lab.Native("mods/M/~quillbay.bak")));
+    // As if it had never been installed.
+    lab.Remove("mods/M/Backup");
+    EXPECT_EQ(lab.Uninstall(files, "M").deleted, 4u);
+    EXPECT_EQ(lab.Read("game"), (Contents{{"Odf/ModInfo.txt", "game/Odf/ModInfo.txt"}}));
+    for (const auto& [folder, times] : files.listed)
+        EXPECT_LE(times, 2) << folder << ", once for each job";
+    EXPECT_LE(files.stats, 3) << "none for each file";
 
     EXPECT_EQ(lab.Install("Gone").outcome, InstallOutcome::Unreadable);
     EXPECT_TRUE(lab.Uninstall("Gone").failure);
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
-/// Neither saves nor copies anything to or from a path that ends in `part`.
+/// Neither links nor copies a file whose path ends in one of `parts`.
 class Refusing : public FileSystemWrapper {
 public:
-    Refusing(FileSystem& base, std::string part, bool comparesToo = false)
-        : FileSystemWrapper(base), part_(std::move(part)), comparesToo_(comparesToo) {}
+    using FileSystemWrapper::FileSystemWrapper;
+    std::vector<std::string> parts;
+    bool comparesToo = false; ///< it does not compare them either
 
     std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
-        return from.ends_with(part_) ? Refusal() : FileSystemWrapper::HardLink(from, to, replace);
+        return Refuses(from) ? kError : Base().HardLink(from, to, replace);
     }
     std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override {
-        return from.ends_with(part_) ? Refusal() : FileSystemWrapper::Copy(from, to, options);
+        return Refuses(from) ? kError : Base().Copy(from, to, options);
     }
     Result<bool> SameContents(std::string_view file, std::string_view other) const override {
-        if (comparesToo_ && file.ends_with(part_)) return Refusal();
-        return FileSystemWrapper::SameContents(file, other);
+        if (comparesToo && Refuses(file)) return kError;
+        return Base().SameContents(file, other);
     }
 
 private:
-    static std::error_code Refusal() { return std::make_error_code(std::errc::io_error); }
-    std::string part_;
-    bool comparesToo_;
+    bool Refuses(std::string_view path) const {
+        return std::ranges::any_of(parts, [&](const auto& part) { return path.ends_with(part); });
+    }
+    const std::error_code kError = std::make_error_code(std::errc::io_error);
 };
 
-TEST(InstallTest, WhatCannotBeSavedIsNotOverwritten) {
-    InstallLab lab;
-    lab.Put("game/odf/locked.odf", "game locked");
-    lab.Put("game/odf/free.odf", "game free");
-    lab.Put("mods/M/odf/locked.odf", "mod locked");
-    lab.Put("mods/M/odf/free.odf", "mod free");
-    const auto before = lab.State("game");
-
-    Refusing unreadable(lab.Files(), "game\\odf\\locked.odf", true);
-    const auto refused = lab.Install(unreadable, "M");
-    EXPECT_EQ(refused.outcome, InstallOutcome::UnsafeFile);
+TEST_F(InstallTest, WhatCannotBeSavedOrCopiedStaysAsItIsAndKeepsNoSavedCopy) {
+    lab.Make({"game/odf/free.odf", "game/odf/locked.odf", "game/odf/torn.odf", "game/odf/way.odf/inside.txt",
+              "mods/M/odf/free.odf", "mods/M/odf/locked.odf", "mods/M/odf/torn.odf", "mods/M/odf/way.odf"});
+    auto expected = lab.Read("game");
+    Refusing files(lab.Files());
+    files.parts = {"game\\odf\\locked.odf", "M\\odf\\torn.odf"};
+    files.comparesToo = true;
+    EXPECT_EQ(lab.Install(files, "M").outcome, InstallOutcome::UnsafeFile);
     EXPECT_FALSE(lab.Installed("M"));
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
+    EXPECT_EQ(lab.Read("game"), expected);
 
-    Refusing unsavable(lab.Files(), "locked.odf");
-    const auto result = lab.Install(unsavable, "M");
+    files.comparesToo = false;
+    const auto result = lab.Install(files, "M");
     EXPECT_EQ(result.outcome, InstallOutcome::Done);
     EXPECT_EQ(result.notSaved.size(), 1u);
-    EXPECT_EQ(lab.State("game").at("odf/locked.odf").bytes, "game locked");
-    EXPECT_EQ(lab.State("game").at("odf/free.odf").bytes, "mod free");
-    EXPECT_EQ(lab.Uninstall("M").notOurs.size(), 1u);
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
-}
-
-TEST(InstallTest, AFileThatIsNotReplacedKeepsNoSavedCopy) {
-    InstallLab lab;
-    lab.Put("game/odf/a.odf", "game a");
-    lab.Put("mods/M/odf/a.odf", "mod a, which cannot be read");
-    Refusing unreadable(lab.Files(), "M\\odf\\a.odf");
-    const auto result = lab.Install(unreadable, "M");
-    EXPECT_EQ(result.notCopied.size(), 1u);
-    EXPECT_EQ(result.saved, 0u);
-    lab.Put("game/odf/a.odf", "what the player made of it");
-    EXPECT_EQ(lab.Uninstall("M").notOurs.size(), 1u);
-    EXPECT_EQ(lab.State("game").at("odf/a.odf").bytes, "what the player made of it");
-}
-
-TEST(InstallTest, AFolderInTheWayBlocksOneFileOnly) {
-    InstallLab lab;
-    lab.Put("game/odf/a.odf/inside.txt", "kept");
-    lab.Put("game/odf/b.odf", "game b");
-    lab.Put("mods/M/odf/a.odf", "mod a");
-    lab.Put("mods/M/odf/b.odf", "mod b");
-    const auto before = lab.State("game");
-    const auto result = lab.Install("M");
-    EXPECT_EQ(result.notCopied.size(), 1u);
+    EXPECT_EQ(result.notCopied.size(), 2u);
     EXPECT_EQ(result.installed, 1u);
-    EXPECT_FALSE(lab.Uninstall("M").BackupStays());
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
+    EXPECT_EQ(result.saved, 1u);
+    expected["odf/free.odf"] = "mods/M/odf/free.odf";
+    EXPECT_EQ(lab.Read("game"), expected);
+
+    lab.Put("game/odf/torn.odf", "what the player made of it");
+    const auto undone = lab.Uninstall("M");
+    EXPECT_FALSE(undone.BackupStays());
+    EXPECT_EQ(undone.notOurs.size(), 2u);
+    expected["odf/free.odf"] = "game/odf/free.odf";
+    expected["odf/torn.odf"] = "what the player made of it";
+    EXPECT_EQ(lab.Read("game"), expected);
 }
 
-TEST(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
-    InstallLab lab;
-    lab.Put("game/odf/a.odf", "game a");
-    lab.Put("game/odf/later.odf", "game later");
-    lab.Put("mods/M/odf/a.odf", "mod a");
-    lab.Put("mods/Other/odf/theirs.odf", "other's");
+TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
+    lab.Make({"game/odf/a.odf", "game/odf/later.odf", "game/root.txt", "mods/M/odf/a.odf",
+              "mods/Other/odf/theirs.odf"});
+    const auto before = lab.State("game");
     lab.Install("M");
     lab.Install("Other");
     const auto installed = lab.BackupTime("M");
+    rename(lab.Native("mods/M/Backup"), lab.Native("mods/M/backup")); // in any spelling it is the Backup
 
-    lab.Put("mods/M/odf/a.odf", "mod a, second version");
-    lab.Put("mods/M/odf/later.odf", "mod later");
-    lab.Put("mods/M/odf/theirs.odf", "mod theirs");
-    lab.Put("mods/M/root.txt", "mod root");
-    lab.Put("game/root.txt", "game root");
-    const auto result = lab.Install("M");
-    EXPECT_EQ(result.saved, 2u);
-    const auto backup = lab.State("mods/M/Backup");
-    EXPECT_EQ(Paths(backup), (std::set<std::string>{"odf/a.odf", "odf/later.odf", "root.txt"}));
-    EXPECT_EQ(backup.at("odf/a.odf").bytes, "game a");
-    EXPECT_EQ(lab.State("game").at("odf/a.odf").bytes, "mod a, second version");
+    lab.Put("mods/M/odf/a.odf", "second version");
+    lab.Make({"mods/M/odf/later.odf", "mods/M/odf/theirs.odf", "mods/M/root.txt"});
+    EXPECT_EQ(lab.Install("M").saved, 2u);
+    EXPECT_EQ(lab.Read("mods/M/backup"), (Contents{{"odf/a.odf", "game/odf/a.odf"},
+                                                   {"odf/later.odf", "game/odf/later.odf"},
+                                                   {"root.txt", "game/root.txt"}}));
+    EXPECT_EQ(lab.Read("game").at("odf/a.odf"), "second version");
     EXPECT_EQ(lab.BackupTime("M"), installed);
-}
-
-TEST(InstallTest, EachFolderIsListedOnce) {
-    InstallLab lab;
-    for (int i = 0; i < 30; ++i) {
-        const auto name = "odf/ships/" + std::to_string(i) + ".odf";
-        if (i % 2 == 0) lab.Put("game/" + name, "game");
-        lab.Put("mods/M/" + name, "mod");
+    for (const char* mod : {"M", "Other"}) {
+        EXPECT_FALSE(lab.Uninstall(mod).BackupStays()) << mod;
+        EXPECT_FALSE(lab.Installed(mod)) << mod;
     }
-    class Counting : public test::ListingFileSystem {
-    public:
-        using ListingFileSystem::ListingFileSystem;
-        Result<FileInfo> Stat(std::string_view path) const override {
-            ++stats;
-            return Base().Stat(path);
-        }
-        mutable int stats = 0;
-    } counting(lab.Files());
-    lab.Install(counting, "M");
-    lab.Uninstall(counting, "M");
-    // Once for the installation and once for the uninstallation.
-    for (const auto& [folder, times] : counting.listed)
-        EXPECT_LE(times, 2) << folder;
-    EXPECT_LE(counting.stats, 3);
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
-TEST(UninstallTest, AModThatWasNeverInstalledIsDeletedFromTheGame) {
-    InstallLab lab;
-    lab.Put("game/odf/a.odf", "game a");
-    lab.Put("game/odf/ModInfo.txt", "not touched");
-    lab.Put("mods/M/odf/a.odf", "mod a");
-    lab.Put("mods/M/odf/ModInfo.txt", "mod info");
-    EXPECT_EQ(lab.Uninstall("M").deleted, 1u);
-    EXPECT_EQ(Paths(lab.State("game")), (std::set<std::string>{"odf/ModInfo.txt"}));
-}
-
-TEST(UninstallTest, ABackupThatMustStayLetsASecondUninstallationTakeNothingAway) {
-    InstallLab lab;
-    lab.Put("game/odf/equal.odf", "equal in game and mod");
-    lab.Put("game/odf/other.odf", "game other");
-    lab.Put("game/odf/left.odf", "game left");
-    lab.Put("mods/M/odf/equal.odf", "equal in game and mod");
-    lab.Put("mods/M/odf/other.odf", "mod other");
-    lab.Put("mods/M/odf/left.odf", "mod left");
-    const auto before = lab.State("game");
+TEST_F(InstallTest, ABackupThatMustStayLetsASecondUninstallationTakeNothingAway) {
+    for (const char* path : {"game/odf/equal.odf", "mods/M/odf/equal.odf"})
+        lab.Put(path, "equal");
+    lab.Make({"game/odf/left.odf", "game/odf/other.odf", "mods/M/odf/left.odf", "mods/M/odf/other.odf"});
+    auto expected = lab.State("game");
     lab.Install("M");
     lab.Remove("mods/M/odf/left.odf");
+    expected["odf/left.odf"] = lab.State("game")["odf/left.odf"]; // no longer the mod's business
     lab.Put("mods/M/Backup/notes/mine.txt", "the player's");
     const auto installed = lab.BackupTime("M");
-
-    const auto first = lab.Uninstall("M");
-    EXPECT_TRUE(first.BackupStays());
-    EXPECT_EQ(first.restored, 2u);
-    const std::set<std::string> staying = {"notes/mine.txt", "odf/equal.odf", "odf/left.odf"};
-    EXPECT_EQ(Paths(lab.State("mods/M/Backup")), staying);
-    EXPECT_EQ(lab.BackupTime("M"), installed);
-
-    EXPECT_TRUE(lab.Uninstall("M").BackupStays());
-    EXPECT_EQ(Paths(lab.State("mods/M/Backup")), staying);
-    EXPECT_EQ(lab.SharedFiles(), "");
-    auto expected = before;
-    expected.at("odf/left.odf") = lab.State("game").at("odf/left.odf"); // no longer the mod's business
-    EXPECT_EQ(Differences(expected, lab.State("game")), "");
-}
-
-TEST(UninstallTest, BackupInAnySpellingIsTheBackup) {
-    InstallLab lab;
-    lab.Put("game/odf/a.odf", "game a");
-    lab.Put("mods/M/odf/a.odf", "mod a");
-    const auto before = lab.State("game");
-    lab.Install("M");
-    std::filesystem::rename(lab.Native("mods/M/Backup"), lab.Native("mods/M/backup"));
-    EXPECT_EQ(lab.Install("M").saved, 0u);
-    EXPECT_FALSE(lab.Uninstall("M").BackupStays());
-    EXPECT_FALSE(lab.Installed("M"));
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
+    for (const std::size_t restored : {2u, 1u}) {
+        const auto result = lab.Uninstall("M");
+        EXPECT_TRUE(result.BackupStays());
+        EXPECT_EQ(result.restored, restored);
+        EXPECT_EQ(lab.Read("mods/M/Backup"), (Contents{{"notes/mine.txt", "the player's"},
+                                                       {"odf/equal.odf", "equal"},
+                                                       {"odf/left.odf", "game/odf/left.odf"}}));
+        EXPECT_EQ(lab.BackupTime("M"), installed);
+        EXPECT_EQ(lab.SharedFiles(), "");
+        EXPECT_EQ(Differences(expected, lab.State("game")), "");
+    }
 }
 
 } // namespace

@@ -1,34 +1,28 @@
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QDir>
 #include <QLabel>
 #include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTimer>
 #include <QtTest>
 
 namespace quillbay::test {
 namespace {
 
-class ModList : public SelectorFixture {};
-
-/// Counts what would make the user see a flicker.
-class PaintCounter : public QObject {
-public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-    int paints = 0;
-    bool eventFilter(QObject*, QEvent* event) override {
-        paints += event->type() == QEvent::Paint;
-        return false;
+class ModList : public SelectorFixture {
+protected:
+    /// Starts with more mods than the list can show: Mod 10 to Mod 69.
+    void StartWithManyMods() {
+        for (int mod = 10; mod < 70; ++mod)
+            MakeFolder(QStringLiteral("program/mods/Mod %1").arg(mod));
+        ASSERT_TRUE(Start());
     }
+    AnswerBoxes boxes;
 };
 
 TEST_F(ModList, RebuildKeepsTheSelectionByPathAndFollowsTheDisk) {
-    MakeFolder("program/mods/Bravo/Addon/Maps");
-    MakeFolder("program/mods/alpha/Addon/Maps");
-    Write("program/mods/loose.txt", "no row");
+    Make({"program/mods/Bravo/Addon/Maps/", "program/mods/alpha/Addon/Maps/", "program/mods/loose.txt"});
     ASSERT_TRUE(Start());
     EXPECT_EQ(Rows(), (QStringList{"alpha", "    Maps", "Bravo", "    Maps"}));
     EXPECT_EQ(SelectedText(), "alpha");
@@ -47,20 +41,28 @@ TEST_F(ModList, RebuildKeepsTheSelectionByPathAndFollowsTheDisk) {
     EXPECT_TRUE(Exists("program/mods"));
     EXPECT_EQ(Rows(), QStringList("(No mods found.)"));
     EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "(No mod selected)");
+
+    // The placeholder is not built anew every second, and stands for no mod.
+    const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
+    Tick();
+    EXPECT_TRUE(rebuilt.isEmpty());
+    EXPECT_TRUE(Mods().selectedItems().isEmpty());
+    Mods().setCurrentRow(0);
+    Item("menuModInstall").trigger();
+    Item("menuModUninstall").trigger();
+    EXPECT_EQ(Titles(boxes), "! Install mod first|! Install mod first");
 }
 
-TEST_F(ModList, NothingChangedMeansNothingRepainted) {
-    for (int mod = 10; mod < 70; ++mod)
-        MakeFolder(QStringLiteral("program/mods/Mod %1").arg(mod));
-    ASSERT_TRUE(Start());
+TEST_F(ModList, NothingChangedMeansNothingRebuilt) {
+    StartWithManyMods();
     Mods().setCurrentRow(5);
     Mods().verticalScrollBar()->setValue(20);
     QCoreApplication::processEvents();
     const int details = files.treeSizes;
-    PaintCounter counter(*Mods().viewport());
+    const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
     Tick();
     QCoreApplication::processEvents();
-    EXPECT_EQ(counter.paints, 0);
+    EXPECT_TRUE(rebuilt.isEmpty());
     EXPECT_EQ(files.treeSizes, details);
 
     Control<QPushButton>("cmdRefresh").click();
@@ -74,28 +76,8 @@ TEST_F(ModList, NothingChangedMeansNothingRepainted) {
     EXPECT_TRUE(Mods().isEnabled());
 }
 
-TEST_F(ModList, AnEmptyLibraryIsNotRebuiltEverySecond) {
-    ASSERT_TRUE(Start());
-    const QListWidgetItem* placeholder = Mods().item(0);
-    QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
-    Tick();
-    EXPECT_TRUE(rebuilt.isEmpty());
-    EXPECT_EQ(Mods().item(0), placeholder);
-    EXPECT_TRUE(Mods().selectedItems().isEmpty());
-
-    AnswerBoxes boxes;
-    Mods().setCurrentRow(0);
-    Item("menuModInstall").trigger();
-    Item("menuModUninstall").trigger();
-    ASSERT_EQ(boxes.Seen().size(), 2u);
-    EXPECT_EQ(boxes.Seen()[0].title, "Install mod first");
-    EXPECT_EQ(boxes.Seen()[1].icon, QMessageBox::Warning);
-}
-
 TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
-    for (int mod = 10; mod < 70; ++mod)
-        MakeFolder(QStringLiteral("program/mods/Mod %1").arg(mod));
-    ASSERT_TRUE(Start());
+    StartWithManyMods();
     QListWidget& list = Mods();
     EXPECT_EQ(list.viewport()->height(), 24 * list.visualItemRect(list.item(0)).height());
     list.verticalScrollBar()->setValue(7);
@@ -109,23 +91,103 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
     EXPECT_EQ(menu.defaultAction(), &Item("menuModInstall"));
     menu.hide();
 
-    AnswerBoxes boxes;
     const QPoint row = list.visualItemRect(list.item(9)).center();
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
+    for (const auto button : {Qt::LeftButton, Qt::MiddleButton}) {
+        QTest::mouseClick(list.viewport(), button, {}, row);
+        QTest::mouseDClick(list.viewport(), button, {}, row);
+    }
     QTest::keyClick(&list, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_Backspace);
     QTest::keyClick(&list, Qt::Key_Return, Qt::ControlModifier);
     QTest::keyClick(&list, Qt::Key_Backspace, Qt::AltModifier);
-    QTest::mouseClick(list.viewport(), Qt::MiddleButton, {}, row);
-    QTest::mouseDClick(list.viewport(), Qt::MiddleButton, {}, row);
     list.clearSelection();
-    QTest::keyClick(&list, Qt::Key_Return);
-    ASSERT_EQ(boxes.Seen().size(), 4u);
-    EXPECT_EQ(boxes.Seen()[0].title, "Install Mod 19 mod?");
-    EXPECT_EQ(boxes.Seen()[1].title, "Install Mod 19 mod?");
-    EXPECT_EQ(boxes.Seen()[2].title, "Uninstall Mod 19 mod?");
-    EXPECT_EQ(boxes.Seen()[3].title, "Select a mod") << "no row is selected, although one is current";
+    QTest::keyClick(&list, Qt::Key_Return); // no row is selected, although one is current
+    EXPECT_EQ(Titles(boxes),
+              "? Install Mod 19 mod?|? Install Mod 19 mod?|? Uninstall Mod 19 mod?|! Select a mod");
+}
+
+TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
+    Make({"program/mods/Alpha/Addon/Extra/", "program/mods/Beta/", "program/mods/Gamma/backup/"});
+    ASSERT_TRUE(Start());
+    QWidget& opened = OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods");
+    const auto listed = [&] {
+        const auto& list = Control<QListWidget>(opened, "lstCurrentMods");
+        QStringList texts;
+        for (int row = 0; row < list.count(); ++row)
+            texts += list.item(row)->text() + (list.item(row)->isSelected() ? " *" : "");
+        return texts;
+    };
+    EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
+    EXPECT_EQ(listed(), QStringList{"(No mods found.) *"});
+
+    // After an installation the main list is rebuilt: addons come with the next activation.
+    Make({"program/mods/Alpha/Backup/", "program/mods/Alpha/Addon/Extra/Backup/",
+          "program/mods/Beta/Backup/"});
+    window->SelectMod({"Beta"});
+    window->RefreshModList({});
+    EXPECT_EQ(listed(), (QStringList{"Alpha", "Beta *"}));
+
+    window->activateWindow();
+    ASSERT_TRUE(WaitFor([&] { return !opened.isActiveWindow(); }));
+    opened.activateWindow();
+    ASSERT_TRUE(WaitFor([&] { return listed().size() == 3; }));
+    EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra", "Beta"}));
+
+    opened.close();
+    EXPECT_TRUE(WaitFor([&] { return !Item("menuManagerCheckInstalledMods").isChecked(); }));
+}
+
+TEST_F(ModList, RemovesTheModItAskedAbout) {
+    const QString alpha = "program/mods/Alpha/odf/ships/a.odf";
+    Write(alpha, "a");
+    Make({"program/mods/Alpha/Addon/X/Backup/odf/ships/a.odf", "program/mods/Bravo/b.txt"});
+    ASSERT_TRUE(Start());
+    files.onChange = [this] { EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isVisible()); };
+    const auto remove = [&](int row) {
+        Mods().setCurrentRow(row);
+        Item("menuModCurrentModRemoveMod").trigger();
+    };
+    window->GameDirectory = Path("program/mods/Alpha/odf").toStdString();
+    remove(0);
+    window->GameDirectory = Path("game").toStdString();
+    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes, [this](QMessageBox&) {
+        Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
+        Tick();
+    });
+    remove(0);
+    remove(1);
+    EXPECT_EQ(Rows(), (QStringList{"Alpha", "Bravo"}));
+    remove(1);
+    EXPECT_EQ(Read("program/mods/bravo/b.txt") + Read(alpha), "program/mods/Bravo/b.txta");
+    EXPECT_EQ(Titles(boxes), "X Error!|? Remove Alpha mod?|? Remove     X mod?|? Remove Bravo mod?");
+    EXPECT_EQ(boxes.Seen()[2].text, "Are you sure you want to remove the     X mod from your hard drive?");
+    EXPECT_TRUE(boxes.Seen()[1].informative.contains("Backup"));
+    EXPECT_EQ(boxes.Seen()[3].informative, "");
+}
+
+TEST_F(ModList, MakesNewModsAndTheirFolders) {
+    ASSERT_TRUE(Start());
+    boxes.ThenType("").ThenType("nul").Then(QMessageBox::Ok).ThenType("a?b").Then(QMessageBox::Ok);
+    boxes.ThenType("New & mod")
+        .ThenType("NEW & MOD")
+        .Then(QMessageBox::Ok)
+        .Then(QMessageBox::Yes)
+        .Then(QMessageBox::Yes);
+    for (int times = 0; times < 5; ++times)
+        Item("menuModMakeNewFolder").trigger();
+    EXPECT_EQ(SelectedText(), "New & mod");
+    Item("menuModCurrentModSubfolders").trigger();
+    EXPECT_TRUE(Exists("program/mods/New & mod/odf/weapons/Pulse"));
+    Write("program/mods/New & mod/odf/ships/own.odf", "own");
+    Item("menuModCurrentModRemoveSubfolders").trigger();
+    EXPECT_EQ(QDir(Path("program/mods/New & mod")).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+              QStringList{"odf"});
+    EXPECT_EQ(Read("program/mods/New & mod/odf/ships/own.odf"), "own");
+    EXPECT_EQ(Titles(boxes),
+              "Make new folder|Make new folder|Quillbay|Make new folder|X Error!|Make new folder|"
+              "Make new folder|Quillbay|? Make subfolders?|? Delete subfolders?");
+    EXPECT_EQ(boxes.Seen()[2].text, "Invalid name.");
+    EXPECT_EQ(boxes.Seen()[7].text, "Folder already exists.");
 }
 
 } // namespace

@@ -1,179 +1,157 @@
 #include "common/FolderListBox.h"
 #include "shell/frmChangeT2Dir.h"
-#include "support/AnswerBoxesWindow.h"
-#include "support/TestHost.h"
-#include "support/TestServices.h"
+#include "support/SelectorFixtureWindow.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QtTest>
 
-#include <gtest/gtest.h>
-
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
-using test::WaitFor;
-
-class Chooser : public testing::Test {
+class Chooser : public SelectorFixture {
 protected:
+    Chooser() { MakeFolder("Other Copy"); }
     ~Chooser() override { qunsetenv("WINEPREFIX"); }
 
-    static QString Native(const std::string& path) {
-        return QDir::toNativeSeparators(QString::fromStdString(path));
+    void Open() {
+        ASSERT_TRUE(window || Start());
+        chooser = &OpenWindow("modChangeT2Directory", "frmChangeT2Dir");
     }
-    template <typename T>
-    T* Find(const char* name) {
-        return chooser.findChild<T*>(name);
+    /// Starts without a game, which is searched in `prefix`, and does the action as soon as the chooser shows
+    /// the text.
+    bool StartWithoutAGame(const QString& text, const std::function<void()>& action) {
+        qputenv("WINEPREFIX", Path("prefix").toUtf8());
+        MakeFolder("prefix/drive_c");
+        registry.path = Path("gone").toStdString();
+        boxes.Then(QMessageBox::Ok, [this](QMessageBox&) {
+            EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
+            EXPECT_EQ(window->GameDirectory, kGameNotFound);
+        });
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            chooser = qobject_cast<frmChangeT2Dir*>(QApplication::activeModalWidget());
+            if (!chooser || Typed() != text) return;
+            poll.stop();
+            action();
+        });
+        poll.start(0);
+        return Start();
     }
-    void Click(const char* button) { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
-    QString Typed() { return Find<QLineEdit>("txtDir")->text(); }
-    void Type(const std::string& text) { Find<QLineEdit>("txtDir")->setText(QString::fromStdString(text)); }
-    QString Listed() { return Find<QAbstractItemView>("dirListBox")->property("path").toString(); }
-    bool CanApply() { return Find<QPushButton>("cmdApply")->isEnabled(); }
-    bool WaitUntilClosed() {
-        return WaitFor([&] { return !chooser.isVisible(); });
+    QString Native(const QString& relative) const { return QDir::toNativeSeparators(Path(relative)); }
+    void Press(const char* button) const { Control<QPushButton>(*chooser, button).click(); }
+    QLineEdit& Box() const { return Control<QLineEdit>(*chooser, "txtDir"); }
+    QString Typed() const { return Box().text(); }
+    FolderListBox& List() const { return Control<FolderListBox>(*chooser, "dirListBox"); }
+    bool CanApply() const { return Control<QPushButton>(*chooser, "cmdApply").isEnabled(); }
+    bool WaitUntilClosed() const {
+        return WaitFor([&] { return !chooser->isVisible(); });
     }
+    QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(window->GameDirectory)); }
 
-    test::TestHost host;
-    test::TestServices test;
-    QAction item;
-    std::string gameDirectory = test.MakeFolder("Games/Tempest II");
-    std::string other = test.MakeFolder("Games/Other Copy");
-    frmChangeT2Dir chooser{host, &item, test.services, gameDirectory};
+    AnswerBoxes boxes;
+    QWidget* chooser = nullptr;
 };
 
 TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
-    chooser.Open();
-    EXPECT_TRUE(item.isChecked());
-    EXPECT_TRUE(Find<QLabel>("lblChangeT2Info")->text().endsWith("PS: It is case sensative."));
-    EXPECT_EQ(Native(Find<QLabel>("lblCurrent")->text().toStdString()), Native(gameDirectory));
-    EXPECT_EQ(Listed(), Native(gameDirectory));
-    EXPECT_EQ(Typed(), Native(gameDirectory));
+    Open();
+    EXPECT_TRUE(Item("modChangeT2Directory").isChecked());
+    EXPECT_TRUE(Control<QLabel>(*chooser, "lblChangeT2Info").text().endsWith("PS: It is case sensative."));
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
+    EXPECT_EQ(Typed(), Native("game"));
 
-    Type("something else");
-    Click("cmdCancel");
+    Box().setText("something else");
+    Press("cmdCancel");
     ASSERT_TRUE(WaitUntilClosed());
-    EXPECT_FALSE(item.isChecked());
-    chooser.Open();
-    EXPECT_EQ(Typed(), Native(gameDirectory)) << "though the list stands where it stood";
+    EXPECT_FALSE(Item("modChangeT2Directory").isChecked());
+    Open();
+    EXPECT_EQ(Typed(), Native("game")) << "though the list stands where it stood";
 
-    Click("cmdCancel");
+    Press("cmdCancel");
     ASSERT_TRUE(WaitUntilClosed());
-    gameDirectory = test.MakeFolder("Games") + "/gone";
-    chooser.Open();
-    EXPECT_EQ(Typed(), Native(test.ProgramDirectory()));
+    window->GameDirectory = Path("gone").toStdString();
+    Open();
+    EXPECT_EQ(Typed(), Native("program"));
 }
 
 TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
-    chooser.Open();
-    Find<QAbstractItemView>("dirListBox")->setProperty("path", QString::fromStdString(other));
-    EXPECT_EQ(Typed(), Native(other));
+    Open();
+    Box().setText("no folder at all");
+    Press("cmdOK");
+    EXPECT_TRUE(chooser->isVisible());
+    List().setProperty("path", Path("Other Copy"));
+    EXPECT_EQ(Typed(), Native("Other Copy"));
     EXPECT_TRUE(CanApply());
-    Type(other + "/");
-    QTest::keyClick(Find<QPushButton>("cmdApply"), Qt::Key_Return);
-    EXPECT_EQ(gameDirectory, other);
-    EXPECT_EQ(Native(Find<QLabel>("lblCurrent")->text().toStdString()), Native(other));
+    Box().setText(Path("Other Copy/"));
+    QTest::keyClick(&Control<QPushButton>(*chooser, "cmdApply"), Qt::Key_Return);
+    EXPECT_EQ(Game(), Native("Other Copy"));
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
     EXPECT_FALSE(CanApply());
-    EXPECT_TRUE(chooser.isVisible());
+    EXPECT_TRUE(chooser->isVisible());
 
-    const std::string third = test.MakeFolder("Games/Third");
-    Type(third);
+    Box().setText(Path("missing"));
     EXPECT_TRUE(CanApply());
-    QTest::keyClick(Find<QLineEdit>("txtDir"), Qt::Key_Return);
+    Press("cmdOK");
     EXPECT_TRUE(WaitUntilClosed());
-    EXPECT_EQ(gameDirectory, third);
-}
-
-TEST_F(Chooser, RefusesWhatIsNoOtherFolderInExactSpelling) {
-    const std::string before = gameDirectory;
-    QFile file(QString::fromStdString(test.MakeFolder("Games") + "/Tempest2.exe"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    chooser.Open();
-    for (const std::string& bad : {test.MakeFolder("Games") + "/tempest ii", file.fileName().toStdString(),
-                                   before, test.MakeFolder("Games") + "/missing"}) {
-        Type(bad);
-        Click("cmdApply");
-        EXPECT_EQ(gameDirectory, before) << bad;
-    }
-    Type("no folder at all");
-    Click("cmdOK");
-    EXPECT_TRUE(chooser.isVisible());
-    Type(test.MakeFolder("Games") + "/missing");
-    Click("cmdOK");
+    EXPECT_EQ(Game(), Native("Other Copy"));
+    Open();
+    Box().setText(Path("game"));
+    QTest::keyClick(&Box(), Qt::Key_Return);
     EXPECT_TRUE(WaitUntilClosed());
-    EXPECT_EQ(gameDirectory, before);
+    EXPECT_EQ(Game(), Native("game"));
 }
 
-TEST_F(Chooser, WithoutAGameItIsModalAndCancelAsksForTheEndOfTheProgram) {
-    qputenv("WINEPREFIX", QByteArray::fromStdString(test.MakeFolder("prefix")));
-    test.MakeFolder("prefix/drive_c");
-    gameDirectory = kGameNotFound;
-    chooser.Open();
-    EXPECT_EQ(Typed(), "Unable to find directory. Please locate manually/install Tempest II.");
-    EXPECT_TRUE(chooser.isVisible());
-    EXPECT_TRUE(chooser.isModal());
-
-    QSignalSpy quit(&chooser, &frmChangeT2Dir::QuitRequested);
-    QTest::keyClick(&chooser, Qt::Key_Escape);
-    EXPECT_EQ(quit.count(), 1);
-    EXPECT_TRUE(chooser.isVisible());
-    chooser.close();
-    ASSERT_TRUE(WaitUntilClosed()) << "its close box closes it";
-    EXPECT_EQ(quit.count(), 1);
+TEST_F(Chooser, TheStartAsksForAMissingGameAndEndsTheProgramWhenTheUserGivesUp) {
+    EXPECT_FALSE(
+        StartWithoutAGame("Attempting to find directory. Please wait...", [&] { Press("cmdCancel"); }));
+    EXPECT_EQ(Titles(boxes) + boxes.Seen()[0].text, "QuillbayPause");
+    EXPECT_TRUE(window->isHidden());
+    EXPECT_FALSE(Control<QTimer>("timRefreshModList").isActive());
 }
 
-TEST_F(Chooser, OpenModalReturnsWhenTheGameThatItFoundIsConfirmed) {
-    qputenv("WINEPREFIX", QByteArray::fromStdString(test.MakeFolder("prefix")));
-    const std::string game = test.MakeFolder("prefix/drive_c/Games/T2");
-    QFile executable(QString::fromStdString(game) + "/TEMPEST2.EXE");
-    ASSERT_TRUE(executable.open(QIODevice::WriteOnly));
-    gameDirectory = kGameNotFound;
+TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
+    const QString sorry = "Unable to find directory. Please locate manually/install Tempest II.";
+    EXPECT_TRUE(StartWithoutAGame(sorry, [&] { chooser->close(); }));
+    Open();
+    EXPECT_EQ(Typed(), sorry);
+    EXPECT_TRUE(chooser->isVisible() && chooser->isModal());
+    QTest::keyClick(chooser, Qt::Key_Escape);
+    EXPECT_EQ(window->Phase, ProgramPhase::Ended);
+}
 
-    bool confirmed = false;
-    QTimer confirm;
-    QObject::connect(&confirm, &QTimer::timeout, [&] {
-        if (Typed() != Native(game)) return;
-        confirm.stop();
-        EXPECT_TRUE(chooser.isModal());
+TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
+    Write("prefix/drive_c/Games/T2/TEMPEST2.EXE", "");
+    EXPECT_TRUE(StartWithoutAGame(Native("prefix/drive_c/Games/T2"), [&] {
+        EXPECT_TRUE(chooser->isModal());
         EXPECT_TRUE(CanApply());
-        EXPECT_EQ(gameDirectory, kGameNotFound) << "only a confirmation stores it";
-        Click("cmdOK");
-        confirmed = true;
-    });
-    confirm.start(0);
-    chooser.OpenModal();
-    EXPECT_TRUE(confirmed);
-    EXPECT_FALSE(chooser.isVisible());
-    EXPECT_EQ(QDir::fromNativeSeparators(QString::fromStdString(gameDirectory)).toStdString(), game);
-
-    chooser.Open();
-    EXPECT_FALSE(chooser.isModal());
+        EXPECT_EQ(window->GameDirectory, kGameNotFound) << "only a confirmation stores it";
+        Press("cmdOK");
+    }));
+    EXPECT_EQ(Game(), Native("prefix/drive_c/Games/T2"));
+    EXPECT_FALSE(chooser->isVisible());
+    Open();
+    EXPECT_FALSE(chooser->isModal());
 }
 
 TEST_F(Chooser, TheFolderListGoesIntoFoldersAndRefusesWhatIsNone) {
-    chooser.Open();
-    auto* list = Find<FolderListBox>("dirListBox");
-    list->setPath(QString::fromStdString(test.MakeFolder("Games")));
-    QTreeWidgetItem* current = list->currentItem();
+    Make({"Games/Alpha/", "Games/Beta/"});
+    Open();
+    List().setPath(Path("Games"));
+    QTreeWidgetItem* current = List().currentItem();
     ASSERT_EQ(current->childCount(), 2);
-    EXPECT_EQ(current->child(0)->text(0), "Other Copy");
-    list->setCurrentItem(current->child(0));
-    QTest::keyClick(list, Qt::Key_Return);
-    ASSERT_TRUE(WaitFor([&] { return Typed() == Native(other); }));
-
-    for (const QString& bad : {QString("relative"), QString(), QString::fromStdString(other + "/none")}) {
-        list->setPath(bad);
-        EXPECT_EQ(Listed(), Native(other));
+    EXPECT_EQ(current->child(0)->text(0), "Alpha");
+    List().setCurrentItem(current->child(0));
+    QTest::keyClick(&List(), Qt::Key_Return);
+    ASSERT_TRUE(WaitFor([&] { return Typed() == Native("Games/Alpha"); }));
+    for (const QString& bad : {QString("relative"), QString(), Path("Games/Alpha/none")}) {
+        List().setPath(bad);
+        EXPECT_EQ(List().path(), Native("Games/Alpha")) << qPrintable(bad);
     }
-    list->setPath(QString::fromStdString(other).replace('/', '\\') + "\\..\\");
-    EXPECT_EQ(Listed(), Native(test.MakeFolder("Games")));
+    List().setPath(Path("Games/Alpha").replace('/', '\\') + "\\..\\");
+    EXPECT_EQ(List().path(), Native("Games"));
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

@@ -1,9 +1,8 @@
 #include "shell/GameDirectory.h"
 
 #include "platform/DosPath.h"
+#include "shell/BatchFile.h"
 #include "support/DiskTest.h"
-
-#include <gtest/gtest.h>
 
 namespace quillbay::test {
 namespace {
@@ -12,46 +11,55 @@ class GameDirectoryTest : public DiskTest {};
 
 class OneValueRegistry : public Registry {
 public:
-    explicit OneValueRegistry(std::string value) : value_(std::move(value)) {}
-
+    std::string value;
     std::string ReadRegistryString(std::string_view key, std::string_view valueName,
                                    std::string_view fallback) const override {
         const bool known = key == R"(Software\Brightgate\Tempest II\v1.0)" && valueName == "INSTALLPATH";
-        return known ? value_ : std::string(fallback);
+        return known ? value : std::string(fallback);
     }
-
-private:
-    std::string value_;
 };
 
-TEST(GameDirectory, ComesFromTheGamesOwnRegistryEntry) {
-    EXPECT_EQ(ReadGameDirectory(OneValueRegistry("C:\\T2\\")), NativePath("C:\\T2\\"));
-    EXPECT_EQ(ReadGameDirectory(OneValueRegistry("")), "");
+TEST_F(GameDirectoryTest, ComesFromTheGamesOwnRegistryEntry) {
+    OneValueRegistry registry;
+    EXPECT_EQ(ReadGameDirectory(registry), "");
+    registry.value = "C:\\T2\\";
+    EXPECT_EQ(ReadGameDirectory(registry), NativePath("C:\\T2\\"));
 }
 
 TEST_F(GameDirectoryTest, CandidateTakesFoldersInExactLetterCaseOnly) {
+    using enum CandidateState;
     PutFolder(temp_ / "Tempest II\\odf");
     PutFile(temp_ / "File", "x");
     const std::string game = temp_ / "Tempest II";
-    const auto state = [&](const std::string& typed, const std::string& current = "") {
-        return CheckCandidate(*disk_, typed, current).state;
+    const std::pair<CandidateState, std::vector<std::string>> candidates[] = {
+        {Accepted, {game, game + "\\"}},
+        {Rejected, {temp_ / "tempest ii", temp_ / "File", temp_ / "gone", game + "\\odf\\..", game + "\\."}},
+        {NoName, {"", "Tempest II", "C:\\", "/", "\\\\", game + "\\\\"}}, // only one separator is taken off
     };
-
-    const Candidate accepted = CheckCandidate(*disk_, game + "\\", kGameNotFound);
-    EXPECT_EQ(accepted.state, CandidateState::Accepted);
-    EXPECT_EQ(accepted.path, game);
-    EXPECT_EQ(state(game), CandidateState::Accepted);
-    EXPECT_EQ(state(game, game), CandidateState::Rejected);
-    EXPECT_EQ(state(game + "\\", game), CandidateState::Rejected);
-    EXPECT_EQ(state(temp_ / "tempest ii"), CandidateState::Rejected);
-    EXPECT_EQ(state(temp_ / "File"), CandidateState::Rejected);
-    EXPECT_EQ(state(temp_ / "gone"), CandidateState::Rejected);
-    EXPECT_EQ(state(game + "\\odf\\.."), CandidateState::Rejected);
-    EXPECT_EQ(state(game + "\\."), CandidateState::Rejected);
-    for (const char* nameless : {"", "Tempest II", "C:\\", "/", "\\\\"}) {
-        EXPECT_EQ(state(nameless), CandidateState::NoName) << nameless;
+    for (const auto& [state, typed] : candidates) {
+        for (const auto& text : typed)
+            EXPECT_EQ(CheckCandidate(*disk_, text, kGameNotFound).state, state) << text;
     }
-    EXPECT_EQ(state(game + "\\\\"), CandidateState::NoName) << "only one separator is taken off";
+    for (const auto& current : candidates[0].second)
+        EXPECT_EQ(CheckCandidate(*disk_, current, game).state, Rejected) << current;
+    EXPECT_EQ(CheckCandidate(*disk_, game + "\\", "").path, game);
+}
+
+TEST_F(GameDirectoryTest, BatchFilesHoldExactlyTheseBytes) {
+    EXPECT_EQ(MapEditorBatchText("C:\\T2", "  my map.bzn ").bytes,
+              "@Echo Off\r\nCD C:\\T2\r\nTempest2.exe /edit   my map.bzn \r\nCls\r\n");
+    const char* const folders[][2] = {
+        {"C:\\PROGRA~1\\T2", "C:\\PROGRA~1\\T2"},
+        {"C:\\J\u00fcrgen", "C:\\J\xFCrgen"},
+        {"C:\\a&b c", "\"C:\\a&b c\""},
+        {"C:\\100%T2%", "\"C:\\100%%T2%%\""},
+    };
+    for (const auto& [folder, argument] : folders)
+        EXPECT_EQ(GameBatchText(folder).bytes,
+                  std::string("@Echo Off\r\nCD ") + argument + "\r\nTempest2.exe\r\nExit\r\nCls\r\n");
+    for (const char* refused : {"\u0436", "\"", "\r"})
+        EXPECT_EQ(GameBatchText(std::string("Z:\\a") + refused + "&calc").unencodable, refused);
+    EXPECT_EQ(MapEditorBatchText("C:\\T2", "a\ncalc").unencodable, "\n");
 }
 
 } // namespace

@@ -1,14 +1,9 @@
-#include "shell/GameDirectory.h"
-#include "shell/frmChangeT2Dir.h"
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 namespace quillbay::test {
@@ -16,133 +11,61 @@ namespace {
 
 class Selector : public SelectorFixture {};
 
-/// One line an item: depth, name, caption, key, and "+" for what can be chosen already.
-void Dump(const QList<QAction*>& items, const QString& indent, QString& text) {
-    for (const QAction* item : items) {
-        if (const QMenu* menu = item->menu()) {
-            text += indent + menu->objectName() + " [" + menu->title() + "]\n";
-            Dump(menu->actions(), indent + "  ", text);
-        } else if (item->isSeparator()) {
-            text += indent + "-" + item->objectName() + "\n";
-        } else {
-            const QString key = item->shortcut().toString();
-            text += indent + item->objectName() + " [" + item->text() + "]" +
-                    (key.isEmpty() ? "" : " " + key) + (item->isEnabled() ? "" : " (disabled)") + "\n";
-        }
+/// A line for each menu: the captions and keys of its items, with "!" before what is disabled.
+QString Dump(const QMenu& menu) {
+    QStringList texts;
+    QString submenus;
+    for (const QAction* item : menu.actions()) {
+        const QString text = item->isSeparator() ? item->objectName() : item->text();
+        texts << (item->isEnabled() ? "" : "!") + text + (item->menu() ? " >" : "");
+        if (const QString key = item->shortcut().toString(); !key.isEmpty()) texts.back() += ' ' + key;
+        if (item->menu()) submenus += Dump(*item->menu());
     }
+    return menu.objectName() + ": " + texts.join(", ") + "\n" + submenus;
 }
 
-constexpr char kMenus[] = R"(menuSelector [Mana&ger]
-  modChangeT2Directory [C&hange T2 Directory] Ctrl+H
-  menuManagerCheckInstalledMods [Check currently installed mo&ds] Ctrl+D
-  menuManagerFileInstaller [&File installer] Ctrl+F
-  menuManagerModFiles [Find Modified/&New files]
-    menuManagerFindModifiedFiles [Open Find Modified/&New files] Ctrl+N
-    menuManagerModFilesRecompile [&Recompile definition file]
-  menuManagerInstallMapEditor [Install map editor] Ctrl+P
-  menuManagerOptions [Options]
-  menuManagerSmoothClose [Smooth closing]
-    menuManagerSmoothClosingXAxis [X Axis]
-    menuManagerSmoothClosingYAxis [Y Axis]
-    menuManagerSmoothClosingSimultaneous [Simultaneous]
-    menuManagerSmoothClosingMainWindowOnly [Main window only]
-  -menuSelectorSeparator1
-  menuManagerLaunch [&Launch]
-    menuManagerLaunchT2 [&Tempest II] Ctrl+A
-    menuManagerLaunchMapEditor [&Map Editor] (disabled)
-    -menuManagerLaunchSeparator1
-    menuManagarLaunchT2Dir [T&empest II Directory]
-    menuManagerLaunchQuillbayDir [&Quillbay Directory]
-    -menuManagerLaunchSeparator2
-    menuManagerLaunchNimb [Tempest &Universe]
-    menuManagerLaunchZeph [Tempest &Fleet Command]
-    menuManagerLaunchLodestar [Lode&star]
-  -menuManagerSeparator2
-  menuQuit [&Quit]
-menuMod [&Mod]
-  menuModCompatablility [&Check Compatability] Ctrl+C
-  menuModEdit [&Edit ModInfo.txt file] Ctrl+E
-  menuModAnalyzeMod [Analy&ze Mod Files] Ctrl+Z
-  menuModTechTree [View Available &Tech Trees] Ctrl+T
-  menuModOpenOdfChecker [Open odf checker] Ctrl+K
-  -menuModSeparator1
-  menuModCurrentMod [Current Mod]
-    menuModInstall [&Install Mod] Ctrl+I
-    menuModRefreshModList [&Refresh Mod List] Ctrl+R
-    menuModUninstall [&Uninstall Mod] Ctrl+U
-    menuModCurrentModRemoveMod [Rem&ove mod] Del
-    -modCurrentModSeparator1
-    menuModCurrentModViewReadme [Vie&w mod's readme] Ctrl+W
-    -modCurrentModSeparator2
-    menuModCurrentModOpen [Open directory] Ctrl+O
-    menuModCurrentModSubfolders [Make su&bfolders] Ctrl+B
-    menuModCurrentModRemoveSubfolders [Remove &subfolders] Ctrl+S
-  -menuModSeparator3
-  menuModMakeNewFolder [&Make new mod folder] Ctrl+M
-menuStatus [&Status]
-  menuStatusMapEditor [Map Editor - Not installed]
-  menuStatusv11Patch [v1.1 Patch - Not installed]
-menuHelp [&Help]
-  menuHelpAbout [&About] F1
-  menuHelpViewReadme [&View Readme] Ctrl+V
-  -menuHelpSeperator1
-  menuHelpChanges [Changes from &last release] Ctrl+L
-)";
+constexpr char kMenus[] =
+    "menuSelector: C&hange T2 Directory Ctrl+H, Check currently installed mo&ds Ctrl+D, &File installer "
+    "Ctrl+F, Find Modified/&New files >, Install map editor Ctrl+P, Options, Smooth closing >, "
+    "menuSelectorSeparator1, &Launch >, menuManagerSeparator2, &Quit\n"
+    "menuManagerModFiles: Open Find Modified/&New files Ctrl+N, &Recompile definition file\n"
+    "menuManagerSmoothClose: X Axis, Y Axis, Simultaneous, Main window only\n"
+    "menuManagerLaunch: &Tempest II Ctrl+A, !&Map Editor, menuManagerLaunchSeparator1, T&empest II "
+    "Directory, &Quillbay Directory, menuManagerLaunchSeparator2, Tempest &Universe, Tempest &Fleet "
+    "Command, Lode&star\n"
+    "menuMod: &Check Compatability Ctrl+C, &Edit ModInfo.txt file Ctrl+E, Analy&ze Mod Files Ctrl+Z, View "
+    "Available &Tech Trees Ctrl+T, Open odf checker Ctrl+K, menuModSeparator1, Current Mod >, "
+    "menuModSeparator3, &Make new mod folder Ctrl+M\n"
+    "menuModCurrentMod: &Install Mod Ctrl+I, &Refresh Mod List Ctrl+R, &Uninstall Mod Ctrl+U, Rem&ove mod "
+    "Del, modCurrentModSeparator1, Vie&w mod's readme Ctrl+W, modCurrentModSeparator2, Open directory "
+    "Ctrl+O, Make su&bfolders Ctrl+B, Remove &subfolders Ctrl+S\n"
+    "menuStatus: Map Editor - Not installed, v1.1 Patch - Not installed\n"
+    "menuHelp: &About F1, &View Readme Ctrl+V, menuHelpSeperator1, Changes from &last release Ctrl+L\n";
 
 TEST_F(Selector, HasItsMenusInOrder) {
-    Write("program/mods/Alpha/readme.txt", "");
-    Write("program/FileList.txt", "");
+    Make({"program/mods/Alpha/readme.txt", "program/FileList.txt"});
     ASSERT_TRUE(Start());
     window->ShowModDetails();
     emit Control<QMenu>("menuSelector").aboutToShow();
     QString text;
-    Dump(window->menuBar()->actions(), {}, text);
+    for (const QAction* menu : window->menuBar()->actions())
+        text += Dump(*menu->menu());
     EXPECT_EQ(text.toStdString(), kMenus);
 }
 
 TEST_F(Selector, StartsWithGameModsAndSettings) {
-    Write("game/ODF/ships/a.odf", "");
-    Write("game/other/b.odf", "not in a known folder");
-    MakeFolder("program/MODS/Alpha");
+    Make({"game/ODF/ships/a.odf", "game/other/b.odf", "program/MODS/Alpha/"});
     settings.values = {{"Smooth Closing/XAxis", "true"}, {"Fade/Intensity", "300"}, {"Fade/Speed", " 12.6x"}};
     ASSERT_TRUE(Start());
     EXPECT_EQ(window->windowTitle(), "Quillbay");
-    EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "2");
+    EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "2") << "those in known folders";
     EXPECT_TRUE(Exists("program/mods/Alpha"));
     EXPECT_EQ(SelectedText(), "Alpha");
     EXPECT_EQ(window->size(), QSize(473, 410)) << "at the standard font";
     EXPECT_FALSE(Item("menuManagerSmoothClosingXAxis").isChecked());
-    EXPECT_TRUE(Item("menuManagerSmoothClosingYAxis").isChecked());
-    EXPECT_FALSE(Item("menuManagerSmoothClosingSimultaneous").isChecked());
-    EXPECT_TRUE(Item("menuManagerSmoothClosingMainWindowOnly").isChecked());
+    EXPECT_TRUE(window->SmoothCloseMainWindowOnly());
     EXPECT_EQ(window->FadeIntensity, 0);
     EXPECT_EQ(window->FadeSpeed, 13);
-    Item("menuManagerSmoothClosingXAxis").trigger();
-    Item("menuManagerSmoothClosingMainWindowOnly").trigger();
-    EXPECT_EQ(settings.values["Smooth Closing/XAxis"], "True");
-    EXPECT_EQ(settings.values["Smooth Closing/Main Window Only"], "False");
-    EXPECT_FALSE(window->SmoothCloseMainWindowOnly());
-}
-
-TEST_F(Selector, AsksForAMissingGameAndEndsWhenThereIsNone) {
-    registry.path = Path("gone").toStdString();
-    AnswerBoxes boxes;
-    boxes.Then(QMessageBox::Ok, [this](QMessageBox&) {
-        EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
-        EXPECT_EQ(window->GameDirectory, kGameNotFound);
-    });
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &poll, [] {
-        auto* chooser = qobject_cast<frmChangeT2Dir*>(QApplication::activeModalWidget());
-        if (chooser && chooser->isVisible()) chooser->findChild<QPushButton*>("cmdCancel")->click();
-    });
-    poll.start(0);
-    EXPECT_FALSE(Start());
-    ASSERT_EQ(boxes.Seen().size(), 1u);
-    EXPECT_EQ(boxes.Seen()[0].text, "Pause");
-    EXPECT_EQ(boxes.Seen()[0].title, "Quillbay");
-    EXPECT_TRUE(window->isHidden());
-    EXPECT_FALSE(Control<QTimer>("timRefreshModList").isActive());
 }
 
 TEST_F(Selector, NothingResumesAfterQuittingDuringStart) {
@@ -178,6 +101,75 @@ TEST_F(Selector, KeysWorkWithoutOpeningTheMenusUnlessTheyAreDisabled) {
         WaitFor([] { return QApplication::topLevelWidgets().isEmpty() || !QApplication::activeWindow(); }));
     EXPECT_EQ(window->Phase, ProgramPhase::Ended);
     EXPECT_TRUE(window->isHidden());
+}
+
+class LaunchWindow : public SelectorFixture {
+protected:
+    LaunchWindow() {
+        MakeFolder("dosdevices");
+        QFile::link(Path("."), Path("dosdevices/g:"));
+    }
+    /// Chooses the item; what the boxes said, and then what was opened.
+    QString Trigger(const char* item) {
+        Item(item).trigger();
+        QStringList said;
+        for (; seen_ < boxes.Seen().size(); ++seen_)
+            said << boxes.Seen()[seen_].title + ": " + boxes.Seen()[seen_].text;
+        for (const auto& opened : shell.opened)
+            said << QString::fromStdString(opened.target + ">" + opened.workingFolder);
+        shell.opened.clear();
+        return said.join('|').replace('\\', '/').remove(Path(".").chopped(1));
+    }
+    AnswerBoxes boxes;
+
+private:
+    std::size_t seen_ = 0;
+};
+
+TEST_F(LaunchWindow, EndsOnceTheBatchFileIsWrittenWhateverTheShellSays) {
+    Write("game/t2qb launch t2.BAT", "old");
+    ASSERT_TRUE(Start());
+    QDir root(Path("."));
+    root.rename("dosdevices/g:", "away");
+    const QString said = Trigger("menuManagerLaunchT2");
+    EXPECT_TRUE(said.startsWith("Error!: ") && said.contains("T2QB Launch T2.bat")) << qPrintable(said);
+    root.rename("away", "dosdevices/g:");
+    root.remove("game/Tempest2.exe");
+    EXPECT_EQ(Trigger("menuManagerLaunchT2"), "") << "there is no game";
+
+    shell.answer = std::make_error_code(std::errc::no_such_file_or_directory);
+    EXPECT_EQ(Trigger("menuManagerLaunchZeph"), "https://tempest-fleet-command.example/>");
+    boxes.Then(QMessageBox::Yes);
+    EXPECT_TRUE(Trigger("menuManagerInstallMapEditor").endsWith("|game/T2QB Launch T2.bat>game"));
+    EXPECT_EQ(Read("game/T2QB Launch T2.bat"), "@Echo Off\r\nCD G:\\game\r\nTempest2.exe\r\nExit\r\nCls\r\n");
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(LaunchWindow, InstallsAndStartsTheMapEditor) {
+    Write("game/hlvx", "in another letter case");
+    ASSERT_TRUE(Start());
+    boxes.Then(QMessageBox::No).ThenType("  ").Then(QMessageBox::Ok).ThenType("\u0436").Then(QMessageBox::Ok);
+    boxes.ThenType(" a b");
+    EXPECT_EQ(Trigger("menuManagerInstallMapEditor"),
+              "Installation complete: Installation complete. Would you like to launch Tempest II now?");
+    EXPECT_EQ(Read("game/HLVX") + Read("game/unsupportedextension_mapedit"), "");
+    const QString question = "Enter file name: Please enter the name of the file you want to have edited.|";
+    EXPECT_EQ(Trigger("menuManagerLaunchMapEditor"), question + "Quillbay: Invalid name.");
+    EXPECT_TRUE(Trigger("menuManagerLaunchMapEditor").endsWith("\u0436"));
+    EXPECT_EQ(Trigger("menuManagerLaunchMapEditor"), question + "game/T2QB Launch Map Editor.bat>game");
+    EXPECT_TRUE(Read("game/T2QB Launch Map Editor.bat").contains("\r\nTempest2.exe /edit  a b\r\n"));
+}
+
+TEST_F(LaunchWindow, OpensFoldersAddressesAndReadmes) {
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Trigger("menuModCurrentModOpen") + Trigger("menuModCurrentModViewReadme"), "") << "with no mod";
+    Make({"program/mods/M/Addon/X/a readme folder/", "program/mods/M/Addon/X/My README.txt"});
+    Tick();
+    Mods().setCurrentRow(1);
+    EXPECT_EQ(Trigger("menuModCurrentModOpen"), "program/mods/M/Addon/X>");
+    EXPECT_EQ(Trigger("menuModCurrentModViewReadme"), "program/mods/M/Addon/X/My README.txt>");
+    EXPECT_EQ(Trigger("menuManagarLaunchT2Dir"), "game>");
+    EXPECT_EQ(Trigger("menuManagerLaunchNimb"), "https://tempest-universe.example/>");
 }
 
 } // namespace

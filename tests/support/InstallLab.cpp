@@ -27,32 +27,25 @@ std::string Differences(const TreeState& before, const TreeState& after) {
     return text;
 }
 
-InstallLab::InstallLab() : root_(test::DiskPath(temp_.Path())), files_(MakeFileSystem()) {
-    fs::create_directory(root_ / "game");
-    fs::create_directory(root_ / "mods");
+InstallLab::InstallLab() {
+    test::PutFolder(temp_ / "game");
+    test::PutFolder(temp_ / "mods");
 }
 
-fs::path InstallLab::Native(std::string_view path) const {
-    return root_ / fs::path(std::u8string(path.begin(), path.end()));
-}
-
-void InstallLab::Put(std::string_view path, std::string_view bytes) {
-    const auto file = Native(path);
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << bytes;
+void InstallLab::Put(const std::string& path, std::string_view bytes) {
+    test::PutFile(temp_ / path, bytes);
     const auto age = std::chrono::hours(24 * 365) - std::chrono::milliseconds(1234 * ++filesMade_);
-    fs::last_write_time(file, fs::file_time_type::clock::now() - age);
+    fs::last_write_time(Native(path), fs::file_time_type::clock::now() - age);
+}
+
+void InstallLab::Make(std::initializer_list<const char*> paths) {
+    for (const char* path : paths)
+        Put(path, path);
 }
 
 void InstallLab::SetReadOnly(std::string_view path) {
     fs::permissions(Native(path), fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
                     fs::perm_options::remove);
-}
-
-void InstallLab::Remove(std::string_view path) { fs::remove_all(Native(path)); }
-
-ModJob InstallLab::Job(std::string_view mod) const {
-    return {temp_ / "game", temp_ / "mods", {std::string(mod)}};
 }
 
 bool InstallLab::Installed(std::string_view mod) const { return IsInstalled(*files_, Job(mod).ModFolder()); }
@@ -91,9 +84,16 @@ TreeState InstallLab::State(std::string_view folder) const {
     return state;
 }
 
+Contents InstallLab::Read(std::string_view folder) const {
+    Contents contents;
+    for (const auto& [path, file] : State(folder))
+        contents[path] = (file.isLink ? "-> " : "") + file.bytes;
+    return contents;
+}
+
 std::string InstallLab::SharedFiles() const {
     std::string shared;
-    for (const auto& entry : fs::recursive_directory_iterator(root_))
+    for (const auto& entry : fs::recursive_directory_iterator(Native("")))
         if (!entry.is_symlink() && entry.is_regular_file() && entry.hard_link_count() > 1)
             shared += entry.path().string() + "\n";
     return shared;

@@ -10,7 +10,7 @@
 namespace quillbay::test {
 
 /// Lists every folder in the same order on every system, sorted by name with `first` before all others, and
-/// counts how often each folder was listed.
+/// counts how often each folder was listed, and the calls of Stat.
 class ListingFileSystem : public FileSystemWrapper {
 public:
     explicit ListingFileSystem(FileSystem& base, std::string first = {})
@@ -23,7 +23,13 @@ public:
         return entries;
     }
 
+    Result<FileInfo> Stat(std::string_view path) const override {
+        ++stats;
+        return Base().Stat(path);
+    }
+
     mutable std::map<std::string, int> listed;
+    mutable int stats = 0;
 
 private:
     std::pair<bool, std::string> Key(const std::string& name) const { return {name != first_, name}; }

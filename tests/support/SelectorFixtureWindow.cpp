@@ -1,53 +1,17 @@
 #include "support/SelectorFixtureWindow.h"
 
-#include "support/AnswerBoxesWindow.h"
-
 #include <QApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QTimer>
 
 namespace quillbay::test {
 
-std::error_code WatchedFiles::MakeFolder(std::string_view folder) {
-    if (refuseFolders) return std::make_error_code(std::errc::no_space_on_device);
-    return Base().MakeFolder(folder);
-}
-
-std::error_code WatchedFiles::RemoveFile(std::string_view file) {
-    Tell();
-    return Base().RemoveFile(file);
-}
-
-std::error_code WatchedFiles::Copy(std::string_view from, std::string_view to, CopyOptions options) {
-    Tell();
-    return Base().Copy(from, to, options);
-}
-
-std::error_code WatchedFiles::HardLink(std::string_view from, std::string_view to, bool replace) {
-    Tell();
-    return Base().HardLink(from, to, replace);
-}
-
-std::error_code WatchedFiles::Rename(std::string_view from, std::string_view to) {
-    Tell();
-    return Base().Rename(from, to);
-}
-
-Result<std::uint64_t> WatchedFiles::TreeSize(std::string_view folder) const {
-    ++treeSizes;
-    return Base().TreeSize(folder);
-}
-
-QString FakeSettings::GetAppSetting(const QString& section, const QString& key,
-                                    const QString& fallback) const {
-    const auto found = values.find(section + '/' + key);
-    return found == values.end() ? fallback : found->second;
-}
-
-void FakeSettings::SaveAppSetting(const QString& section, const QString& key, const QString& value) {
-    values[section + '/' + key] = value;
+QString Titles(const AnswerBoxes& boxes) {
+    const QStringList icons{"", "i ", "! ", "X ", "? "};
+    QStringList titles;
+    for (const SeenBox& box : boxes.Seen())
+        titles << icons.at(box.icon) + box.title;
+    return titles.join('|');
 }
 
 SelectorFixture::SelectorFixture() {
@@ -76,18 +40,19 @@ void SelectorFixture::Write(const QString& relative, const QByteArray& bytes) co
     file.write(bytes);
 }
 
+void SelectorFixture::Make(std::initializer_list<const char*> paths) const {
+    for (const QString path : paths)
+        path.endsWith('/') ? MakeFolder(path) : Write(path, path.toUtf8());
+}
+
 void SelectorFixture::Respell(const QString& from, const QString& to) const {
     if (disk->Rename(Path(from).toStdString(), Path(to).toStdString())) ADD_FAILURE();
 }
-
-void SelectorFixture::MakeFolder(const QString& relative) const { QDir().mkpath(Path(relative)); }
 
 QByteArray SelectorFixture::Read(const QString& relative) const {
     QFile file(Path(relative));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }
-
-bool SelectorFixture::Exists(const QString& relative) const { return QFileInfo::exists(Path(relative)); }
 
 QStringList SelectorFixture::Rows() const {
     QStringList rows;

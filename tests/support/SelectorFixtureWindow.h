@@ -6,8 +6,11 @@
 #include "platform/SoundPlayer.h"
 #include "shell/AppSettings.h"
 #include "shell/frmSelector.h"
+#include "support/AnswerBoxesWindow.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFileInfo>
 #include <QListWidget>
 #include <QTemporaryDir>
 
@@ -21,25 +24,29 @@
 
 namespace quillbay::test {
 
-/// Lets a test look at the windows in the middle of file work, or refuse new folders.
+/// Lets a test look at the windows in the middle of file work.
 class WatchedFiles : public FileSystemWrapper {
 public:
     using FileSystemWrapper::FileSystemWrapper;
 
-    std::function<void()> onChange;
-    bool refuseFolders = false;
+    std::function<void()> onChange = [] {};
     mutable int treeSizes = 0; ///< asked once for each time the details panel is filled
 
-    std::error_code MakeFolder(std::string_view folder) override;
-    std::error_code RemoveFile(std::string_view file) override;
-    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override;
-    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override;
-    std::error_code Rename(std::string_view from, std::string_view to) override;
-    Result<std::uint64_t> TreeSize(std::string_view folder) const override;
-
-private:
-    void Tell() {
-        if (onChange) onChange();
+    std::error_code RemoveFile(std::string_view file) override {
+        onChange();
+        return Base().RemoveFile(file);
+    }
+    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override {
+        onChange();
+        return Base().Copy(from, to, options);
+    }
+    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
+        onChange();
+        return Base().HardLink(from, to, replace);
+    }
+    Result<std::uint64_t> TreeSize(std::string_view folder) const override {
+        ++treeSizes;
+        return Base().TreeSize(folder);
     }
 };
 
@@ -54,8 +61,13 @@ public:
 class FakeSettings : public AppSettings {
 public:
     std::map<QString, QString> values; ///< "section/key"
-    QString GetAppSetting(const QString& section, const QString& key, const QString& fallback) const override;
-    void SaveAppSetting(const QString& section, const QString& key, const QString& value) override;
+    QString GetAppSetting(const QString& section, const QString& key, const QString& other) const override {
+        const auto found = values.find(section + '/' + key);
+        return found == values.end() ? other : found->second;
+    }
+    void SaveAppSetting(const QString& section, const QString& key, const QString& value) override {
+        values[section + '/' + key] = value;
+    }
 };
 
 class FakeShell : public ShellOpener {
@@ -80,6 +92,9 @@ public:
     }
 };
 
+/// The titles of the boxes with their icons, one after the other: "? Install X mod?|X Error!".
+QString Titles(const AnswerBoxes& boxes);
+
 /// A game with one file and an empty program folder in a temporary folder, and the real main window on them.
 class SelectorFixture : public testing::Test {
 protected:
@@ -93,11 +108,13 @@ protected:
     QString Path(const QString& relative) const { return root_.filePath(relative); }
     /// Writes a file below the temporary folder, with its folders.
     void Write(const QString& relative, const QByteArray& bytes) const;
-    void MakeFolder(const QString& relative) const;
+    /// Files that hold their own paths, and folders, whose paths end in `/`.
+    void Make(std::initializer_list<const char*> paths) const;
+    void MakeFolder(const QString& relative) const { QDir().mkpath(Path(relative)); }
     /// Renames to a name that differs in letter case only.
     void Respell(const QString& from, const QString& to) const;
     QByteArray Read(const QString& relative) const;
-    bool Exists(const QString& relative) const;
+    bool Exists(const QString& relative) const { return QFileInfo::exists(Path(relative)); }
 
     template <typename T>
     T& Control(const char* name) const {

@@ -1,0 +1,146 @@
+#include "common/PathText.h"
+#include "library/InstalledMods.h"
+#include "library/KnownFolders.h"
+#include "library/ModJob.h"
+#include "library/ModRows.h"
+#include "library/NewModFolder.h"
+#include "support/DiskTest.h"
+#include "support/ListingFileSystem.h"
+
+namespace quillbay::test {
+namespace {
+
+class LibraryTest : public DiskTest {};
+
+void ExpectResolved(const std::vector<ModRow>& rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        EXPECT_EQ(ResolveModPath([&](std::size_t at) { return rows.at(at).text; }, i), rows[i].path) << i;
+}
+
+TEST_F(LibraryTest, AddonsBelongToTheNearestModAbove) {
+    const std::vector<ModRow> rows = {{"   B", {"   B"}}, {"      Z", {"   B\\Addon\\  Z"}}, {"    ", {}},
+                                      {"", {}},           {"(No mods found.)", {}},          {"    X", {}}};
+    ExpectResolved(rows);
+}
+
+TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
+    for (const char* folder :
+         {"b", "A\\Addon\\X", "A\\Addon\\Y", "A\\Backup", "C\\aDDon\\Z", "~quillbay.new",
+          "A\\Addon\\~quillbay.bak", "    blank\\Addon\\Hidden", ".dot", "(No mods found.)"})
+        PutFolder(temp_ / folder);
+    for (const char* file : {"readme.txt", "A\\Addon\\file.txt", "b\\Addon"})
+        PutFile(temp_ / file, "no mod, no addon");
+    const ListingFileSystem files(*disk_);
+    const std::vector<ModRow> rows = ScanModLibrary(files, temp_.Path());
+    const std::vector<ModRow> expected = {
+        {"    blank", {}},          {"(No mods found.)", {}},   {".dot", {".dot"}}, {"A", {"A"}},
+        {"    Y", {"A\\Addon\\Y"}}, {"    X", {"A\\Addon\\X"}}, {"b", {"b"}},       {"C", {"C"}},
+        {"    Z", {"C\\Addon\\Z"}}};
+    EXPECT_EQ(rows, expected);
+    ExpectResolved(rows);
+    for (const auto& [folder, times] : files.listed)
+        EXPECT_EQ(times, 1) << folder;
+}
+
+TEST_F(LibraryTest, TheLibraryIsMadeOrGetsItsLowerCaseNameUnlessAFileHasIt) {
+    PutFolder(temp_ / "folder\\MODS\\A");
+    PutFile(temp_ / "file\\Mods", "stays");
+    EXPECT_TRUE(PrepareModsFolder(*disk_, temp_.Path()));
+    for (const char* directory : {"", "folder", "file"})
+        EXPECT_FALSE(PrepareModsFolder(*disk_, temp_ / directory)) << directory;
+    EXPECT_EQ(disk_->Stat(temp_ / "folder\\mods").ValueOr({}).name, "mods");
+    EXPECT_EQ(ScanModLibrary(*disk_, ModsFolder(temp_ / "folder")).size(), 1U);
+    EXPECT_EQ(FileBytes(temp_ / "file\\Mods"), "stays");
+    EXPECT_TRUE(ScanModLibrary(*disk_, temp_ / "file\\Mods").empty());
+}
+
+TEST_F(LibraryTest, NewModsTakeOnlyNamesThatEverySystemKeeps) {
+    using enum NewFolderOutcome;
+    PutFolder(temp_ / "mods\\Alpha");
+    PutFile(temp_ / "mods\\note.txt", "x");
+    const std::pair<NewFolderOutcome, std::vector<std::string>> names[] = {
+        {Exists, {"Alpha", "aLPHA", "NOTE.TXT"}},
+        {InvalidCharacter, {"a\\b", "../x", "C:", "a?", "a\tb", "\x7F"}},
+        {InvalidName, {"", ".", "..", "a.", "a ", " ", "    a", "(No mods found.)", "~quillbay.x"}},
+        {InvalidName, {"nul", "Com1.txt", "LPT\u00b2", "aux .x"}},
+        {Failed, {std::string(300, 'x')}},
+        {Made, {"A & b 100%", "COM", "com10", "Null", ".hidden", "   x", "\u0436"}},
+    };
+    for (const auto& [outcome, tried] : names)
+        for (const std::string& name : tried)
+            EXPECT_EQ(MakeModFolder(*disk_, temp_ / "mods", name), outcome) << name;
+    EXPECT_EQ(disk_->List(temp_ / "mods", Detail::Names)->size(), 2U + 7U);
+    EXPECT_EQ(disk_->List(temp_.Path(), Detail::Names)->size(), 1U);
+}
+
+TEST_F(LibraryTest, ABackupInExactSpellingIsListedButInAnySpellingItCounts) {
+    for (const char* folder : {"A\\Backup", "B\\backup", "C", "Backup"})
+        PutFolder(temp_ / folder);
+    PutFile(temp_ / "C\\Backup", "a file");
+    std::string installed;
+    for (const std::string mod : {"A", "B", "C", "missing"})
+        if (IsInstalled(*disk_, temp_ / mod)) installed += mod;
+    EXPECT_EQ(installed, "AB");
+    EXPECT_FALSE(IsInstalled(*disk_, ""));
+    EXPECT_EQ((ModJob{"g", "C:\\mods", {}}.ModFolder()), "") << "an empty mod path names no folder";
+    const std::vector<ModRow> rows = {{"    none", {}}, {"A", {"A"}}, {"B", {"B"}}, {"C", {"C"}}};
+    EXPECT_EQ(FilterInstalled(*disk_, temp_.Path(), rows), std::vector{rows[1]});
+}
+
+TEST_F(LibraryTest, GameDirectoryRefusesMissingFoldersAndTheLibraryItself) {
+    using enum GameDirectoryState;
+    for (const char* folder : {"game\\mods\\A\\odf", "game\\mods2", "other"})
+        PutFolder(temp_ / folder);
+    PutFile(temp_ / "file", "x");
+    const std::pair<const char*, GameDirectoryState> games[] = {
+        {"file", Missing},
+        {"game\\mods", InsideMods},
+        {"game\\MODS\\a\\odf\\", InsideMods},
+        {"other\\..\\game\\mods\\A", InsideMods},
+        {"game\\mods2", Usable},
+        {"game", Usable},
+    };
+    for (const auto& [game, state] : games)
+        EXPECT_EQ(CheckGameDirectory(*disk_, temp_ / game, temp_ / "game\\mods"), state) << game;
+    EXPECT_EQ(CheckGameDirectory(*disk_, temp_ / "other", temp_ / "gone"), Usable);
+}
+
+TEST_F(LibraryTest, EveryKnownFolderIsFoundAndListedOnce) {
+    for (const std::string_view folder : GameFolders)
+        PutFile(temp_ / Join(folder, "file.txt"), "x");
+    const ListingFileSystem files(*disk_);
+    const KnownFolders known = ListKnownFolders(files, temp_.Path(), Detail::Names);
+    for (std::size_t i = 0; i < kGameFolderCount; ++i) {
+        ASSERT_EQ(known[i].size(), 1U) << GameFolders[i];
+        EXPECT_EQ(known[i][0].path, WithoutFinalSeparators(Join(temp_.Path(), GameFolders[i])));
+        EXPECT_EQ(CountPlainFiles(known[i]), 1U) << GameFolders[i];
+    }
+    EXPECT_EQ(files.listed.size(), kGameFolderCount);
+    for (const auto& [folder, times] : files.listed)
+        EXPECT_EQ(times, 1) << folder;
+    EXPECT_EQ(files.stats, 0) << "the listings have answered all";
+
+    const ListingFileSystem ended(*disk_);
+    CountKnownFiles(ended, temp_.Path(), [](std::size_t position, std::size_t) { return position == 0; });
+    EXPECT_EQ(ended.listed.size(), 3U) << "the root and two folders";
+}
+
+TEST_F(LibraryTest, MissingKnownFoldersCostNoCall) {
+    PutFolder(temp_ / "ODF\\Ships\\deeper");
+    PutFile(temp_ / "ODF\\Ships\\fighter.odf", "x");
+    PutFile(temp_ / "Textures", "a file");
+    PutFile(temp_ / "ODF\\other", "a file");
+    const ListingFileSystem files(*disk_);
+
+    EXPECT_EQ(CountKnownFiles(files, temp_.Path() + "\\"), 3U)
+        << "the ship and the two files that have names of folders";
+    EXPECT_EQ(files.listed.size(), 3U) << "the folder itself, ODF and Ships";
+    EXPECT_TRUE(files.listed.contains(temp_.Path() + "\\ODF\\Ships")) << "in stored spelling";
+    EXPECT_EQ(CountFilesInFolder(files, temp_ / "ODF"), 1U);
+    EXPECT_EQ(CountFilesInFolder(files, temp_ / "missing"), 0U);
+    EXPECT_EQ(CountKnownFiles(files, temp_ / "missing"), 0U);
+    EXPECT_EQ(files.stats, 0);
+}
+
+} // namespace
+} // namespace quillbay::test

@@ -1,0 +1,150 @@
+#include "library/FindEntry.h"
+#include "library/InstalledMods.h"
+#include "library/ModRemoval.h"
+#include "library/ModSubfolders.h"
+#include "library/OwnTree.h"
+#include "modinfo/ModDetails.h"
+#include "platform/FileSystemWrapper.h"
+#include "support/DiskTest.h"
+#include "support/InstallLab.h"
+
+namespace quillbay::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PosixInstallTest : public testing::Test {
+protected:
+    /// A symbolic link in the lab, with its folder.
+    void Link(const fs::path& target, const char* name) {
+        fs::create_directories(lab.Native(name).parent_path());
+        fs::create_symlink(target, lab.Native(name));
+    }
+    InstallLab lab;
+};
+
+TEST_F(PosixInstallTest, ALinkInTheGameIsSavedAndRestoredAsALink) {
+    lab.Make({"elsewhere/target.odf", "mods/M/odf/dangling.odf", "mods/Later/odf/linked.odf"});
+    lab.Put("mods/M/odf/linked.odf", "elsewhere/target.odf");
+    Link("../../elsewhere/target.odf", "game/odf/linked.odf");
+    Link("nowhere", "game/odf/dangling.odf");
+    const auto before = lab.State("game");
+    const auto elsewhere = lab.State("elsewhere");
+
+    EXPECT_EQ(lab.Install("M").saved, 2u);
+    EXPECT_FALSE(fs::is_symlink(lab.Native("game/odf/linked.odf")));
+    EXPECT_EQ(lab.Install("Later").saved, 1u);
+    EXPECT_FALSE(lab.Uninstall("M").BackupStays());
+    EXPECT_FALSE(lab.Uninstall("Later").BackupStays());
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
+    EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+}
+
+TEST_F(PosixInstallTest, FilesOfAModAreReadThroughLinks) {
+    const char* const source = "elsewhere/ships/a.odf";
+    lab.Make({source});
+    Link(lab.Native("elsewhere/ships"), "mods/M/odf/ships");
+    Link(lab.Native(source), "mods/M/b.odf");
+    const auto elsewhere = lab.State("elsewhere");
+    EXPECT_EQ(lab.Install("M").installed, 2u);
+    EXPECT_EQ(lab.Read("game"), (Contents{{"odf/ships/a.odf", source}, {"b.odf", source}}));
+    EXPECT_EQ(lab.Uninstall("M").deleted, 2u);
+    EXPECT_EQ(lab.Read("game"), Contents());
+    EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+}
+
+TEST_F(PosixInstallTest, SpellingsThatDifferInCaseOnlyAreOneFile) {
+    lab.Make({"game/ODF/ships/Cruiser.odf", "mods/M/odf/ships/cruiser.odf", "mods/M/ODF/SHIPS/CRUISER.ODF",
+              "mods/M/ODF/SHIPS/only.odf"});
+    const auto before = lab.State("game");
+    EXPECT_EQ(lab.Install("M").installed, 2u);
+    EXPECT_EQ(lab.Read("game"), (Contents{{"ODF/ships/Cruiser.odf", "mods/M/ODF/SHIPS/CRUISER.ODF"},
+                                          {"ODF/ships/only.odf", "mods/M/ODF/SHIPS/only.odf"}}));
+
+    // What the player respelled goes back to the game's own spelling.
+    fs::rename(lab.Native("game/ODF/ships/Cruiser.odf"), lab.Native("game/ODF/ships/cruiser.ODF"));
+    EXPECT_FALSE(lab.Uninstall("M").BackupStays());
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
+TEST_F(PosixInstallTest, NamesThatAreNotUtf8AndNamesWithSeparatorsDoNoHarm) {
+    lab.Make({"game/odf/plain.odf", "mods/M/odf/caf\xE9.odf", "mods/M/odf/escape.odf"});
+    fs::rename(lab.Native("mods/M/odf/escape.odf"), lab.Native("mods/M/odf") / "..\\..\\escape.odf");
+    const auto before = lab.State("game");
+    EXPECT_EQ(lab.Install("M").installed, 1u);
+    EXPECT_TRUE(fs::exists(lab.Native("game/odf/caf\xE9.odf")));
+    EXPECT_EQ(lab.Uninstall("M").deleted, 1u);
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
+class PosixLibraryTest : public DiskTest {};
+
+TEST_F(PosixLibraryTest, TheExactSpellingWins) {
+    for (const char* folder : {"Mods\\Old", "mods\\New\\ADDON\\no", "mods\\New\\Addon\\yes"})
+        PutFolder(temp_ / folder);
+    EXPECT_FALSE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_EQ(disk_->Stat(temp_ / "Mods").ValueOr({}).name, "Mods");
+    const std::vector<ModRow> rows = ScanModLibrary(*disk_, ModsFolder(temp_.Path()));
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[1].path.text, "New\\Addon\\yes");
+
+    for (const std::string name : {"modinfo.txt", "MODINFO.TXT", "ModInfo.txt"})
+        PutFile(temp_ / "mods\\New" + "\\" + name, "Author: " + name);
+    EXPECT_EQ(ReadModDetails(*disk_, temp_ / "mods\\New").captions.author, "ModInfo.txt");
+
+    PutFile(temp_ / "mods\\Backup", "a file, which hides no folder");
+    EXPECT_FALSE(IsInstalled(*disk_, temp_ / "mods"));
+    PutFolder(temp_ / "mods\\bACKUP");
+    EXPECT_TRUE(IsInstalled(*disk_, temp_ / "mods"));
+    EXPECT_FALSE(HasExactBackup(*disk_, temp_ / "mods"));
+}
+
+/// A mod into which a part of the game is linked.
+class PosixModRemovalTest : public DiskTest {
+protected:
+    PosixModRemovalTest() {
+        PutFile(temp_ / "game\\odf\\ships\\a.odf", "game's own");
+        PutFile(temp_ / "mods\\M\\Sod\\mod.sod", "mod");
+        for (const auto& [target, name] : {std::pair{"game/odf", "M/ODF"}, {"game", "Linked"}})
+            fs::create_symlink(DiskPath(temp_ / target), DiskPath(temp_ / "mods") / name);
+    }
+    ~PosixModRemovalTest() override {
+        EXPECT_EQ(FileBytes(temp_ / "game\\odf\\ships\\a.odf"), "game's own");
+        EXPECT_EQ(disk_->List(temp_ / "game\\odf", Detail::Names)->size(), 1U);
+    }
+};
+
+TEST_F(PosixModRemovalTest, NeverLeavesTheModAndLeavesStubbornFilesToTheTree) {
+    class Stubborn : public FileSystemWrapper {
+    public:
+        using FileSystemWrapper::FileSystemWrapper;
+        std::error_code RemoveFile(std::string_view file) override {
+            return file.ends_with(".sod") ? std::make_error_code(std::errc::io_error)
+                                          : Base().RemoveFile(file);
+        }
+    } files(*disk_);
+    const auto expectOne = [](std::size_t done, std::size_t total) { EXPECT_EQ(done + total, 2U); };
+    for (const char* mod : {"mods\\M", "mods\\Linked"})
+        EXPECT_FALSE(RemoveModFolder(files, temp_ / mod, expectOne));
+    EXPECT_TRUE(disk_->List(temp_ / "mods", Detail::Names)->empty());
+}
+
+TEST_F(PosixModRemovalTest, SubfoldersComeAndGoInsideTheModOnly) {
+    PutFile(temp_ / "mods\\M\\bitmaps", "a file in the way");
+    const SubfolderResult result = MakeSubfolders(*disk_, temp_ / "mods\\M");
+    EXPECT_EQ(result.failed, temp_ / "mods\\M\\bitmaps\\");
+    EXPECT_TRUE(disk_->Stat(temp_ / "mods\\M\\Textures\\Rgb"));
+    EXPECT_EQ(RemoveSubfolders(*disk_, temp_ / "mods\\M"), result.made);
+    EXPECT_EQ(disk_->List(temp_ / "mods\\M", Detail::Names)->size(), 3U);
+}
+
+TEST_F(PosixModRemovalTest, WhatIsMountedIsNoPartOfATree) {
+    const auto all = disk_->List("/", Detail::Names);
+    const auto own = OwnTree(*disk_).List("/", Detail::Names);
+    EXPECT_TRUE(FindEntry(*all, "proc", EntryKind::Folder));
+    EXPECT_FALSE(FindEntry(*own, "proc", EntryKind::Folder));
+    EXPECT_TRUE(FindEntry(*own, "etc", EntryKind::Folder));
+}
+
+} // namespace
+} // namespace quillbay::test
