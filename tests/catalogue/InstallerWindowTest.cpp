@@ -38,7 +38,8 @@ protected:
     }
     void ClickAndEnter() const {
         auto& list = List("lstChooser");
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                          list.visualItemRect(list.currentItem()).center());
         QTest::keyClick(&list, Qt::Key_Return);
     }
 
@@ -90,6 +91,7 @@ TEST_F(InstallerWindow, ListsAnewOpensAndNamesWhatStays) {
     EXPECT_EQ(Shown(), "Heap & Co file.bzn|(None)||ynn");
     auto& mods = List("lstChooser");
     mods.setCurrentItem(mods.findItems("Heap & Co", Qt::MatchExactly).at(0));
+    QApplication::processEvents();
     Write("program/mods/Heap & Co/a.bzn", "a");
     ClickAndEnter();
     ASSERT_EQ(shell.opened.size(), 1U);
