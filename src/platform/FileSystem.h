@@ -86,7 +86,8 @@ public:
     [[nodiscard]] virtual Result<std::string> ReadLink(std::string_view path) const = 0;
     /// True when both files hold the same bytes. Links are followed.
     [[nodiscard]] virtual Result<bool> SameContents(std::string_view file, std::string_view other) const = 0;
-    /// The bytes of all files below a folder; links count nothing and are not followed.
+    /// The bytes of all files below a folder, which may itself be a link; links in it count nothing and are
+    /// not followed.
     [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;
     /// The path without links and in its stored spelling; equal for two names of one folder.
     [[nodiscard]] virtual Result<std::string> RealPath(std::string_view path) const = 0;

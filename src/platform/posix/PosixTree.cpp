@@ -134,7 +134,8 @@ Result<std::uint64_t> FolderTreeSize(const std::string& folder) {
     FolderDescent way;
     PendingFolders pending;
     std::uint64_t bytes = 0;
-    if (const auto error = way.Start(folder, false)) return error;
+    // With the slash a link is followed here, and only here.
+    if (const auto error = way.Start(folder + '/', false)) return error;
     if (const auto error = MeasureCurrent(way, pending, bytes)) return error;
     while (true) {
         if (!pending.back().empty()) {
