@@ -1,14 +1,13 @@
 #include "driver/DrivenProgram.h"
 #include "sample/Sample.h"
+#include "support/InstallLab.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <map>
 #include <string>
 
 /// The real program, killed in the middle of its work.
@@ -17,23 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct FileState {
-    std::string bytes;
-    fs::file_time_type modified;
-    fs::perms permissions;
-    bool operator==(const FileState&) const = default;
-};
-
-std::map<std::string, FileState> ReadGame(const fs::path& game) {
-    std::map<std::string, FileState> files;
-    for (const auto& entry : fs::recursive_directory_iterator(game)) {
-        if (entry.is_directory()) continue;
-        std::ifstream stream(entry.path(), std::ios::binary);
-        files[fs::relative(entry.path(), game)] = {std::string(std::istreambuf_iterator(stream), {}),
-                                                   entry.last_write_time(), entry.status().permissions()};
-    }
-    return files;
-}
+constexpr char kGame[] = "prefix/drive_c/Program Files/Brightgate/Tempest II";
 
 class KilledProgramTest : public ::testing::Test {
 protected:
@@ -41,20 +24,14 @@ protected:
 
     void SetUp() override {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        std::string pattern = fs::temp_directory_path() / "quillbay-kill-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-        game_ = sample::MakePrefix(folder_ / "prefix");
-        sample::MakeGame(game_, 1'000, 3'000'000);
-        mod_ = folder_ / "app/mods/Whole";
-        sample::MakeReplacingMod(game_, mod_);
+        sample::MakeGame(sample::MakePrefix(folder_ / "prefix"), 1'000, 3'000'000);
+        sample::MakeReplacingMod(lab_.Native(kGame), mod_);
         for (int number = 0; number < 50; ++number)
-            std::ofstream(mod_ / "odf/ships" / ("new" + std::to_string(number) + ".odf")) << "new\r\n";
+            lab_.Put("app/mods/Whole/odf/ships/new" + std::to_string(number) + ".odf", "new\r\n");
         fs::copy_file(QUILLBAY, folder_ / "app/quillbay");
-        before_ = ReadGame(game_);
+        before_ = lab_.State(kGame);
         ASSERT_GT(before_.size(), 900U);
     }
-    void TearDown() override { fs::remove_all(folder_); }
 
     bool IsInstalled() const { return fs::exists(mod_ / "Backup"); }
     auto ModEntries() const { return std::distance(fs::directory_iterator(mod_), fs::directory_iterator()); }
@@ -91,17 +68,20 @@ protected:
         }
         halfDone_ += IsHalfDone() ? 1 : 0;
         // What the end left beside the mod may still share files with the game; the next job sweeps it.
-        if (!IsInstalled()) ExpectGameAsBefore(true);
+        if (!IsInstalled()) {
+            EXPECT_EQ(Differences(before_, lab_.State(kGame)), "");
+        }
         if (!IsInstalled() || installAgain) Finish("Install");
         ASSERT_TRUE(IsInstalled());
         Finish("Uninstall");
         ASSERT_FALSE(IsInstalled());
-        ExpectGameAsBefore(false);
+        ASSERT_EQ(Differences(before_, lab_.State(kGame)), "");
+        ASSERT_EQ(lab_.SharedFiles(), "");
     }
 
     bool IsReplaced(const std::string& file) const {
         std::error_code error;
-        return fs::last_write_time(game_ / file, error) != before_.at(file).modified;
+        return fs::last_write_time(lab_.Native(kGame) / file, error) != before_.at(file).modified;
     }
     /// Of a game file that is neither among the first nor among the last that a job reaches.
     bool IsReplacedAt(double share) const {
@@ -116,20 +96,10 @@ protected:
         return replaced > 0 && replaced < before_.size();
     }
 
-    void ExpectGameAsBefore(bool shared) const {
-        const auto after = ReadGame(game_);
-        ASSERT_EQ(after.size(), before_.size());
-        for (const auto& [path, state] : before_) {
-            ASSERT_TRUE(after.contains(path)) << path;
-            ASSERT_TRUE(after.at(path) == state) << path;
-            ASSERT_TRUE(shared || fs::hard_link_count(game_ / path) == 1) << path;
-        }
-    }
-
-    fs::path folder_;
-    fs::path game_;
-    fs::path mod_;
-    std::map<std::string, FileState> before_;
+    InstallLab lab_;
+    const fs::path folder_ = lab_.Native("");
+    const fs::path mod_ = lab_.Native("app/mods/Whole");
+    TreeState before_;
     int halfDone_ = 0; ///< how often the program was killed in the middle
 };
 
