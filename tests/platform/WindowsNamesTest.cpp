@@ -1,13 +1,11 @@
 #include "platform/DosPath.h"
-#include "platform/FileSystem.h"
 #include "platform/ProgramLocation.h"
 #include "platform/ShellOpener.h"
 #include "platform/SingleInstance.h"
 #include "platform/SoundPlayer.h"
 #include "platform/windows/WideText.h"
-#include "support/TempFolder.h"
+#include "support/DiskTest.h"
 
-#include <gtest/gtest.h>
 #include <random>
 #include <windows.h>
 
@@ -27,33 +25,31 @@ TEST(WindowsTextTest, LosesNoUnitOfAName) {
     EXPECT_NE(WidenText("\xFF"), WidenText("\xFE"));
 }
 
-TEST(WindowsDosPathTest, GivesShortNamesThatLeadToTheSameFolder) {
-    const TempFolder folder;
-    PutFile(folder / "A long name\u00E4\\with blanks\\file", "x");
-    const auto shortPath = ShortPath(folder / "A long name\u00E4\\with blanks");
-    ASSERT_TRUE(shortPath);
-    EXPECT_EQ(shortPath->find_first_of(" \xC3?"), std::string::npos) << *shortPath;
-    EXPECT_EQ(shortPath->substr(1, 2), ":\\");
-    EXPECT_EQ(FileBytes(*shortPath + "\\file"), "x");
-    EXPECT_EQ(ShortPath(folder / "missing").Error(), std::errc::no_such_file_or_directory);
-    EXPECT_EQ(MakeFileSystem()->Stat(*shortPath).ValueOr({}).name, "with blanks");
+class WindowsDosPathTest : public DiskTest {};
+
+TEST_F(WindowsDosPathTest, GivesShortNamesThatLeadToTheSameFolder) {
+    PutFile(temp_ / "A long name\u00E4\\with blanks\\file", "x");
+    const std::string path = ShortPath(temp_ / "A long name\u00E4\\with blanks").ValueOr({});
+    EXPECT_EQ(path.find_first_of(" \xC3?"), std::string::npos) << path;
+    EXPECT_EQ(path.substr(1, 2), ":\\");
+    EXPECT_EQ(FileBytes(path + "\\file"), "x");
+    EXPECT_EQ(ShortPath(temp_ / "missing").Error(), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(disk_->Stat(path).ValueOr({}).name, "with blanks");
 }
 
-TEST(WindowsDosPathTest, TellsDrives) {
+TEST_F(WindowsDosPathTest, FindsAFileAnywhereBelow) {
+    temp_.Put("a/b/TEMPEST2.exe=x c/tempest2.exe/d/");
+    EXPECT_EQ(FindFileInTree(temp_.Path(), "Tempest2.exe"), temp_ / "a\\b\\TEMPEST2.exe");
+    for (const char* nowhere : {"c", "missing"})
+        EXPECT_EQ(FindFileInTree(temp_ / nowhere, "Tempest2.exe"), "");
+}
+
+TEST_F(WindowsDosPathTest, TellsDrives) {
     EXPECT_EQ(SearchRoot("D:\\Games\\Quillbay"), "D:");
     EXPECT_EQ(SearchRoot("\\\\server\\share\\folder"), "\\\\server\\share");
     EXPECT_EQ(DriveRootText("D:\\Games"), "D:\\");
     EXPECT_EQ(DriveRootText("D:"), "D:\\");
     EXPECT_EQ(NativePath("C:\\Games\\"), "C:\\Games\\");
-}
-
-TEST(WindowsDosPathTest, FindsAFileAnywhereBelow) {
-    const TempFolder folder;
-    PutFile(folder / "a\\b\\TEMPEST2.exe", "x");
-    PutFolder(folder / "c\\tempest2.exe\\d");
-    EXPECT_EQ(FindFileInTree(folder.Path(), "Tempest2.exe"), folder / "a\\b\\TEMPEST2.exe");
-    EXPECT_EQ(FindFileInTree(folder / "c", "Tempest2.exe"), "");
-    EXPECT_EQ(FindFileInTree(folder / "missing", "Tempest2.exe"), "");
 }
 
 TEST(WindowsProgramTest, KnowsItsOwnFolder) {
