@@ -39,7 +39,10 @@ void ShowError(QWidget* parent, const QString& text) {
 }
 
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
-    const QString text = sentence + QStringLiteral("\n\n") + ToQString(path);
+    QString shown = ToQString(path);
+    // A path below a POSIX root; one below the game is spelled as in the lists.
+    if (shown.startsWith(u'/')) shown.replace(u'\\', u'/');
+    const QString text = sentence + QStringLiteral("\n\n") + shown;
     return error ? text + u'\n' + Reason(error) : text;
 }
 
