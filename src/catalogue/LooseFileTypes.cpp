@@ -42,7 +42,7 @@ bool IsAnimation(const LooseFile& file) {
 
 } // namespace
 
-const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes = {{
+const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes = std::to_array<LooseFileType>({
     {"Bzn", {".bzn"}, nullptr, R"(bzn\)", "*.bzn", "bzn"},
     {R"(Textures\Rgb)", {".tga"}, nullptr, R"(Textures\Rgb\)", "*.tga", R"(Textures\rgb)"},
     {"Techtree", {".tt"}, nullptr, R"(techtree\)", "*.tt", "Techtree"},
@@ -89,7 +89,7 @@ const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes = {{
      R"(bitmaps\AdmiralsLog\ShipImages)",
      /*isOffered=*/true,
      /*needsOdf=*/true},
-}};
+});
 
 bool LooseFileType::Matches(const LooseFile& file) const {
     const auto has = [&](std::string_view ending) { return !ending.empty() && EndsIn(file.name, ending); };

@@ -13,7 +13,7 @@ inline constexpr char kHelpPrompt[] =
     "Select something from the dropdown list to get a better description of it.";
 
 /// The topics of the ODF checker in the order of its list.
-inline constexpr std::array<HelpTopic, 12> kOdfCheckerHelp{{
+inline constexpr auto kOdfCheckerHelp = std::to_array<HelpTopic>({
     {"General",
      "Select a base odf folder (like the one in T2) and then select the things you want to have checked for. "
      "After that, click start. If there is something that is incorrect, the odf will be displayed and you "
@@ -53,6 +53,6 @@ inline constexpr std::array<HelpTopic, 12> kOdfCheckerHelp{{
      "In odfs with a line that starts 'builditem(insert number) = \"insert odf name\"', this checks for the "
      "existance of instert odf name."},
     {"Missing v. tooltips", "Read 'Missing tooltips'."},
-}};
+});
 
 } // namespace quillbay

@@ -33,7 +33,7 @@ bool IsUnwritten(std::string_view line, const OdfSurroundings&) {
 
 } // namespace
 
-const std::array<OdfCheck, 7> kOdfChecks{{
+const std::array<OdfCheck, 7> kOdfChecks = std::to_array<OdfCheck>({
     {"Quotation error", "Incorrect quotation detected. Please repair.", "Incorrect quotation", HasOddQuotes},
     {"#include error", "Nonexistant #include value detected. Please repair.", "Nonexistant #include value",
      NamesNoOdf<IncludedOdf>},
@@ -47,7 +47,7 @@ const std::array<OdfCheck, 7> kOdfChecks{{
      "Nonexistant buildItem value", NamesNoOdf<BuildItemOdf>},
     {"Verbose Tooltip error", "Unwritten verbose tooltip detected. Please repair.",
      "Unwritten verbose tooltip", IsUnwritten<VerboseTooltipValue>},
-}};
+});
 
 std::optional<FailedOdfCheck> CheckOdfText(std::string_view text, const OdfCheckSet& checks,
                                            const OdfSurroundings& around) {

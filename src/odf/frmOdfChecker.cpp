@@ -24,11 +24,16 @@ namespace quillbay {
 namespace {
 
 /// The boxes of kOdfChecks, in its order.
-constexpr std::array<QCheckBox * Ui::frmOdfChecker::*, kOdfChecks.size()> kCheckBoxes{
-    &Ui::frmOdfChecker::chkQuotes,     &Ui::frmOdfChecker::chkInclude,  &Ui::frmOdfChecker::chkRace,
-    &Ui::frmOdfChecker::chkWeaponOdfs, &Ui::frmOdfChecker::chkTooltips, &Ui::frmOdfChecker::chkBuilditems,
+constexpr auto kCheckBoxes = std::to_array<QCheckBox * Ui::frmOdfChecker::*>({
+    &Ui::frmOdfChecker::chkQuotes,
+    &Ui::frmOdfChecker::chkInclude,
+    &Ui::frmOdfChecker::chkRace,
+    &Ui::frmOdfChecker::chkWeaponOdfs,
+    &Ui::frmOdfChecker::chkTooltips,
+    &Ui::frmOdfChecker::chkBuilditems,
     &Ui::frmOdfChecker::chkVTooltips,
-};
+});
+static_assert(kCheckBoxes.size() == kOdfChecks.size(), "one box for each check");
 
 QString FileName(const OdfError& error) { return ToQString(LastComponent(error.path)); }
 
