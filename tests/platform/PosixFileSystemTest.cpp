@@ -88,8 +88,9 @@ TEST_F(PosixFileSystemTest, LinksAreReplacedAndRemovedAsLinks) {
     PutLink("in\\folderLink", "../outside");
     EXPECT_EQ(disk_->RemoveTree(temp_ / "in\\folderLink\\"), std::errc::not_a_directory);
     EXPECT_EQ(disk_->RemoveEmptyFolder(temp_ / "in\\folderLink"), std::errc::not_a_directory);
-    // Nothing that is listed, but it goes, too.
+    // A name that cannot be given back is not listed, but goes, too.
     std::filesystem::rename(DiskPath(source), DiskPath(temp_ / "in") / "a\\b\xFF");
+    EXPECT_EQ(disk_->List(temp_ / "in", Detail::Names).ValueOr({}).size(), 2U);
     EXPECT_FALSE(disk_->RemoveTree(temp_ / "in"));
     EXPECT_EQ(temp_.Contents(), "outside/ outside/file=precious");
 }
