@@ -115,16 +115,25 @@ TEST_F(InstallWindow, NothingChangesAfterANoOrWithoutABackup) {
         "because the backup could not .*Alpha", QRegularExpression::DotMatchesEverythingOption)));
 }
 
-TEST_F(InstallWindow, WithoutAGameThereIsNoQuestion) {
-    for (const std::string& game : {std::string(kGameNotFound), std::string(),
-                                    Path("program/mods/Bravo").toStdString(), Path("gone").toStdString()}) {
-        window->GameDirectory = game;
+TEST_F(InstallWindow, WithoutAGameOrWithOneInTheLibraryThereIsNoQuestion) {
+    MakeFolder("program/mods2");
+    QStringList refused{"", QLatin1String(kGameNotFound.data())};
+    for (const char* path :
+         {"game/Tempest2.exe", "program/mods", "program/MODS/bravo/", "game/../program/mods/Bravo", "gone"})
+        refused << Path(path);
+    QString titles;
+    for (const QString& game : refused) {
+        window->GameDirectory = game.toStdString();
         Run("Install");
         Run("Uninstall");
+        titles += "X Error!|X Error!|";
+        EXPECT_EQ(Titles(boxes) + "|", titles) << qPrintable(game);
     }
-    EXPECT_EQ(Titles(boxes), QString("|X Error!").repeated(8).mid(1));
     Item("menuModRefreshModList").trigger();
     EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
+    window->GameDirectory = Path("program/mods2").toStdString();
+    Run("Install");
+    EXPECT_EQ(Titles(boxes), titles + "? Install Alpha mod?");
 }
 
 TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {

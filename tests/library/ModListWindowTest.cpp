@@ -50,6 +50,7 @@ TEST_F(ModList, RebuildKeepsTheSelectionByPathAndFollowsTheDisk) {
     Mods().setCurrentRow(0);
     Item("menuModInstall").trigger();
     Item("menuModUninstall").trigger();
+    Item("menuModCurrentModRemoveMod").trigger();
     EXPECT_EQ(Titles(boxes), "! Install mod first|! Install mod first");
 }
 

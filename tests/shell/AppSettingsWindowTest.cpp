@@ -30,30 +30,27 @@ TEST(UserSettings, LieInOneSectionEachOfTheFile) {
 }
 
 TEST(UserSettings, RubbishCountsAsAbsent) {
-    const QByteArray broken = "[Fade]\nIntensity=50\nSpeed=@Variant(\\0\\0\\0\\x2\\0)\n\x01\xFF\0[[rubbish\n";
-    const struct {
-        QByteArray bytes;
-        const char *section, *key, *read;
-    } files[] = {
-        {broken, "Fade", "Speed", "fallback"},
-        {"[Smooth Closing]\nXAxis=True,1\nYAxis=\n", "Smooth Closing", "XAxis", "True,1"},
-        {"[Smooth Closing]\nXAxis=True,1\nYAxis=\n", "Smooth Closing", "YAxis", ""},
-        {QByteArray(100'000, '\0'), "Fade", "Intensity", "fallback"},
+    const auto read = [] { return UserSettings().GetAppSetting("Fade", "Speed", "fallback"); };
+    const std::pair<QByteArray, QString> files[] = {
+        {"[Fade]\nIntensity=50\nSpeed=@Variant(\\0\\0\\0\\x2\\0)\n\x01\xFF[[rubbish\n", "fallback"},
+        {"[Fade]\nSpeed=True,1\n", "True,1"},
+        {"[Fade]\nSpeed=\n", ""},
+        {QByteArray(100'000, '\0'), "fallback"},
     };
-    for (const auto& [bytes, section, key, read] : files) {
+    for (const auto& [bytes, text] : files) {
         QFile file(FilePath());
-        QDir().mkpath(qEnvironmentVariable("XDG_CONFIG_HOME"));
+        QDir().mkpath(QFileInfo(file).path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
-        EXPECT_EQ(UserSettings().GetAppSetting(section, key, "fallback"), read) << bytes.left(60).data();
-        UserSettings().SaveAppSetting("Fade", "Intensity", "60");
-        EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Intensity", "fallback"), "60");
+        EXPECT_EQ(read(), text) << bytes.left(60).data();
+        UserSettings().SaveAppSetting("Fade", "Speed", "60");
+        EXPECT_EQ(read(), "60");
     }
     QFile::remove(FilePath());
     QDir().mkpath(FilePath());
-    UserSettings().SaveAppSetting("Fade", "Intensity", "60");
-    EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Intensity", "237"), "237");
+    UserSettings().SaveAppSetting("Fade", "Speed", "60");
+    EXPECT_EQ(read(), "fallback");
     QDir().rmdir(FilePath());
 }
 

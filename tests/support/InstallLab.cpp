@@ -17,10 +17,9 @@ std::string Differences(const TreeState& before, const TreeState& after) {
         const auto found = after.find(path);
         if (found == after.end())
             text += "lost: " + path + "\n";
-        else if (found->second.bytes != state.bytes || found->second.isLink != state.isLink)
-            text += "other contents: " + path + "\n";
         else if (found->second != state)
-            text += "other time or permissions: " + path + "\n";
+            text += (found->second.bytes == state.bytes ? "other time or kind: " : "other contents: ") +
+                    path + "\n";
     }
     for (const auto& [path, state] : after)
         if (!before.contains(path)) text += "new: " + path + "\n";

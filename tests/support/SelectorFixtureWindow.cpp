@@ -74,12 +74,7 @@ QWidget& SelectorFixture::OpenWindow(const char* item, const char* name) const {
 }
 
 void SelectorFixture::Tick() const {
-    auto& timer = Control<QTimer>("timRefreshModList");
-    bool ticked = false;
-    const auto seen = QObject::connect(&timer, &QTimer::timeout, qApp, [&] { ticked = true; });
-    timer.start(0);
-    EXPECT_TRUE(WaitFor([&] { return ticked; }));
-    QObject::disconnect(seen);
+    QMetaObject::invokeMethod(&Control<QTimer>("timRefreshModList"), "timeout");
 }
 
 } // namespace quillbay::test
