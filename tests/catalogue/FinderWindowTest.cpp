@@ -194,7 +194,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     Write("target/file", "");
     Open();
     Scan();
-    for (const QString& none : {QString(""), QStringLiteral("target"), Path("none"), Path("target/file")}) {
+    for (const QString& none : {QString(""), QStringLiteral("."), Path("none"), Path("target/file")}) {
         path_->setText(none);
         EXPECT_FALSE(IsEnabled("cmdCopy")) << qPrintable(none);
     }

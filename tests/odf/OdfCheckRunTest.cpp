@@ -38,7 +38,8 @@ protected:
 };
 
 TEST_F(OdfCheckRunTest, MeetsEachFileOnceHoweverTheListingMoves) {
-    for (const std::string_view folder : kOdfFolders)
+    for (const char* folder : {"other", "commands", "special_weapons", "ships", "stations", "weapons",
+                               R"(weapons\phasers)", R"(weapons\photons)", R"(weapons\pulse)"})
         Put(Join(folder, "b.odf"), "x");
     for (const char* bad :
          {R"(ships\a.odf)", R"(ships\c.ODF)", R"(ships\d.odf)", R"(ships\note.txt)", "a.odf"})
