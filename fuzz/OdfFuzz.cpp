@@ -1,8 +1,8 @@
-#include "common/TextLines.h"
 #include "odf/OdfChecks.h"
 #include "odf/OdfLines.h"
 #include "odf/OdfRepair.h"
 #include "odf/UnitStatistics.h"
+#include "platform/TextLines.h"
 
 #include <cstdint>
 #include <cstdlib>

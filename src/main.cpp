@@ -1,13 +1,13 @@
-#include "common/ShowMessage.h"
+#include "common/window/ShowMessage.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramLocation.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SingleInstance.h"
 #include "platform/SoundPlayer.h"
-#include "shell/AppSettings.h"
-#include "shell/Services.h"
-#include "shell/frmSelector.h"
+#include "shell/window/AppSettings.h"
+#include "shell/window/Services.h"
+#include "shell/window/frmSelector.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/Result.h"
 #include "platform/LocalTime.h"
+#include "platform/Result.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "catalogue/FileListText.h"
 
-#include "common/PathText.h"
 #include "platform/FileSystem.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/Result.h"
-#include "common/TextLines.h"
+#include "platform/Result.h"
+#include "platform/TextLines.h"
 
 #include <cstddef>
 #include <string>

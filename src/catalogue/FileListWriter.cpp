@@ -3,9 +3,9 @@
 #include "catalogue/CatalogueTime.h"
 #include "catalogue/FileCatalogue.h"
 #include "catalogue/FileListText.h"
-#include "common/PathText.h"
+#include "library/GameDirectory.h"
 #include "library/KnownFolders.h"
-#include "shell/GameDirectory.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

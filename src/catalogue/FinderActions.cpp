@@ -1,8 +1,8 @@
 #include "catalogue/FinderActions.h"
 
-#include "common/PathText.h"
 #include "library/FolderMaker.h"
 #include "library/ModFiles.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

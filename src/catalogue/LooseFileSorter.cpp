@@ -1,11 +1,11 @@
 #include "catalogue/LooseFileSorter.h"
 
-#include "common/PathText.h"
 #include "library/EmptyFolders.h"
 #include "library/FolderMaker.h"
 #include "library/InstallOrder.h"
 #include "library/ModFiles.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <optional>

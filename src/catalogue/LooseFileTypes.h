@@ -1,6 +1,6 @@
 #pragma once
 
-#include "catalogue/OdfIncludes.h"
+#include "odf/OdfIncludes.h"
 
 #include <array>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "library/EmptyFolders.h"
 
-#include "common/PathText.h"
 #include "library/ModFiles.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <string>

@@ -1,7 +1,7 @@
 #include "library/FindEntry.h"
 
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

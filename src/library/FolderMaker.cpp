@@ -1,6 +1,6 @@
 #include "library/FolderMaker.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

@@ -1,8 +1,8 @@
 #include "library/InstallOrder.h"
 
-#include "common/PathText.h"
 #include "library/FindEntry.h"
 #include "library/InstalledMods.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,7 @@
 #include "library/KnownFolders.h"
 
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <utility>

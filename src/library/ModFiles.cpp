@@ -1,9 +1,9 @@
 #include "library/ModFiles.h"
 
-#include "common/PathText.h"
 #include "library/InstallOrder.h"
 #include "modinfo/ModInfo.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "library/ModInstaller.h"
 
-#include "common/PathText.h"
 #include "library/EmptyFolders.h"
 #include "library/FolderMaker.h"
 #include "library/InstalledMods.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "library/ModJob.h"
 
-#include "common/PathText.h"
+#include "library/GameDirectory.h"
 #include "platform/CaseFold.h"
-#include "shell/GameDirectory.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

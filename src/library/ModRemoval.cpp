@@ -1,10 +1,10 @@
 #include "library/ModRemoval.h"
 
-#include "common/PathText.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
 #include "library/ModJob.h"
 #include "library/OwnTree.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

@@ -1,8 +1,8 @@
 #include "library/ModRows.h"
 
-#include "common/PathText.h"
 #include "library/FindEntry.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "library/ModSubfolders.h"
 
-#include "common/PathText.h"
 #include "library/FolderMaker.h"
 #include "library/OwnTree.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

@@ -1,7 +1,7 @@
 #include "library/ModUninstaller.h"
 
-#include "common/PathText.h"
 #include "library/FolderMaker.h"
+#include "platform/PathText.h"
 
 #include <unordered_set>
 

@@ -1,8 +1,8 @@
 #include "library/NewModFolder.h"
 
-#include "common/PathText.h"
 #include "library/ModRows.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <array>

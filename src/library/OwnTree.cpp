@@ -1,7 +1,7 @@
 #include "library/OwnTree.h"
 
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

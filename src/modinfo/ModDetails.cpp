@@ -1,10 +1,10 @@
 #include "modinfo/ModDetails.h"
 
-#include "common/PathText.h"
 #include "common/modMisc.h"
 #include "library/FindEntry.h"
 #include "library/KnownFolders.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "modinfo/ModInfoWriter.h"
 
-#include "common/PathText.h"
 #include "library/FindEntry.h"
+#include "platform/PathText.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "modinfo/TechTrees.h"
 
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 

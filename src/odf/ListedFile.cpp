@@ -1,6 +1,6 @@
 #include "odf/ListedFile.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 
 #include <utility>
 

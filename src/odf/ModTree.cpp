@@ -1,7 +1,7 @@
 #include "odf/ModTree.h"
 
-#include "common/PathText.h"
 #include "library/KnownFolders.h"
+#include "platform/PathText.h"
 
 #include <array>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "odf/OdfChecks.h"
 
-#include "common/TextLines.h"
 #include "odf/OdfLines.h"
+#include "platform/TextLines.h"
 
 #include <algorithm>
 

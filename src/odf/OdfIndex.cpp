@@ -1,8 +1,8 @@
 #include "odf/OdfIndex.h"
 
-#include "common/PathText.h"
 #include "library/KnownFolders.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <utility>

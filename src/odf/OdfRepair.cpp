@@ -1,7 +1,7 @@
 #include "odf/OdfRepair.h"
 
-#include "common/TextLines.h"
 #include "odf/OdfLines.h"
+#include "platform/TextLines.h"
 
 namespace quillbay {
 

@@ -1,9 +1,9 @@
 #include "odf/RaceList.h"
 
-#include "common/PathText.h"
-#include "common/TextLines.h"
 #include "odf/OdfFile.h"
 #include "odf/OdfLines.h"
+#include "platform/PathText.h"
+#include "platform/TextLines.h"
 
 #include <algorithm>
 #include <map>

@@ -1,9 +1,9 @@
 #include "odf/UnitStatistics.h"
 
-#include "common/TextLines.h"
 #include "common/modMisc.h"
 #include "odf/OdfLines.h"
 #include "platform/CodePage.h"
+#include "platform/TextLines.h"
 
 #include <optional>
 

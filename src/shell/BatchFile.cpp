@@ -1,8 +1,8 @@
 #include "shell/BatchFile.h"
 
-#include "common/PathText.h"
+#include "library/GameDirectory.h"
 #include "platform/DosPath.h"
-#include "shell/GameDirectory.h"
+#include "platform/PathText.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,9 +1,9 @@
 #include "shell/ManagerItems.h"
 
 #include "catalogue/FileListText.h"
-#include "common/PathText.h"
+#include "library/GameDirectory.h"
 #include "platform/CaseFold.h"
-#include "shell/GameDirectory.h"
+#include "platform/PathText.h"
 #include "shell/MapEditorMarkers.h"
 
 #include <algorithm>

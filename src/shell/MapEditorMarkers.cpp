@@ -1,7 +1,7 @@
 #include "shell/MapEditorMarkers.h"
 
-#include "common/PathText.h"
 #include "library/FindEntry.h"
+#include "platform/PathText.h"
 
 namespace quillbay {
 

@@ -3,7 +3,7 @@
 #include "catalogue/FileListText.h"
 #include "catalogue/FileListWriter.h"
 #include "catalogue/GameScan.h"
-#include "common/PathText.h"
+#include "platform/PathText.h"
 #include "support/DiskTest.h"
 #include "support/FaultyFileSystem.h"
 

@@ -1,9 +1,9 @@
-#include "common/PathText.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
 #include "library/ModJob.h"
 #include "library/ModRows.h"
 #include "library/NewModFolder.h"
+#include "platform/PathText.h"
 #include "support/DiskTest.h"
 #include "support/ListingFileSystem.h"
 

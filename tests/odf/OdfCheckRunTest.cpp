@@ -1,8 +1,8 @@
 #include "odf/OdfCheckRun.h"
 
-#include "common/PathText.h"
 #include "odf/RaceList.h"
 #include "platform/FileSystemWrapper.h"
+#include "platform/PathText.h"
 #include "support/DiskTest.h"
 
 #include <algorithm>

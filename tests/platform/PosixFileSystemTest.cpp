@@ -1,5 +1,5 @@
-#include "platform/posix/PosixCopy.h"
-#include "platform/posix/PosixRename.h"
+#include "platform/posix/FileCopy.h"
+#include "platform/posix/RenameEntry.h"
 #include "platform/posix/UniqueFd.h"
 #include "support/DiskTest.h"
 

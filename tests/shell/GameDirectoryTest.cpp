@@ -1,4 +1,4 @@
-#include "shell/GameDirectory.h"
+#include "library/GameDirectory.h"
 
 #include "platform/DosPath.h"
 #include "shell/BatchFile.h"

@@ -1,6 +1,6 @@
 #include "support/FaultyFileSystem.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 #include "support/TempFolder.h"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "support/InstallLab.h"
 
-#include "common/PathText.h"
 #include "library/InstalledMods.h"
+#include "platform/PathText.h"
 
 #include <chrono>
 #include <fstream>

@@ -4,8 +4,8 @@
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SoundPlayer.h"
-#include "shell/AppSettings.h"
-#include "shell/frmSelector.h"
+#include "shell/window/AppSettings.h"
+#include "shell/window/frmSelector.h"
 #include "support/AnswerBoxesWindow.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
 #include "platform/DosPath.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/posix/WinePrefix.h"
 

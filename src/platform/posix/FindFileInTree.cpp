@@ -1,8 +1,8 @@
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
 #include "platform/DosPath.h"
-#include "platform/posix/PosixListing.h"
-#include "platform/posix/PosixPath.h"
+#include "platform/PathText.h"
+#include "platform/posix/FolderListing.h"
+#include "platform/posix/NativePath.h"
 
 #include <deque>
 

@@ -1,7 +1,7 @@
 #include "platform/ShellOpener.h"
 
 #include "platform/CaseFold.h"
-#include "platform/posix/PosixPath.h"
+#include "platform/posix/NativePath.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/WinePrefix.h"
 

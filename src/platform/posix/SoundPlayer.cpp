@@ -1,6 +1,6 @@
 #include "platform/SoundPlayer.h"
 
-#include "platform/posix/PosixPath.h"
+#include "platform/posix/NativePath.h"
 #include "platform/posix/Process.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/FileSystem.h"
-#include "platform/posix/PosixPath.h"
-#include "platform/posix/PosixRename.h"
+#include "platform/posix/NativePath.h"
+#include "platform/posix/RenameEntry.h"
 
 #include <string>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "platform/posix/WinePrefix.h"
 
-#include "platform/posix/PosixListing.h"
+#include "platform/posix/FolderListing.h"
 
 #include <array>
 #include <cstdlib>

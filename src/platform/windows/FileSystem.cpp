@@ -1,7 +1,7 @@
 #include "platform/FileSystem.h"
 
-#include "common/PathText.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FolderScan.h"

@@ -1,6 +1,6 @@
 #include "platform/ProgramLocation.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/windows/WidePath.h"
 #include "platform/windows/WideText.h"

@@ -1,6 +1,6 @@
 #include "platform/windows/Removal.h"
 
-#include "common/Result.h"
+#include "platform/Result.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/WidePath.h"

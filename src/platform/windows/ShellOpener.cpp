@@ -1,6 +1,6 @@
 #include "platform/ShellOpener.h"
 
-#include "common/PathText.h"
+#include "platform/PathText.h"
 #include "platform/windows/WidePath.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WinError.h"

@@ -1,0 +1,51 @@
+#include "common/window/ShowMessage.h"
+
+#include "common/window/QtText.h"
+
+#include <QLabel>
+#include <QPointer>
+
+namespace quillbay {
+
+QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, const QString& title,
+                                        QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+                                        const QString& informative, const QString& details) {
+    // On the heap: the parent may be destroyed, and the box with it, while the box is open.
+    const QPointer<QMessageBox> box = new QMessageBox(icon, title, QString(), buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    if (!informative.isEmpty()) {
+        box->setInformativeText(informative);
+        for (QLabel* label : box->findChildren<QLabel*>())
+            label->setTextFormat(Qt::PlainText);
+    }
+    if (!details.isEmpty()) box->setDetailedText(details);
+    const bool hasNo = buttons.testFlag(QMessageBox::No);
+    if (hasNo) box->setEscapeButton(QMessageBox::No);
+
+    const auto answer = static_cast<QMessageBox::StandardButton>(box->exec());
+    delete box;
+    return answer == QMessageBox::NoButton && hasNo ? QMessageBox::No : answer;
+}
+
+bool Confirmed(QWidget* parent, const QString& text, const QString& title, QMessageBox::Icon icon,
+               const QString& informative) {
+    return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative) ==
+           QMessageBox::Yes;
+}
+
+void ShowError(QWidget* parent, const QString& text) {
+    ShowMessage(parent, text, QStringLiteral("Error!"), QMessageBox::Critical);
+}
+
+QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
+    QString shown = ToQString(path);
+    // A path below a POSIX root; one below the game is spelled as in the lists.
+    if (shown.startsWith(u'/')) shown.replace(u'\\', u'/');
+    const QString text = sentence + QStringLiteral("\n\n") + shown;
+    return error ? text + u'\n' + Reason(error) : text;
+}
+
+QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
+
+} // namespace quillbay

@@ -1,0 +1,93 @@
+#include "effects/window/EffectWindow.h"
+
+#include "effects/window/EffectHost.h"
+#include "effects/window/EffectState.h"
+#include "effects/window/WindowEffects.h"
+
+#include <QAction>
+#include <QCloseEvent>
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+constexpr int kUsualFontHeight = 16; // pixels, of the 9-point fonts that desktops use at 96 dots per inch
+
+} // namespace
+
+EffectWindow::EffectWindow(EffectHost& host, QAction* menuItem) : host_(host), menuItem_(menuItem) {
+    if (menuItem) menuItem->setCheckable(true);
+}
+
+void EffectWindow::Open() {
+    if (host_.Phase != ProgramPhase::Running) return;
+    if (menuItem_) menuItem_->setChecked(true);
+    if (isVisible() && !closing_) {
+        BringToFront();
+        Form_OpenedAgain();
+        return;
+    }
+    closing_ = false;
+    if (opening_ == 0) GrowWithFont();
+    const unsigned opening = ++opening_;
+    const QPointer<EffectWindow> self = this;
+    setWindowIcon(host_.MainWindow().windowIcon());
+    EffectState::Of(*this).RestoreSize(); // of a closing that this overtakes
+    Form_Load();
+    ShowWithFade(*this, host_);
+    if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
+}
+
+void EffectWindow::BringToFront() {
+    if (isMinimized()) showNormal();
+    raise();
+    activateWindow();
+}
+
+int EffectWindow::AtFont(int pixels) const {
+    return pixels * std::max(fontMetrics().height(), kUsualFontHeight) / kUsualFontHeight;
+}
+
+void EffectWindow::GrowWithFont() { resize(AtFont(width()), AtFont(height())); }
+
+void EffectWindow::closeEvent(QCloseEvent* event) {
+    if (effectsDone_ || !isVisible()) return;
+    event->ignore();
+    if (closing_) return;
+    const QPointer<EffectWindow> self = this;
+    if (!Form_QueryUnload() || !self) return;
+    closing_ = true;
+    QMetaObject::invokeMethod(
+        this, [this, opening = opening_] { CloseWithEffects(opening); }, Qt::QueuedConnection);
+}
+
+void EffectWindow::CloseWithEffects(unsigned opening) {
+    const QPointer<EffectWindow> self = this;
+    const auto overtaken = [&] { return !self || opening != opening_; };
+    if (overtaken()) return;
+    RunClosingEffects();
+    if (overtaken()) return;
+
+    effectsDone_ = true;
+    close();
+    effectsDone_ = false;
+    closing_ = false;
+    if (menuItem_) menuItem_->setChecked(false);
+    emit Closed();
+}
+
+void EffectWindow::RunClosingEffects() {
+    const QPointer<EffectWindow> self = this;
+    const unsigned opening = opening_;
+    SmoothClose(*this, host_);
+    if (self && opening == opening_) FadeOut(*this, host_);
+}
+
+void EffectWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) Form_Activate();
+}
+
+} // namespace quillbay

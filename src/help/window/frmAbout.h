@@ -1,0 +1,30 @@
+#pragma once
+
+#include "help/window/OkWindow.h"
+
+#include <memory>
+
+namespace quillbay {
+
+namespace Ui {
+class frmAbout;
+}
+
+class frmSelector;
+
+/// The program's name, version and purpose.
+class frmAbout : public OkWindow {
+    Q_OBJECT
+
+public:
+    frmAbout(frmSelector& main, QAction* menuItem);
+    ~frmAbout() override;
+
+protected:
+    void Form_Load() override;
+
+private:
+    std::unique_ptr<Ui::frmAbout> ui_;
+};
+
+} // namespace quillbay

@@ -1,0 +1,238 @@
+#include "modinfo/window/frmEditModInfo.h"
+
+#include "common/window/OutcomeText.h"
+#include "common/window/PlainToolTip.h"
+#include "common/window/QtText.h"
+#include "common/window/ShowMessage.h"
+#include "modinfo/ModInfoWriter.h"
+#include "platform/PathText.h"
+#include "shell/window/frmSelector.h"
+#include "ui_frmEditModInfo.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+QString TextOf(const QLineEdit& box) { return box.text(); }
+
+void SetText(QLineEdit& box, const QString& text) { box.setText(text); }
+
+/// A line break that was typed ends a line of the file; a line feed that stood in the value stays one. The
+/// plain text of the document would not tell them apart, and would make blanks of hard ones.
+QString TextOf(const QPlainTextEdit& box) {
+    return box.document()
+        ->toRawText()
+        .replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"))
+        .replace(QChar::LineSeparator, QChar::LineFeed);
+}
+
+void SetText(QPlainTextEdit& box, const QString& text) {
+    box.setPlainText(QString(text).replace(QChar::LineFeed, QChar::LineSeparator));
+}
+
+bool IsBlank(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == QChar::Space; });
+}
+
+} // namespace
+
+frmEditModInfo::frmEditModInfo(frmSelector& main, QAction* menuItem)
+    : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmEditModInfo>()) {
+    ui_->setupUi(this);
+    AddBox(*ui_->txtAuthor, *ui_->lblModsMaker, &ModInfoCaptions::author);
+    AddBox(*ui_->txtDescription, *ui_->lblModsDescription, &ModInfoCaptions::description);
+    AddBox(*ui_->txtVersion, *ui_->lblModsVersion, &ModInfoCaptions::version);
+    AddBox(*ui_->txtOtherHeading, *ui_->lblModsOtherHeading, &ModInfoCaptions::otherHeading);
+    AddBox(*ui_->txtOther, *ui_->lblModsOther, &ModInfoCaptions::other);
+    connect(ui_->cboMod, &QComboBox::currentIndexChanged, this, &frmEditModInfo::cboMod_Click);
+    connect(ui_->cmdMakeFile, &QPushButton::clicked, this, &frmEditModInfo::cmdMakeFile_Click);
+    connect(ui_->cmdClear, &QPushButton::clicked, this, &frmEditModInfo::cmdClear_Click);
+    connect(&main, &frmSelector::ModListRebuilt, this, &frmEditModInfo::FollowModList);
+    connect(&main, &frmSelector::ModDetailsShown, this, &frmEditModInfo::FollowDetails);
+}
+
+frmEditModInfo::~frmEditModInfo() = default;
+
+template <typename Box>
+void frmEditModInfo::AddBox(Box& box, QLabel& preview, std::string ModInfoCaptions::*value) {
+    const ValueBox added{value, &preview, [&box] { return TextOf(box); },
+                         [&box](const QString& text) { SetText(box, text); }};
+    boxes_.push_back(added);
+    connect(&box, &Box::textChanged, this, [this, added] { ShowPreview(added); });
+}
+
+void frmEditModInfo::Form_Load() {
+    main_.ShowModDetails();
+    followed_ = SelectedMod();
+    FillCombo();
+    Choose({});
+    FillBoxes({});
+    ShowPreviews();
+}
+
+void frmEditModInfo::Form_OpenedAgain() { main_.ShowModDetails(); }
+
+void frmEditModInfo::FollowModList() {
+    if (!isVisible()) return;
+    const ModPath chosen = ChosenMod();
+    FillCombo();
+    Choose(chosen);
+}
+
+void frmEditModInfo::FollowDetails() {
+    if (!isVisible()) return;
+    const ModPath before = std::exchange(followed_, SelectedMod());
+    if (followed_.Empty()) {
+        Choose({}); // and no captions to take over: the texts stay
+        return;
+    }
+    if (followed_ != before) {
+        const auto& rows = main_.ModRows();
+        const bool isGone =
+            std::none_of(rows.begin(), rows.end(), [&](const ModRow& row) { return row.path == before; });
+        // The list selects another mod by itself when one goes: what was typed for that one stays then, and
+        // must not be written for a mod that nobody chose.
+        const bool keepTexts = isGone && Texts() != filled_;
+        Choose(keepTexts ? ModPath{} : followed_);
+        if (!keepTexts) FillBoxes(main_.ShownCaptions());
+    }
+    ShowPreviews();
+}
+
+void frmEditModInfo::FillCombo() {
+    const QSignalBlocker quiet(ui_->cboMod);
+    ui_->cboMod->clear();
+    std::unordered_set<std::string_view> known;
+    for (const ModRow& row : main_.ModRows())
+        known.insert(row.path.text);
+    for (const ModRow& row :
+         ScanModLibrary(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), ModOrder::AsListed)) {
+        // What the main list does not have yet comes with its next refresh.
+        if (row.path.Empty() || !known.contains(row.path.text)) continue;
+        ui_->cboMod->addItem(ToQString(row.text), ToQString(row.path.text));
+    }
+}
+
+void frmEditModInfo::Choose(const ModPath& mod) {
+    const QSignalBlocker quiet(ui_->cboMod);
+    ui_->cboMod->setCurrentIndex(mod.Empty() ? -1 : ui_->cboMod->findData(ToQString(mod.text)));
+    NamePlace();
+}
+
+void frmEditModInfo::NamePlace() {
+    ui_->cboMod->setToolTip(PlainToolTip(ui_->cboMod->currentData().toString()));
+}
+
+ModPath frmEditModInfo::ChosenMod() const { return {FromQString(ui_->cboMod->currentData().toString())}; }
+
+ModPath frmEditModInfo::SelectedMod() const {
+    const auto row = main_.SelectedMod();
+    return row ? row->path : ModPath{};
+}
+
+void frmEditModInfo::cboMod_Click() {
+    const ModPath mod = ChosenMod();
+    if (mod.Empty()) return;
+    NamePlace();
+    // The texts stay: the panel that is filled now is that of the mod that is followed already.
+    followed_ = mod;
+    if (SelectedMod() == mod)
+        main_.ShowModDetails();
+    else
+        main_.SelectMod(mod);
+    activateWindow();
+}
+
+void frmEditModInfo::cmdClear_Click() {
+    for (const ValueBox& box : boxes_)
+        box.setText({});
+}
+
+void frmEditModInfo::cmdMakeFile_Click() {
+    const ModPath mod = ChosenMod();
+    if (mod.Empty()) {
+        ShowMessage(this, QStringLiteral("Please select a mod."));
+        return;
+    }
+    const ModInfoCaptions texts = Texts();
+    if (!Confirmed(this, QStringLiteral("Are you sure you want to make the file?"),
+                   QStringLiteral("Make file?"))) {
+        return;
+    }
+    FileSystem& files = main_.GetServices().files;
+    const std::string folder = Join(ModsFolder(main_.ProgramDirectory), mod.text);
+    ModInfoResult result = WriteModInfo(files, folder, texts);
+    if (result.outcome == ModInfoOutcome::CutValue) {
+        if (!MayLose(result.cutFields)) return;
+        result = WriteModInfo(files, folder, texts, CutValues::Lose);
+    }
+    if (result.outcome != ModInfoOutcome::Written) {
+        main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt is as it was")));
+        Report(result);
+        return;
+    }
+    main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt of ") + ui_->cboMod->currentText().trimmed() +
+                                  QStringLiteral(" is written")));
+    main_.ShowModDetails();
+    if (SelectedMod() == mod) FillBoxes(main_.ShownCaptions());
+    activateWindow();
+}
+
+void frmEditModInfo::Report(const ModInfoResult& result) {
+    QString text;
+    switch (result.outcome) {
+    case ModInfoOutcome::Written:
+    case ModInfoOutcome::CutValue:
+        return;
+    case ModInfoOutcome::Unencodable:
+        text = QStringLiteral("ModInfo.txt was not written, because it cannot hold this character: ") +
+               ToQString(result.character);
+        break;
+    case ModInfoOutcome::Failed:
+        text = QStringLiteral("ModInfo.txt could not be written.\n\n") + Reason(result.error);
+        break;
+    }
+    ShowError(this, text);
+}
+
+bool frmEditModInfo::MayLose(const std::vector<std::string_view>& cutFields) {
+    QStringList names;
+    for (const std::string_view field : cutFields)
+        names += ToQString(field);
+    return Confirmed(this,
+                     QStringLiteral("The mod's ModInfo.txt holds more text than can be shown here. What is "
+                                    "not shown of this will be lost: ") +
+                         names.join(QStringLiteral(", ")) + QStringLiteral("\n\nReplace the file?"),
+                     QStringLiteral("Make file?"), QMessageBox::Warning);
+}
+
+ModInfoCaptions frmEditModInfo::Texts() const {
+    ModInfoCaptions texts;
+    for (const ValueBox& box : boxes_)
+        texts.*box.value = FromQString(box.text());
+    return texts;
+}
+
+void frmEditModInfo::FillBoxes(const ModInfoCaptions& captions) {
+    for (const ValueBox& box : boxes_)
+        box.setText(ToQString(captions.*box.value));
+    filled_ = Texts();
+}
+
+void frmEditModInfo::ShowPreview(const ValueBox& box) {
+    const QString text = box.text();
+    box.preview->setText(IsBlank(text) ? ToQString(main_.ShownCaptions().*box.value) : text);
+}
+
+void frmEditModInfo::ShowPreviews() {
+    for (const ValueBox& box : boxes_)
+        ShowPreview(box);
+}
+
+} // namespace quillbay

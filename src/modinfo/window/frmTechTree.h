@@ -1,0 +1,36 @@
+#pragma once
+
+#include "effects/window/EffectWindow.h"
+#include "library/ModRows.h"
+
+#include <memory>
+
+namespace quillbay {
+
+namespace Ui {
+class frmTechTree;
+}
+
+class frmSelector;
+
+/// The tech tree options that a mod brings, and those it does not.
+class frmTechTree : public EffectWindow {
+    Q_OBJECT
+
+public:
+    frmTechTree(frmSelector& main, QAction* menuItem);
+    ~frmTechTree() override;
+
+protected:
+    /// Takes over the rows of the main list as they are now.
+    void Form_Load() override;
+
+private:
+    void lstMods_Click();
+
+    frmSelector& main_;
+    std::unique_ptr<Ui::frmTechTree> ui_;
+    std::vector<ModRow> rows_; ///< by row of the list
+};
+
+} // namespace quillbay

@@ -1,0 +1,69 @@
+#include "platform/posix/RenameEntry.h"
+
+#include "platform/Result.h"
+#include "platform/posix/SystemError.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillbay {
+
+namespace {
+
+/// Whether a failed renameat2 means that the kernel or the file system does not know the flag.
+bool FlagUnsupported(int error) { return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP; }
+
+int Exchange(const std::string& path, const std::string& other) {
+    return ::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
+}
+
+std::error_code RenameNew(const std::string& temp, const std::string& to) {
+    return RenameWithoutReplacing(temp.c_str(), to.c_str()) == 0 ? std::error_code{} : LastError();
+}
+
+} // namespace
+
+int RenameWithoutReplacing(const char* from, const char* to) {
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) return 0;
+    if (!FlagUnsupported(errno)) return -1;
+    struct stat info {};
+    if (::lstat(to, &info) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
+    return errno == ENOENT ? ::rename(from, to) : -1;
+}
+
+std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bool replace) {
+    if (!replace) return RenameNew(temp, to);
+    struct stat info {};
+    if (::lstat(to.c_str(), &info) != 0) return errno == ENOENT ? RenameNew(temp, to) : LastError();
+    if (S_ISDIR(info.st_mode)) return std::make_error_code(std::errc::is_a_directory);
+    // A plain rename over a file makes ext4 write the new one to the disk at once, which slows down an
+    // installation by three; exchanging the two names and removing the old file does not.
+    if (Exchange(temp, to) != 0) {
+        if (errno == ENOENT) return RenameNew(temp, to);
+        return FlagUnsupported(errno) ? RenameOver(temp, to) : LastError();
+    }
+    if (::unlink(temp.c_str()) == 0) return {};
+    const auto error = LastError();
+    Exchange(temp, to);
+    return error;
+}
+
+std::error_code RenameOver(const std::string& temp, const std::string& to) {
+    if (::rename(temp.c_str(), to.c_str()) != 0) return LastError();
+    // Between two names of one file a rename does nothing, by POSIX, and reports success.
+    ::unlink(temp.c_str());
+    return {};
+}
+
+std::error_code RemoveLeftover(const std::string& path) {
+    if (::unlink(path.c_str()) == 0 || errno == ENOENT) return {};
+    if (errno == EISDIR && ::rmdir(path.c_str()) == 0) return {};
+    return LastError();
+}
+
+} // namespace quillbay

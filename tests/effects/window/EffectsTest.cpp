@@ -1,0 +1,300 @@
+#include "effects/window/EffectHost.h"
+#include "effects/window/EffectWindow.h"
+#include "effects/window/WindowEffects.h"
+#include "support/AnswerBoxesWindow.h"
+#include "support/FakeLayeredWindow.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QtWidgets>
+
+namespace quillbay::test {
+namespace {
+
+/// A main window for tests of the others.
+class TestHost : public EffectHost {
+public:
+    TestHost() {
+        main.resize(400, 300);
+        main.show();
+    }
+    ClosingSwitches SmoothClosing() const override { return switches; }
+    bool SmoothCloseMainWindowOnly() const override { return mainWindowOnly; }
+    QWidget& MainWindow() override { return main; }
+
+    QWidget main;
+    ClosingSwitches switches;
+    bool mainWindowOnly = true;
+};
+
+/// A window that writes down what happens to it.
+class Window : public EffectWindow {
+public:
+    Window(EffectHost& host, QAction* item) : EffectWindow(host, item) {
+        setWindowTitle("Probe");
+        (new QVBoxLayout(this))->addWidget(new QPushButton("Button", this));
+    }
+    void Form_Load() override {
+        if (++loads == 1) resize(400, 300);
+    }
+    void Form_Shown() override { ++shown; }
+    void resizeEvent(QResizeEvent* event) override {
+        if (!isVisible()) return;
+        sizes.push_back(event->size());
+        closingCaption = closingCaption || windowTitle() == "Probe - Closing";
+        if (onResize) onResize(height());
+    }
+
+    int loads = 0;
+    int shown = 0;
+    std::vector<QSize> sizes;
+    bool closingCaption = false;
+    std::function<void(int)> onResize; ///< with the new height
+};
+
+/// Does it when an effect has come to this opacity or height, in the effect's next yield and only once.
+template <typename Action>
+std::function<void(int)> At(int wanted, Action action) {
+    return [=, done = false](int reached) mutable {
+        if (reached == wanted && !std::exchange(done, true))
+            QMetaObject::invokeMethod(qApp, action, Qt::QueuedConnection);
+    };
+}
+
+void Close(QWidget& window) {
+    window.close();
+    ASSERT_TRUE(WaitFor([&] { return !window.isVisible(); }));
+}
+
+class Effects : public testing::Test {
+protected:
+    Effects() {
+        host.FadeSpeed = 30;
+        host.mainWindowOnly = false;
+    }
+    void Open() {
+        window->Open();
+        ASSERT_TRUE(window->isVisible());
+        window->sizes.clear();
+    }
+
+    TestHost host;
+    QAction item;
+    std::unique_ptr<Window> window = std::make_unique<Window>(host, &item);
+};
+
+class Options : public SelectorFixture {
+protected:
+    void Open() {
+        ASSERT_TRUE(window || Start());
+        options = &OpenWindow("menuManagerOptions", "frmOptions");
+    }
+    QSlider& Intensity() const { return Control<QSlider>(*options, "sldFadeIntensity"); }
+    QCheckBox& Check(const std::string& name) const { return Control<QCheckBox>(*options, name.c_str()); }
+
+    QWidget* options = nullptr;
+};
+
+TEST(EffectSteps, AreThePrescribedOpacitiesAndSizesForAreasOfAnySize) {
+    using Steps = std::vector<int>;
+    const PixelSize main{457, 410};
+    constexpr int kHuge = 2'000'000'000;
+    EXPECT_EQ(FadeInSteps(0, 127, main, main), (Steps{1, 128, 255}));
+    EXPECT_EQ(FadeInSteps(3, 5, {457, 102}, main), (Steps{1, 2, 3}));
+    EXPECT_EQ(FadeOutSteps(3, 5, {457, 102}, main), (Steps{3, 1}));
+    EXPECT_TRUE(FadeOutSteps(0, 30, main, main).empty());
+    EXPECT_EQ(FadeOutSteps(255, 255, {kHuge, kHuge}, {1, 1}), Steps{255});
+    EXPECT_EQ(FadeOutSteps(255, 100, main, {0, 0}), (Steps{255, 155, 55}));
+    EXPECT_EQ(FadeOutSteps(2, 0, {0, 0}, {0, 0}), (Steps{2, 1}));
+    EXPECT_EQ(FadeBetweenSteps(5, 30, 0), (Steps{5, 15, 25}));
+    EXPECT_EQ(FadeBetweenSteps(7, 7, kHuge), Steps{7});
+
+    using Sizes = std::vector<PixelSize>;
+    EXPECT_EQ(SmoothCloseSizes({4, 3}, {}), (Sizes{{4, 2}, {4, 1}, {3, 1}, {2, 1}, {1, 1}}));
+    EXPECT_EQ(SmoothCloseSizes({3, 4}, {true, true, true}), (Sizes{{2, 3}, {1, 2}, {1, 1}}));
+    EXPECT_TRUE(SmoothCloseSizes({4, 3}, {false, false, true}).empty());
+}
+
+TEST_F(Effects, FadesStepThroughThePrescribedOpacities) {
+    LayeredWindows layers;
+    Open();
+    EXPECT_EQ(layers.Take(*window), (std::vector<int>{1, 1, 31, 61, 91, 121, 151, 181, 211}));
+    EXPECT_TRUE(item.isChecked());
+    EXPECT_EQ(window->loads, 1);
+    EXPECT_EQ(window->shown, 1);
+    window->Open();
+    EXPECT_TRUE(layers.Take(*window).empty()) << "an open window is only brought to the front";
+
+    Close(*window);
+    EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 207, 177, 147, 117, 87, 57, 27}));
+    EXPECT_TRUE(window->sizes.empty()) << "nothing shrinks where windows can fade";
+    EXPECT_FALSE(item.isChecked());
+}
+
+TEST_F(Effects, ShrinksWindowsOfFixedSizeTooAndGivesTheirSizeBack) {
+    for (const bool fixed : {true, false}) {
+        window = std::make_unique<Window>(host, &item);
+        if (fixed) window->setFixedSize(400, 300);
+        host.switches.xAxis = fixed;
+        Open();
+        const QSize minimum = window->minimumSize();
+        const QSize maximum = window->maximumSize();
+        Close(*window);
+        ASSERT_FALSE(window->sizes.empty()) << fixed;
+        EXPECT_LE(window->sizes.size(), 400u) << fixed;
+        EXPECT_EQ(window->sizes.back(), QSize(fixed ? 1 : 400, 1)) << fixed;
+        EXPECT_TRUE(window->closingCaption) << fixed;
+        EXPECT_EQ(window->windowTitle(), "Probe") << fixed;
+        EXPECT_EQ(window->size(), QSize(400, 300)) << fixed;
+        EXPECT_EQ(window->minimumSize(), minimum) << fixed;
+        EXPECT_EQ(window->maximumSize(), maximum) << fixed;
+        QApplication::processEvents(); // a late event of the closed native window
+        Open();
+        EXPECT_EQ(window->size(), QSize(400, 300)) << fixed;
+        Close(*window);
+    }
+    window->findChild<QPushButton*>()->setMinimumHeight(350);
+    Open();
+    EXPECT_GE(window->height(), 350) << "the minimum still follows the controls";
+    host.mainWindowOnly = true;
+    Close(*window);
+    EXPECT_TRUE(window->sizes.empty());
+}
+
+TEST_F(Effects, AWindowReopenedWhileItClosesStaysOpenUntilItIsClosedAgain) {
+    Open();
+    window->onResize = At(270, [&] {
+        window->close(); // changes nothing
+        window->onResize = At(240, [&] { window->Open(); });
+    });
+    window->close();
+    ASSERT_TRUE(WaitFor([&] { return window->loads == 2; }));
+    QApplication::processEvents();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->size(), QSize(400, 300));
+    EXPECT_EQ(window->windowTitle(), "Probe");
+    EXPECT_TRUE(item.isChecked());
+    Close(*window);
+
+    LayeredWindows layers;
+    Open();
+    layers.OnOpacity = At(117, [&] {
+        layers.OnOpacity = At(121, [&] { window->close(); });
+        window->Open();
+    });
+    window->close();
+    ASSERT_TRUE(WaitFor([&] { return window->loads == 4; }));
+    ASSERT_TRUE(WaitFor([&] { return !window->isVisible(); }));
+    EXPECT_FALSE(item.isChecked());
+}
+
+TEST_F(Effects, EveryEffectSurvivesTheEndOfItsWindow) {
+    const auto end = [&] { window.reset(); };
+    Open();
+    window->onResize = At(270, end);
+    window->close();
+    ASSERT_TRUE(WaitFor([&] { return !window; }));
+
+    LayeredWindows layers;
+    for (const int opacity : {1, 91, 147}) {
+        window = std::make_unique<Window>(host, &item);
+        layers.OnOpacity = At(opacity, end);
+        window->Open();
+        if (window) window->close();
+        EXPECT_TRUE(WaitFor([&] { return !window; })) << opacity;
+    }
+}
+
+TEST_F(Effects, ClosingTheProgramFadesEveryVisibleWindowAndEndsItOnce) {
+    LayeredWindows layers;
+    Window second(host, nullptr);
+    Window hidden(host, nullptr);
+    QTimer refresh;
+    refresh.start(100'000);
+    int ends = 0;
+    const auto closeProgram = [&] { CloseProgramWithEffects(host, refresh, [&] { ++ends; }); };
+    second.Open();
+    layers.OnOpacity = At(117, closeProgram); // again, while it closes
+    // The user closes the main window while another one is opening.
+    QMetaObject::invokeMethod(qApp, closeProgram, Qt::QueuedConnection);
+    window->Open();
+    closeProgram(); // and once more when it has ended
+    EXPECT_FALSE(refresh.isActive());
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(host.Phase, ProgramPhase::Ended);
+    EXPECT_EQ(layers.Last(second), 27);
+    EXPECT_EQ(layers.Last(host.main), 27);
+    EXPECT_EQ(window->shown, 0) << "nothing resumes";
+    hidden.Open();
+    EXPECT_EQ(layers.Last(hidden), -1) << "neither faded out nor opened any more";
+}
+
+TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
+    settings.values = {{"Fade/Intensity", "3e9 rubbish"}, {"Fade/Speed", "-7"}};
+    const auto stored = settings.values;
+    Open();
+    QSlider& speed = Control<QSlider>(*options, "sldFadeSpeed");
+    EXPECT_EQ(Intensity().value(), 255);
+    EXPECT_EQ(speed.value(), 1);
+    EXPECT_EQ(settings.values, stored);
+    EXPECT_FALSE(Item("menuManagerOptions").isChecked());
+
+    for (const std::string name : {"XAxis", "YAxis", "Simultaneous", "MainWindowOnly"}) {
+        QAction& item = Item(("menuManagerSmoothClosing" + name).c_str());
+        QCheckBox& box = Check("chk" + name);
+        const bool on = box.isChecked();
+        EXPECT_EQ(on, item.isChecked()) << name;
+        item.trigger();
+        EXPECT_EQ(box.isChecked(), !on) << name;
+        box.click();
+        EXPECT_EQ(item.isChecked(), on) << name;
+        box.click();
+    }
+    Intensity().setValue(100);
+    speed.setValue(30);
+    QString now;
+    for (const auto& [key, value] : settings.values)
+        now += key.section('/', 1) + '=' + value + ' ';
+    EXPECT_EQ(now,
+              "Intensity=100 Speed=30 Main Window Only=False Simultaneous=True XAxis=False YAxis=False ");
+    EXPECT_EQ(window->FadeIntensity + window->FadeSpeed, 130);
+    EXPECT_EQ(Control<QLabel>(*options, "lblFadeIntensity").text(), "100");
+
+    settings.values["Fade/Intensity"] = "77.5";
+    Check("chkAutoRefresh").click();
+    Close(*options);
+    Open();
+    EXPECT_EQ(Intensity().value(), 78) << "read afresh";
+    EXPECT_TRUE(Check("chkAutoRefresh").isChecked() && !window->AutoRefresh());
+    Check("chkAutoRefresh").click();
+    EXPECT_TRUE(window->AutoRefresh());
+}
+
+TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
+    LayeredWindows layers;
+    settings.values["Fade/Speed"] = "30";
+    Open();
+    layers.Take(*options);
+    Intensity().setValue(234);
+    EXPECT_EQ(layers.Take(*options), (std::vector<int>{237, 236, 235, 234}));
+    layers.OnOpacity = At(200, [&] { Intensity().setValue(220); }); // in the middle of its own fade
+    Intensity().setValue(190);
+    EXPECT_EQ(layers.Last(*options), 220);
+    EXPECT_EQ(settings.values["Fade/Intensity"], "220");
+    layers.Take(*options);
+
+    Control<QPushButton>(*options, "cmdTest").click();
+    const std::vector<int> replayed = layers.Take(*options);
+    EXPECT_EQ(replayed.front(), 220);
+    EXPECT_EQ(std::ranges::count(replayed, 1), 1) << "faded in again";
+    EXPECT_EQ(layers.Last(*window), 211);
+    Close(*options);
+    EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 230, 223}));
+
+    window->FadeIntensity = 0; // as after a start with a text that is no number
+    Open();
+    Close(*options);
+    EXPECT_EQ(layers.Last(*window), 255) << "not invisible";
+}
+
+} // namespace
+} // namespace quillbay::test

@@ -1,0 +1,169 @@
+#include "library/GameDirectory.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace quillbay::test {
+namespace {
+
+constexpr auto kYes = QMessageBox::Yes;
+constexpr auto kNo = QMessageBox::No;
+
+class InstallWindow : public SelectorFixture {
+protected:
+    InstallWindow() {
+        Make({"game/odf/ships/a.odf", "program/mods/Alpha/odf/ships/a.odf",
+              "program/mods/Alpha/odf/ships/new.odf", "program/mods/Alpha/odf/ships/newer.odf",
+              "program/mods/Alpha/Addon/Maps/bzn/new.bzn", "program/mods/Bravo/odf/ships/a.odf"});
+    }
+    void SetUp() override {
+        ASSERT_TRUE(Start());
+        files.onChange = [this, height = Mods().height()] {
+            const QString caption = Button("Install").text() + "/" + Button("Uninstall").text();
+            if (!captions.contains(caption)) captions << caption;
+            auto& bar = Control<QProgressBar>("pgbPercent");
+            EXPECT_TRUE(bar.isVisible());
+            EXPECT_EQ(Mods().height() + bar.height(), height);
+            EXPECT_FALSE(Control<QMenu>("menuMod").isEnabled());
+        };
+    }
+    QPushButton& Button(const char* job) const {
+        return Control<QPushButton>(("cmd" + std::string(job) + "Mod").c_str());
+    }
+    /// Clicks the button of the job, or chooses its menu item. Everything that the job takes away is back
+    /// afterwards.
+    void Run(const char* job, bool byButton = false) {
+        SCOPED_TRACE(job);
+        const int height = Mods().height();
+        if (byButton)
+            Button(job).click();
+        else
+            Item(("menuMod" + std::string(job)).c_str()).trigger();
+        EXPECT_EQ(Button("Install").text() + "/" + Button("Uninstall").text(), "Install Mod/Uninstall Mod");
+        EXPECT_TRUE(Button("Install").isEnabled());
+        for (const char* item : {"menuModInstall", "menuModUninstall", "menuModRefreshModList"})
+            EXPECT_TRUE(Item(item).isEnabled()) << item;
+        for (const char* menu : {"menuSelector", "menuMod", "menuHelp"})
+            EXPECT_TRUE(Control<QMenu>(menu).isEnabled()) << menu;
+        EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isHidden());
+        EXPECT_EQ(Mods().height(), height);
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    }
+    /// The game's file that two mods replace is that of `owner`.
+    void ExpectShip(const QByteArray& owner) const {
+        EXPECT_EQ(Read("game/odf/ships/a.odf"), owner + "/odf/ships/a.odf");
+    }
+
+    AnswerBoxes boxes;
+    QStringList captions; ///< of both buttons, as file work saw them
+};
+
+TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
+    const auto& outcome = Control<QLabel>("lblOutcome");
+    Mods().setCurrentRow(1);
+    boxes.Then(kYes).Then(kYes).Then(kYes);
+    const int details = files.treeSizes;
+    Run("Install", true);
+    EXPECT_EQ(files.treeSizes, details + 1);
+    EXPECT_TRUE(Exists("game/bzn/new.bzn"));
+    EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "3");
+    EXPECT_TRUE(Button("Uninstall").isEnabled());
+
+    Mods().setCurrentRow(0);
+    EXPECT_FALSE(Button("Uninstall").isEnabled());
+    Run("Install");
+    ExpectShip("program/mods/Alpha");
+    EXPECT_EQ(outcome.text(), "Alpha is installed: 3 files copied, 1 of the game's saved.");
+
+    Write("game/odf/ships/new.odf", "the player's own");
+    Run("Uninstall", true);
+    ExpectShip("game");
+    EXPECT_EQ(Read("game/odf/ships/new.odf"), "the player's own");
+    EXPECT_EQ(outcome.text(),
+              "Alpha is uninstalled: 1 file removed, 1 restored, 1 kept because they are not the mod's.");
+    EXPECT_TRUE(outcome.toolTip().contains("new.odf"));
+    EXPECT_FALSE(Exists("program/mods/Alpha/Backup"));
+    EXPECT_EQ(captions, (QStringList{"Copying files/Uninstall Mod", "Installing/Uninstall Mod",
+                                     "Install Mod/Deleting files", "Install Mod/Restoring backup",
+                                     "Install Mod/Deleting backup"}));
+    EXPECT_EQ(Titles(boxes), "? Install Maps mod?|? Install Alpha mod?|? Uninstall Alpha mod?");
+    EXPECT_EQ(boxes.Seen()[0].text, "You have selected the Maps mod. Do you want to install it?");
+    EXPECT_EQ(boxes.Seen()[2].text, "Are you sure you want to uninstall the Alpha mod?");
+}
+
+TEST_F(InstallWindow, NothingChangesAfterANoOrWithoutABackup) {
+    boxes.Then(kNo).Then(kYes).Then(kNo).Then(kYes).Then(kNo).Then(kYes).Then(QMessageBox::Ok);
+    Run("Install");
+    Run("Uninstall");
+    MakeFolder("program/mods/Alpha/backup");
+    Run("Install");
+    QDir(Path("program/mods/Alpha")).rmdir("backup");
+    Write("program/mods/Alpha/Backup", "a file");
+    Run("Install");
+    ExpectShip("game");
+    EXPECT_EQ(Read("program/mods/Alpha/Backup"), "a file");
+    EXPECT_FALSE(Exists("program/mods/Alpha/~quillbay.bak"));
+    EXPECT_EQ(Titles(boxes),
+              "? Install Alpha mod?|? Uninstall Alpha mod?|! Mod not installed|? Install Alpha mod?|"
+              "! Continue installation?|? Install Alpha mod?|X Error!");
+    EXPECT_EQ(boxes.Seen()[4].text, "It appears that the Alpha mod is already installed. Continue?");
+    EXPECT_TRUE(boxes.Seen().back().text.contains(QRegularExpression(
+        "because the backup could not .*Alpha", QRegularExpression::DotMatchesEverythingOption)));
+}
+
+TEST_F(InstallWindow, WithoutAGameOrWithOneInTheLibraryThereIsNoQuestion) {
+    MakeFolder("program/mods2");
+    QStringList refused{"", QLatin1String(kGameNotFound.data())};
+    for (const char* path :
+         {"game/Tempest2.exe", "program/mods", "program/MODS/bravo/", "game/../program/mods/Bravo", "gone"})
+        refused << Path(path);
+    QString titles;
+    for (const QString& game : refused) {
+        window->GameDirectory = game.toStdString();
+        Run("Install");
+        Run("Uninstall");
+        titles += "X Error!|X Error!|";
+        EXPECT_EQ(Titles(boxes) + "|", titles) << qPrintable(game);
+    }
+    Item("menuModRefreshModList").trigger();
+    EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
+    window->GameDirectory = Path("program/mods2").toStdString();
+    Run("Install");
+    EXPECT_EQ(Titles(boxes), titles + "? Install Alpha mod?");
+}
+
+TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
+    // Another mod takes the first row and the selection while the question is open.
+    boxes.Then(kYes, [this](QMessageBox&) {
+        Make({"program/mods/Aaa/odf/ships/a.odf"});
+        Write("program/mods/Aaa/ModInfo.txt", "Author: first in the list");
+        Tick();
+        Mods().setCurrentRow(0);
+    });
+    Run("Install");
+    ExpectShip("program/mods/Alpha");
+    EXPECT_EQ(SelectedText(), "Aaa");
+
+    for (const bool install : {true, false}) {
+        Mods().setCurrentRow(3);
+        ASSERT_EQ(SelectedText(), "Bravo");
+        boxes.Then(kYes, [this](QMessageBox&) {
+            Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
+        });
+        if (!install) boxes.Then(kYes);
+        boxes.Then(QMessageBox::Ok);
+        Run(install ? "Install" : "Uninstall");
+        EXPECT_TRUE(Titles(boxes).endsWith("|! Folder not found."));
+        ExpectShip("program/mods/Alpha");
+        EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "first in the list");
+        Respell("program/mods/bravo", "program/mods/Bravo");
+        Tick();
+    }
+}
+
+} // namespace
+} // namespace quillbay::test

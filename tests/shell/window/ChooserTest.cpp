@@ -1,0 +1,157 @@
+#include "common/window/FolderListBox.h"
+#include "shell/window/frmChangeT2Dir.h"
+#include "support/SelectorFixtureWindow.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+namespace quillbay::test {
+namespace {
+
+class Chooser : public SelectorFixture {
+protected:
+    Chooser() { MakeFolder("Other Copy"); }
+    ~Chooser() override { qunsetenv("WINEPREFIX"); }
+
+    void Open() {
+        ASSERT_TRUE(window || Start());
+        chooser = &OpenWindow("modChangeT2Directory", "frmChangeT2Dir");
+    }
+    /// Starts without a game, which is searched in `prefix`, and does the action as soon as the chooser shows
+    /// the text.
+    bool StartWithoutAGame(const QString& text, const std::function<void()>& action) {
+        qputenv("WINEPREFIX", Path("prefix").toUtf8());
+        MakeFolder("prefix/drive_c");
+        registry.path = Path("gone").toStdString();
+        boxes.Then(QMessageBox::Ok, [this](QMessageBox&) {
+            EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
+            EXPECT_EQ(window->GameDirectory, kGameNotFound);
+        });
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [&] {
+            chooser = qobject_cast<frmChangeT2Dir*>(QApplication::activeModalWidget());
+            if (!chooser || Typed() != text) return;
+            poll.stop();
+            action();
+        });
+        poll.start(0);
+        return Start();
+    }
+    QString Native(const QString& relative) const { return QDir::toNativeSeparators(Path(relative)); }
+    void Press(const char* button) const { Control<QPushButton>(*chooser, button).click(); }
+    QLineEdit& Box() const { return Control<QLineEdit>(*chooser, "txtDir"); }
+    QString Typed() const { return Box().text(); }
+    FolderListBox& List() const { return Control<FolderListBox>(*chooser, "dirListBox"); }
+    bool CanApply() const { return Control<QPushButton>(*chooser, "cmdApply").isEnabled(); }
+    bool WaitUntilClosed() const {
+        return WaitFor([&] { return !chooser->isVisible(); });
+    }
+    QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(window->GameDirectory)); }
+
+    AnswerBoxes boxes;
+    QWidget* chooser = nullptr;
+};
+
+TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
+    Open();
+    EXPECT_TRUE(Item("modChangeT2Directory").isChecked());
+    EXPECT_TRUE(Control<QLabel>(*chooser, "lblChangeT2Info").text().endsWith("PS: It is case sensative."));
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
+    EXPECT_EQ(Typed(), Native("game"));
+
+    Box().setText("something else");
+    Press("cmdCancel");
+    ASSERT_TRUE(WaitUntilClosed());
+    EXPECT_FALSE(Item("modChangeT2Directory").isChecked());
+    Open();
+    EXPECT_EQ(Typed(), Native("game")) << "though the list stands where it stood";
+
+    Press("cmdCancel");
+    ASSERT_TRUE(WaitUntilClosed());
+    window->GameDirectory = Path("gone").toStdString();
+    Open();
+    EXPECT_EQ(Typed(), Native("program"));
+}
+
+TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
+    Open();
+    Box().setText("no folder at all");
+    Press("cmdOK");
+    EXPECT_TRUE(chooser->isVisible());
+    List().setProperty("path", Path("Other Copy"));
+    EXPECT_EQ(Typed(), Native("Other Copy"));
+    EXPECT_TRUE(CanApply());
+    Box().setText(Path("Other Copy/"));
+    QTest::keyClick(&Control<QPushButton>(*chooser, "cmdApply"), Qt::Key_Return);
+    EXPECT_EQ(Game(), Native("Other Copy"));
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
+    EXPECT_FALSE(CanApply());
+    EXPECT_TRUE(chooser->isVisible());
+
+    Box().setText(Path("missing"));
+    EXPECT_TRUE(CanApply());
+    Press("cmdOK");
+    EXPECT_TRUE(WaitUntilClosed());
+    EXPECT_EQ(Game(), Native("Other Copy"));
+    Open();
+    Box().setText(Path("game"));
+    QTest::keyClick(&Box(), Qt::Key_Return);
+    EXPECT_TRUE(WaitUntilClosed());
+    EXPECT_EQ(Game(), Native("game"));
+}
+
+TEST_F(Chooser, TheStartAsksForAMissingGameAndEndsTheProgramWhenTheUserGivesUp) {
+    EXPECT_FALSE(
+        StartWithoutAGame("Attempting to find directory. Please wait...", [&] { Press("cmdCancel"); }));
+    EXPECT_EQ(Titles(boxes) + boxes.Seen()[0].text, "QuillbayPause");
+    EXPECT_TRUE(window->isHidden());
+    EXPECT_FALSE(Control<QTimer>("timRefreshModList").isActive());
+}
+
+TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
+    const QString sorry = "Unable to find directory. Please locate manually/install Tempest II.";
+    EXPECT_TRUE(StartWithoutAGame(sorry, [&] { chooser->close(); }));
+    Open();
+    EXPECT_EQ(Typed(), sorry);
+    EXPECT_TRUE(chooser->isVisible() && chooser->isModal());
+    QTest::keyClick(chooser, Qt::Key_Escape);
+    EXPECT_EQ(window->Phase, ProgramPhase::Ended);
+}
+
+TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
+    Write("prefix/drive_c/Games/T2/TEMPEST2.EXE", "");
+    EXPECT_TRUE(StartWithoutAGame(Native("prefix/drive_c/Games/T2"), [&] {
+        EXPECT_TRUE(chooser->isModal());
+        EXPECT_TRUE(CanApply());
+        EXPECT_EQ(window->GameDirectory, kGameNotFound) << "only a confirmation stores it";
+        Press("cmdOK");
+    }));
+    EXPECT_EQ(Game(), Native("prefix/drive_c/Games/T2"));
+    EXPECT_FALSE(chooser->isVisible());
+    Open();
+    EXPECT_FALSE(chooser->isModal());
+}
+
+TEST_F(Chooser, TheFolderListGoesIntoFoldersAndRefusesWhatIsNone) {
+    Make({"Games/Alpha/", "Games/Beta/"});
+    Open();
+    List().setPath(Path("Games"));
+    QTreeWidgetItem* current = List().currentItem();
+    ASSERT_EQ(current->childCount(), 2);
+    EXPECT_EQ(current->child(0)->text(0), "Alpha");
+    List().setCurrentItem(current->child(0));
+    QTest::keyClick(&List(), Qt::Key_Return);
+    ASSERT_TRUE(WaitFor([&] { return Typed() == Native("Games/Alpha"); }));
+    for (const QString& bad : {QString("relative"), QString(), Path("Games/Alpha/none")}) {
+        List().setPath(bad);
+        EXPECT_EQ(List().path(), Native("Games/Alpha")) << qPrintable(bad);
+    }
+    List().setPath(Path("Games/Alpha").replace('/', '\\') + "\\..\\");
+    EXPECT_EQ(List().path(), Native("Games"));
+}
+
+} // namespace
+} // namespace quillbay::test
