@@ -1,8 +1,7 @@
 #include "catalogue/LooseFileSorter.h"
 
-#include "library/EmptyFolders.h"
 #include "library/FolderMaker.h"
-#include "library/InstallOrder.h"
+#include "library/InstalledMods.h"
 #include "library/ModFiles.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"

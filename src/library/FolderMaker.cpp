@@ -1,6 +1,10 @@
 #include "library/FolderMaker.h"
 
+#include "library/ModFiles.h"
 #include "platform/PathText.h"
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace quillbay {
 
@@ -25,6 +29,23 @@ Result<std::string> FolderMaker::Ensure(std::size_t position) {
     if (const auto error = files_.MakeFolder(made)) return failed_[position] = error;
     made_.push_back(made);
     return path = made;
+}
+
+void RemoveEmptyKnownFolders(FileSystem& files, const KnownFolders& existing, const FolderMaker& maker,
+                             const std::array<bool, kGameFolderCount>& filled) {
+    const auto& made = maker.Made();
+    for (auto folder = made.rbegin(); folder != made.rend(); ++folder)
+        Ignore(files.RemoveEmptyFolder(*folder));
+    std::unordered_set<std::string> removed;
+    for (std::size_t i = kKnownFolderCount; i-- > 0;) {
+        for (const auto& folder : existing[i]) {
+            const bool isEmpty =
+                !filled[i] && std::ranges::all_of(folder.entries, [&](const DirEntry& entry) {
+                    return IsProgramsOwn(entry.name) || removed.contains(Join(folder.path, entry.name));
+                });
+            if (isEmpty && !files.RemoveEmptyFolder(folder.path)) removed.insert(folder.path);
+        }
+    }
 }
 
 } // namespace quillbay

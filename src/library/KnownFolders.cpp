@@ -38,26 +38,30 @@ const TreePlace& PlaceOf(std::size_t position) {
 }
 
 void ListInto(std::vector<ListedFolder>& listed, const FileSystem& files, std::string path, Detail detail,
-              ReadFailure* failure) {
+              ReadFailure* failure, bool isLink = false) {
     if (auto entries = files.List(path, detail))
-        listed.push_back({std::move(path), std::move(*entries)});
+        listed.push_back({std::move(path), std::move(*entries), isLink});
     else if (failure)
         failure->Note(path, entries.Error());
 }
 
-std::vector<std::string> ChildPaths(const std::vector<ListedFolder>& parents, std::string_view name) {
-    std::vector<std::string> paths;
+struct ChildFolder {
+    std::string path;
+    bool isLink;
+};
+
+std::vector<ChildFolder> FindChildren(const std::vector<ListedFolder>& parents, std::string_view name) {
+    std::vector<ChildFolder> found;
     for (const ListedFolder& parent : parents) {
-        std::vector<std::string_view> spellings;
+        std::vector<const DirEntry*> spellings;
         for (const DirEntry& entry : parent.entries) {
             if (entry.kind != EntryKind::Folder || !EqualFolded(entry.name, name)) continue;
-            const bool exact = entry.name == name;
-            spellings.insert(exact ? spellings.begin() : spellings.end(), entry.name);
+            spellings.insert(entry.name == name ? spellings.begin() : spellings.end(), &entry);
         }
-        for (const std::string_view spelling : spellings)
-            paths.push_back(Join(parent.path, spelling));
+        for (const DirEntry* spelling : spellings)
+            found.push_back({Join(parent.path, spelling->name), spelling->isLink});
     }
-    return paths;
+    return found;
 }
 
 } // namespace
@@ -65,8 +69,8 @@ std::vector<std::string> ChildPaths(const std::vector<ListedFolder>& parents, st
 std::vector<ListedFolder> ListChildren(const FileSystem& files, const std::vector<ListedFolder>& parents,
                                        std::string_view name, Detail detail, ReadFailure* failure) {
     std::vector<ListedFolder> listed;
-    for (std::string& path : ChildPaths(parents, name))
-        ListInto(listed, files, std::move(path), detail, failure);
+    for (ChildFolder& child : FindChildren(parents, name))
+        ListInto(listed, files, std::move(child.path), detail, failure, child.isLink);
     return listed;
 }
 
@@ -106,7 +110,8 @@ KnownFolderPaths FindKnownFolders(const FileSystem& files, std::string_view root
     ListInto(parents[kKnownFolderCount], files, std::string(root), Detail::Names, nullptr);
     for (std::size_t position = 0; position < kKnownFolderCount; ++position) {
         const TreePlace& place = PlaceOf(position);
-        paths[position] = ChildPaths(parents[place.parent], place.name);
+        for (ChildFolder& child : FindChildren(parents[place.parent], place.name))
+            paths[position].push_back(std::move(child.path));
         if (!place.isParent) continue;
         for (const std::string& path : paths[position])
             ListInto(parents[position], files, path, Detail::Names, nullptr);

@@ -1,23 +1,39 @@
 #pragma once
 
 #include "library/GameFolders.h"
-#include "library/ReadFailure.h"
 #include "platform/FileSystem.h"
 
 #include <array>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 namespace quillbay {
+
+/// The first thing that could not be read while a job was planned. What is missing is no failure; what is
+/// there and cannot be read is never guessed at, and nothing is changed then.
+struct ReadFailure {
+    std::string path;
+    std::error_code error;
+
+    explicit operator bool() const { return bool(error); }
+
+    void Note(std::string_view failedPath, std::error_code failure) {
+        if (error || !failure || failure == std::errc::no_such_file_or_directory) return;
+        path = failedPath;
+        error = failure;
+    }
+};
 
 /// A folder found at one of the GameFolders positions: its path in stored spelling, without a final
 /// separator, and what it holds.
 struct ListedFolder {
     std::string path;
     std::vector<DirEntry> entries;
+    bool isLink = false; ///< a link leads to it
 };
 
 /// The known folders that exist below one root, each listed once. A position can hold several folders where

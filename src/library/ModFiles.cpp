@@ -1,7 +1,6 @@
 #include "library/ModFiles.h"
 
-#include "library/InstallOrder.h"
-#include "modinfo/ModInfo.h"
+#include "library/InstalledMods.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
@@ -9,15 +8,28 @@
 
 namespace quillbay {
 
+namespace {
+
+/// In a mod's folder, from versions before there were records.
+constexpr std::string_view kTimeMarker = "~quillbay.time";
+
+bool IsLeftoverFile(const DirEntry& entry) {
+    return entry.kind != EntryKind::Folder &&
+           (entry.name == kTempNew || entry.name == kTempBackup || entry.name == kTimeMarker);
+}
+
+} // namespace
+
 std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders) {
     std::vector<ModFile> found;
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         std::unordered_map<std::string, std::size_t> byName;
         for (const auto& folder : modFolders[position]) {
             for (const auto& entry : folder.entries) {
-                if (!entry.IsPlainFile() || entry.name == kModInfoName || IsLeftover(entry.name)) continue;
-                ModFile file{position, entry.name, Join(folder.path, entry.name),
-                             entry.readOnly && !entry.isLink};
+                if (!entry.IsPlainFile() || entry.name == kModInfoName || IsProgramsOwn(entry.name)) continue;
+                ModFile file{
+                    position,   entry.name,    Join(folder.path, entry.name), entry.readOnly && !entry.isLink,
+                    entry.size, entry.modified};
                 const auto [at, isNew] = byName.try_emplace(FoldCase(entry.name), found.size());
                 if (isNew)
                     found.push_back(std::move(file));
@@ -58,16 +70,15 @@ bool IsReplaceable(const DirEntry& entry) {
     return entry.kind == EntryKind::File || (entry.isLink && entry.kind != EntryKind::Folder);
 }
 
-bool IsLeftover(std::string_view name) {
-    return name == kTempNew || name == kTempBackup || name == kTimeMarker;
+bool IsProgramsOwn(std::string_view name) {
+    return name == kTempNew || name == kTempBackup || name == kRecordName || name == kTimeMarker;
 }
 
 void AddLeftovers(const KnownFolders& folders, std::vector<std::string>& leftovers) {
     for (const auto& atPosition : folders)
         for (const auto& folder : atPosition)
             for (const auto& entry : folder.entries)
-                if (entry.kind != EntryKind::Folder && entry.name != kTimeMarker && IsLeftover(entry.name))
-                    leftovers.push_back(Join(folder.path, entry.name));
+                if (IsLeftoverFile(entry)) leftovers.push_back(Join(folder.path, entry.name));
 }
 
 } // namespace quillbay

@@ -2,6 +2,7 @@
 
 #include "library/KnownFolders.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -9,16 +10,24 @@
 
 namespace quillbay {
 
+/// What describes a mod; it is never installed.
+inline constexpr std::string_view kModInfoName = "ModInfo.txt";
+/// In a mod's folder: files of the game that a command would have taken away for good, by date and time.
+inline constexpr std::string_view kChangedName = "Changed";
+
 /// A file of a mod that belongs into the game.
 struct ModFile {
     std::size_t position; ///< in GameFolders, from 0
     std::string name;     ///< as stored in the mod
     std::string path;
-    bool isReadOnly; ///< and no link
+    // Where they were listed:
+    bool isReadOnly;    ///< and no link
+    std::uint64_t size; ///< bytes
+    FileTime modified;
 };
 
 /// The plain files in the known folders of a mod, in list order, without those named exactly `ModInfo.txt`
-/// and without leftovers of interrupted operations. Of two spellings of one file the last one listed counts.
+/// and without what this program writes itself. Of two spellings of one file the last one listed counts.
 std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders);
 
 /// Finds entries of listed known folders by name, letter case ignored: the exact spelling, else the first in
@@ -41,8 +50,9 @@ private:
 /// True for a file, or a link whatever it leads to short of a folder: what can be replaced and saved.
 bool IsReplaceable(const DirEntry& entry);
 
-/// True for the names that only interrupted operations of this program leave behind.
-bool IsLeftover(std::string_view name);
+/// True for the names that this program gives to what it writes beside the user's files; they are never
+/// installed.
+bool IsProgramsOwn(std::string_view name);
 
 /// Adds the paths of the leftover files among listed entries.
 void AddLeftovers(const KnownFolders& folders, std::vector<std::string>& leftovers);

@@ -1,12 +1,13 @@
 #include "library/ModInstaller.h"
 
-#include "library/EmptyFolders.h"
 #include "library/FolderMaker.h"
 #include "library/InstalledMods.h"
+#include "library/RecordKeeper.h"
 #include "platform/PathText.h"
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 
 namespace quillbay {
 
@@ -16,25 +17,44 @@ class InstallRun {
 public:
     InstallRun(FileSystem& files, const InstallPlan& plan, const ProgressSink& progress)
         : files_(files), plan_(plan), progress_(progress),
-          self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, {}})),
+          self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, false, 0, {}})),
+          record_(files, plan), guard_(files, plan),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
-          notSaved_(plan.items.size()) {}
+          isLeftAlone_(plan.items.size()) {}
 
     InstallResult Run() {
         if (plan_.failure) {
             Stop(InstallOutcome::Unreadable, plan_.failure.path, plan_.failure.error);
-            return std::move(result_);
+        } else if (plan_.refusal != Refusal::None) {
+            result_.refusal = plan_.refusal;
+            Stop(InstallOutcome::Refused, plan_.refused, {});
+        } else {
+            SweepLeftovers(files_, plan_);
+            if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) Install();
         }
-        SweepLeftovers(files_, plan_);
-        if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) {
-            CopyFiles();
-            RemoveNeedlessCopies();
-            RemoveEmptyKnownFolders(files_, plan_.gameFolders, gameFolders_, filled_);
-        }
+        result_.kept = guard_.Kept();
+        for (const auto& [mod, files] : guard_.ReplacedOfOthers())
+            result_.replaced[mod] += files;
         return std::move(result_);
     }
 
 private:
+    void Install() {
+        GiveBackDropped();
+        CopyFiles();
+        RemoveNeedlessCopies();
+        if (result_.installed == 0 && !plan_.items.empty()) {
+            const auto& first = result_.notCopied.empty() ? result_.notSaved : result_.notCopied;
+            Stop(InstallOutcome::NothingCopied, first.front(), firstFailure_);
+        }
+        if (result_.outcome == InstallOutcome::NothingCopied && !plan_.installed)
+            GiveUpNewBackup();
+        else
+            // Without the time of its end the record is as good: then every file is read that is asked for.
+            Ignore(record_.WriteFinished(self_.backup));
+        RemoveEmptyKnownFolders(files_, plan_.gameFolders, gameFolders_, filled_);
+    }
+
     void Report(JobPhase phase, std::size_t done, std::size_t total) const {
         if (progress_) progress_(phase, done, total);
     }
@@ -71,9 +91,11 @@ private:
             const auto& item = plan_.items[toSave[done]];
             if (Save(toSave[done], folders)) continue;
             if (const auto error = WhyNotTold(item))
-                return giveUp(InstallOutcome::UnsafeFile, item.targetPath, error);
+                return giveUp(InstallOutcome::UnsafeFile, item.place.gamePath, error);
         }
-        if (const auto error = SetInstallTime(stage)) return giveUp(InstallOutcome::NoBackup, stage, error);
+        ReadModFiles();
+        if (const auto error = record_.WriteBegun(stage))
+            return giveUp(InstallOutcome::NoBackup, stage, error);
 
         self_.backup = Join(self_.folder, kBackupName);
         if (const auto error = files_.Rename(stage, self_.backup))
@@ -83,169 +105,211 @@ private:
         return true;
     }
 
-    /// A repeated installation: saved copies stay, and what has none is saved too, unless it is the file of a
-    /// mod installed later.
+    /// A repeated installation: saved copies stay, and what has none is saved too, unless this mod or one
+    /// that was installed later has put it there: when that mod goes, nobody would take it out of here again.
+    /// The file of a mod installed earlier is saved like the game's own.
     bool SaveIntoBackup() {
         std::vector<std::size_t> toSave;
         for (const auto i : ItemsToSave()) {
-            const auto& item = plan_.items[i];
-            if (!item.targetIsLink) {
-                const auto own = files_.SameContents(item.targetPath, item.file.path);
-                if (!own) return Stop(InstallOutcome::UnsafeFile, item.targetPath, own.Error());
-                if (*own || BelongsToLaterMod(item)) continue;
-            }
-            toSave.push_back(i);
+            const auto& place = plan_.items[i].place;
+            LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+            const auto own = guard_.IsModsOwn(file, place);
+            if (!own) return Stop(InstallOutcome::UnsafeFile, place.gamePath, own.Error());
+            if (*own) continue;
+            const auto later = guard_.Owners().FindOwner(file, place.position, place.name, self_.order);
+            if (!later) return Stop(InstallOutcome::UnsafeFile, place.gamePath, later.Error());
+            if (*later)
+                ++result_.replaced[std::string((*later)->Name())];
+            else
+                toSave.push_back(i);
         }
-        if (toSave.empty()) return true;
-
-        if (const auto error = HoldBackupTime(files_, self_))
-            return Stop(InstallOutcome::NoBackup, self_.backup, error);
         FolderMaker folders(files_, self_.backup, plan_.backupFolders);
         for (std::size_t done = 0; done < toSave.size(); ++done) {
             Report(JobPhase::Saving, done, toSave.size());
             Save(toSave[done], folders);
         }
-        RestoreBackupTime(files_, self_);
+        ReadModFiles();
+        if (const auto error = record_.WriteBegun(self_.backup))
+            return Stop(InstallOutcome::NoBackup, self_.backup, error);
         return true;
     }
 
     std::vector<std::size_t> ItemsToSave() const {
         std::vector<std::size_t> found;
         for (std::size_t i = 0; i < plan_.items.size(); ++i)
-            if (plan_.items[i].target == InstallTarget::File && !plan_.items[i].isSaved) found.push_back(i);
+            if (plan_.items[i].Replaces() && plan_.items[i].place.savedPath.empty()) found.push_back(i);
         return found;
     }
 
     /// A hard link copies no data and cannot run out of space; otherwise a copy that is on the disk.
     bool Save(std::size_t index, FolderMaker& folders) {
-        const auto& item = plan_.items[index];
-        const auto folder = folders.Ensure(item.file.position);
+        const auto& place = plan_.items[index].place;
+        const auto folder = folders.Ensure(place.position);
         if (folder) {
-            auto saved = Join(*folder, item.name);
-            if (!files_.HardLink(item.targetPath, saved, false) ||
-                !files_.Copy(item.targetPath, saved, {.keepLink = true, .flush = true})) {
+            auto saved = Join(*folder, place.name);
+            if (!files_.HardLink(place.gamePath, saved, false) ||
+                !files_.Copy(place.gamePath, saved, {.keepLink = true, .flush = true})) {
                 savedNow_[index] = std::move(saved);
                 ++result_.saved;
                 return true;
             }
         }
-        notSaved_[index] = true;
-        result_.notSaved.push_back(item.targetPath);
+        isLeftAlone_[index] = true;
+        result_.notSaved.push_back(place.gamePath);
         return false;
     }
 
     /// No error when the game's file certainly differs from the mod's own: then an uninstallation will not
     /// take it for the mod's.
     std::error_code WhyNotTold(const InstallItem& item) const {
-        if (item.targetIsLink) return {};
-        const auto same = files_.SameContents(item.targetPath, item.file.path);
+        if (item.place.gameIsLink) return {};
+        const auto same = files_.SameContents(item.place.gamePath, item.file.path);
         if (!same) return same.Error();
         return *same ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
     }
 
-    /// A file of a mod that was installed later must not become a saved copy: when that mod goes, nobody
-    /// would take it out of here again. That of a mod installed earlier is saved like the game's own.
-    bool BelongsToLaterMod(const InstallItem& item) {
-        if (!laterFiles_) {
-            laterFiles_.emplace();
-            for (const auto& mod : plan_.otherMods)
-                if (mod.installed >= self_.installed)
-                    laterFiles_->push_back(ListKnownFolders(files_, mod.folder, Detail::Names));
-            for (const auto& folders : *laterFiles_)
-                laterIndexes_.emplace_back(folders);
+    /// What will be in the game is written down before the first file is there.
+    void ReadModFiles() {
+        for (std::size_t i = 0; i < plan_.items.size(); ++i) {
+            if (isLeftAlone_[i]) continue;
+            const auto& item = plan_.items[i];
+            const auto error =
+                item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory) : record_.Add(i);
+            if (error) NotCopied(i, error);
         }
-        return std::ranges::any_of(laterIndexes_, [&](EntryIndex& index) {
-            const auto* entry = index.Find(item.file.position, item.name);
-            if (!entry || !entry->IsPlainFile()) return false;
-            const auto same = files_.SameContents(item.targetPath, index.PathOf(item.file.position, *entry));
-            return same && *same;
-        });
     }
 
-    /// Without a time of its own a `Backup` is as good when the file system made it the latest anyway.
-    std::error_code SetInstallTime(const std::string& stage) {
-        self_.installed = NextInstallTime(plan_.otherMods);
-        const auto error = files_.SetModified(stage, self_.installed);
-        if (!error) return {};
-        const auto info = files_.Stat(stage);
-        if (!info) return error;
-        self_.installed = info->modified;
-        const bool isLatest = std::ranges::all_of(
-            plan_.otherMods, [&](const InstalledMod& mod) { return mod.installed < self_.installed; });
-        return isLatest ? std::error_code{} : error;
+    void NotCopied(std::size_t index, std::error_code error) {
+        isLeftAlone_[index] = true;
+        result_.notCopied.push_back(plan_.items[index].file.path);
+        if (!firstFailure_) firstFailure_ = error;
+        notReplaced_.push_back(index);
+    }
+
+    void GiveBackDropped() {
+        if (plan_.dropped.empty()) return;
+        GiveBack giveBack(files_, plan_, gameFolders_, guard_, GiveBack::SavedCopies::Stay,
+                          result_.givenBack);
+        std::vector<const GamePlace*> places;
+        for (const auto& place : plan_.dropped) {
+            LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+            const auto own = place.gamePath.empty() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
+            if (!own) continue;
+            // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
+            if (*own && place.savedPath.empty()) giveBack.Delete(place);
+            if (*own && !place.savedPath.empty() && !giveBack.Restore(place)) continue;
+            places.push_back(&place);
+            filled_[place.position] = filled_[place.position] || !place.savedPath.empty();
+            record_.SetGivenBack(*place.recorded);
+        }
+        giveBack.HandOver(plan_.laterMods, places);
     }
 
     void CopyFiles() {
         const auto total = plan_.items.size();
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::Copying, i, total);
-            if (notSaved_[i]) continue;
-            const auto& item = plan_.items[i];
-            if (CopyOne(item)) {
-                ++result_.installed;
-                filled_[item.file.position] = true;
+            if (isLeftAlone_[i] || !SecureOld(i)) continue;
+            if (const auto error = CopyOne(plan_.items[i])) {
+                NotCopied(i, error);
             } else {
-                result_.notCopied.push_back(item.file.path);
-                if (!savedNow_[i].empty()) notReplaced_.push_back(i);
+                ++result_.installed;
+                filled_[plan_.items[i].file.position] = true;
+                record_.SetCopied(i);
             }
         }
         Report(JobPhase::Copying, total, total);
     }
 
-    bool CopyOne(const InstallItem& item) {
-        if (item.target == InstallTarget::Blocked) return false;
+    /// What has a saved copy of its own may still have changed since that was made.
+    bool SecureOld(std::size_t index) {
+        const auto& item = plan_.items[index];
+        if (!item.Replaces() || item.place.savedPath.empty()) return true;
+        LookedAtFile file(files_, item.place.gamePath, item.place.gameIsLink);
+        const auto own = guard_.IsModsOwn(file, item.place);
+        if ((own && *own) || !guard_.Secure(file, item.place)) return true;
+        isLeftAlone_[index] = true;
+        result_.notSaved.push_back(item.place.gamePath);
+        return false;
+    }
+
+    std::error_code CopyOne(const InstallItem& item) {
         const auto folder = gameFolders_.Ensure(item.file.position);
-        if (!folder) return false;
+        if (!folder) return folder.Error();
         if (item.file.isReadOnly) Ignore(files_.SetReadOnly(item.file.path, false));
-        const bool replaces = item.target == InstallTarget::File;
-        return !files_.Copy(item.file.path, replaces ? item.targetPath : Join(*folder, item.name),
-                            {.replace = replaces, .makeWritable = true});
+        const auto& target = item.Replaces() ? item.place.gamePath : Join(*folder, item.place.name);
+        const auto error =
+            files_.Copy(item.file.path, target, {.replace = item.Replaces(), .makeWritable = true});
+        if (error && item.Replaces()) guard_.StaysInGame(LookedAtFile(files_, item.place.gamePath, false));
+        return error;
     }
 
     /// A game file that kept its place needs no saved copy, which an uninstallation would put over whatever
-    /// the player has made of the file by then.
+    /// the player has made of the file by then. One that cannot be told from the mod's own keeps it.
     void RemoveNeedlessCopies() {
-        std::erase_if(notReplaced_, [&](std::size_t i) { return bool(WhyNotTold(plan_.items[i])); });
-        if (notReplaced_.empty() || HoldBackupTime(files_, self_)) return;
-        for (const auto i : notReplaced_)
-            if (!files_.RemoveFile(savedNow_[i])) --result_.saved;
-        RestoreBackupTime(files_, self_);
+        for (const auto i : notReplaced_) {
+            auto& saved = savedNow_[i];
+            if (!saved.empty() && WhyNotTold(plan_.items[i])) {
+                EndSharing(files_, saved);
+            } else if (!saved.empty() && !files_.RemoveFile(saved)) {
+                --result_.saved;
+                saved.clear();
+            }
+            if (saved.empty() && plan_.items[i].place.savedPath.empty()) record_.Drop(i);
+        }
+    }
+
+    /// The game is as it was, so that nothing saved is needed and the mod does not count as installed.
+    void GiveUpNewBackup() {
+        std::string remains;
+        if (EndInstalledState(files_, self_, remains)) return;
+        Ignore(files_.RemoveTree(remains));
+        result_.saved = 0;
     }
 
     FileSystem& files_;
     const InstallPlan& plan_;
     const ProgressSink& progress_;
     InstalledMod self_;
+    RecordKeeper record_;
+    GameGuard guard_;
     FolderMaker gameFolders_;
     std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
-    std::vector<bool> notSaved_;        ///< by item: could not be saved, so it stays as it is
+    std::vector<bool> isLeftAlone_;     ///< by item: what is in the game stays as it is
     std::vector<std::size_t> notReplaced_;
+    std::error_code firstFailure_;
     std::array<bool, kGameFolderCount> filled_{};
-    std::optional<std::vector<KnownFolders>> laterFiles_;
-    std::vector<EntryIndex> laterIndexes_;
     InstallResult result_;
 };
+
+/// The recorded places that no file of the mod has now, and that have not been given back yet.
+std::vector<GamePlace> FindDropped(const InstallPlan& plan) {
+    std::unordered_set<const RecordedFile*> present;
+    for (const auto& item : plan.items)
+        present.insert(item.place.recorded);
+    auto dropped = FindOtherRecorded(plan, present);
+    std::erase_if(dropped,
+                  [](const GamePlace& place) { return place.recorded->state == RecordedState::GivenBack; });
+    return dropped;
+}
 
 } // namespace
 
 InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
     InstallPlan plan;
     ReadJobPlan(files, job, Detail::Full, plan);
-    EntryIndex game(plan.gameFolders);
-    EntryIndex saved(plan.backupFolders);
+    PlaceFinder finder(plan);
+    plan.items.reserve(plan.modFiles.size());
     for (auto& file : plan.modFiles) {
-        InstallItem item;
-        item.file = std::move(file);
-        item.name = item.file.name;
-        const auto* copy = saved.Find(item.file.position, item.name);
-        item.isSaved = copy && IsReplaceable(*copy);
-        if (const auto* target = game.Find(item.file.position, item.name)) {
-            item.name = target->name;
-            item.target = IsReplaceable(*target) ? InstallTarget::File : InstallTarget::Blocked;
-            item.targetPath = game.PathOf(item.file.position, *target);
-            item.targetIsLink = target->isLink;
-        }
-        plan.items.push_back(std::move(item));
+        auto place = finder.Find(file.position, file.name);
+        if (!place.gamePath.empty()) place.name = LastComponent(place.gamePath);
+        place.modPath = file.path;
+        plan.items.push_back({std::move(file), std::move(place)});
+    }
+    plan.modFiles.clear();
+    if (plan.Record()) {
+        plan.dropped = FindDropped(plan);
+        if (!plan.dropped.empty()) plan.laterMods = ListLaterMods(files, plan);
     }
     return plan;
 }

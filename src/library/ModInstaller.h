@@ -1,51 +1,56 @@
 #pragma once
 
-#include "library/JobPlan.h"
+#include "library/GiveBack.h"
+#include "library/ModJob.h"
 #include "platform/FileSystem.h"
 
+#include <cstddef>
+#include <map>
 #include <string>
 #include <system_error>
 #include <vector>
 
 namespace quillbay {
 
-enum class InstallTarget {
-    New,     ///< the game has no such file
-    File,    ///< a game file (or link) will be replaced
-    Blocked, ///< a folder or device has the name: the file cannot be installed
-};
-
-/// One file of the mod and where it goes.
+/// One file of the mod and where it goes. Its place has a game file that will be replaced, or none, or is
+/// blocked by a folder or device: then the file cannot be installed.
 struct InstallItem {
     ModFile file;
-    std::string name; ///< in the game: the spelling of the replaced file, else that of the mod
-    InstallTarget target = InstallTarget::New;
-    std::string targetPath; ///< of the replaced file; empty when New
-    bool targetIsLink = false;
-    bool isSaved = false; ///< `Backup` has a saved copy from an earlier installation
+    GamePlace place;
+
+    bool Replaces() const { return !place.gamePath.empty() && !place.gameIsBlocked; }
 };
 
 /// What an installation would do.
 struct InstallPlan : JobPlan {
     std::vector<InstallItem> items;
+    // Only where the mod is installed already:
+    std::vector<GamePlace> dropped; ///< of files of a former version that the mod lacks now
+    std::vector<LaterMod> laterMods;
 };
 
 enum class InstallOutcome {
     Done,
-    Unreadable, ///< a folder that has to be known cannot be read: nothing was done
-    NoBackup,   ///< `Backup` could not be made: nothing was installed
-    UnsafeFile, ///< a game file could be neither saved nor told from the mod's own: nothing was installed
+    Refused,       ///< by the plan's refusal: nothing was done
+    Unreadable,    ///< a folder that has to be known cannot be read: nothing was done
+    NoBackup,      ///< `Backup` could not be made: nothing was installed
+    UnsafeFile,    ///< a game file could be neither saved nor told from the mod's own: nothing was installed
+    NothingCopied, ///< not one file could be installed
 };
 
 struct InstallResult {
     InstallOutcome outcome = InstallOutcome::Done;
+    Refusal refusal = Refusal::None;
     std::string concerned; ///< the path behind an outcome other than Done
     std::error_code error; ///< and the reason
 
     std::size_t installed = 0;
     std::size_t saved = 0;
-    std::vector<std::string> notSaved;  ///< game files left alone because they could not be saved
+    std::vector<std::string> notSaved;  ///< game files left alone because they could not be saved or kept
     std::vector<std::string> notCopied; ///< mod files that did not get into the game
+    std::map<std::string, std::string> kept; ///< game files that nobody else had, and where they were kept
+    std::map<std::string, std::size_t> replaced; ///< files of other mods that were replaced, by mod
+    GiveBackResult givenBack;                    ///< files of a former version that the mod lacks now
 };
 
 InstallPlan PlanInstall(const FileSystem& files, const ModJob& job);

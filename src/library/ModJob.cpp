@@ -1,8 +1,12 @@
 #include "library/ModJob.h"
 
+#include "library/FindEntry.h"
 #include "library/GameDirectory.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace quillbay {
 
@@ -29,6 +33,77 @@ bool IsSameOrInside(std::string_view path, std::string_view folder) {
     }
 }
 
+/// The known folders of a folder that must be there.
+KnownFolders ListExisting(const FileSystem& files, const std::string& root, Detail detail,
+                          ReadFailure& failure) {
+    auto folders = ListKnownFolders(files, root, detail, &failure);
+    if (folders.back().empty() && !failure) {
+        failure.path = root;
+        failure.error = std::make_error_code(std::errc::no_such_file_or_directory);
+    }
+    return folders;
+}
+
+/// The installed mod that is the job's. The library may list it in another letter case, which is another mod
+/// only where it lists the job's own spelling too.
+std::vector<InstalledMod>::iterator FindOwn(const FileSystem& files, const ModJob& job,
+                                            std::vector<InstalledMod>& mods) {
+    const auto exact = std::ranges::find(mods, job.mod, &InstalledMod::path);
+    if (exact != mods.end()) return exact;
+    const auto respelled = std::ranges::find_if(
+        mods, [&](const InstalledMod& mod) { return EqualFolded(mod.path.text, job.mod.text); });
+    if (respelled == mods.end()) return respelled;
+    const auto rows = ScanModLibrary(files, job.modsFolder);
+    return std::ranges::find(rows, job.mod, &ModRow::path) == rows.end() ? respelled : mods.end();
+}
+
+/// The first link among the folders and files that leads into `root`; empty when none does.
+std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, const std::string& root) {
+    const auto leadsIn = [&](const std::string& path) {
+        const auto real = files.RealPath(path);
+        return real && IsSameOrInside(*real, root);
+    };
+    for (const auto& atPosition : known) {
+        for (const auto& folder : atPosition) {
+            if (folder.isLink && leadsIn(folder.path)) return folder.path;
+            for (const auto& entry : folder.entries) {
+                if (!entry.isLink || entry.kind != EntryKind::File) continue;
+                if (auto path = Join(folder.path, entry.name); leadsIn(path)) return path;
+            }
+        }
+    }
+    return {};
+}
+
+void FindRefusal(const FileSystem& files, const KnownFolders& modFolders, JobPlan& plan) {
+    const auto& game = plan.job.gameDirectory;
+    if (IsSameOrInside(plan.modFolder, game) || IsSameOrInside(game, plan.modFolder))
+        plan.refused = plan.modFolder;
+    else if (auto link = FindLinkInto(files, modFolders, game); !link.empty())
+        plan.refused = std::move(link);
+    else
+        plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
+    if (!plan.refused.empty()) {
+        plan.refusal = Refusal::LeadsIntoGame;
+    } else if (plan.installed && plan.installed->backupIsLink) {
+        plan.refusal = Refusal::BackupIsLink;
+        plan.refused = plan.installed->backup;
+    }
+}
+
+/// The latest folder of kept files: its name is a date, so that it is the last one by name.
+void ReadLastChanged(const FileSystem& files, const std::vector<DirEntry>& modEntries, JobPlan& plan) {
+    const auto* changed = FindEntry(modEntries, kChangedName, EntryKind::Folder);
+    if (!changed) return;
+    const auto folder = Join(plan.modFolder, changed->name);
+    const auto entries = files.List(folder, Detail::Names);
+    plan.failure.Note(folder, entries.Error());
+    if (!entries || entries->empty()) return;
+    plan.lastChanged = Join(folder, std::ranges::max_element(*entries, {}, &DirEntry::name)->name);
+    plan.lastChangedFolders = ListKnownFolders(files, plan.lastChanged, Detail::Names);
+    AddLeftovers(plan.lastChangedFolders, plan.leftoverFiles);
+}
+
 } // namespace
 
 std::string ModJob::ModFolder() const { return mod.Empty() ? std::string() : Join(modsFolder, mod.text); }
@@ -41,6 +116,43 @@ GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view 
     const auto mods = files.RealPath(modsFolder);
     if (mods && IsSameOrInside(*game, *mods)) return GameDirectoryState::InsideMods;
     return GameDirectoryState::Usable;
+}
+
+void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobPlan& plan) {
+    plan.job = job;
+    plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
+    plan.modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
+
+    const auto modFolders = ListExisting(files, plan.modFolder, detail, plan.failure);
+    plan.gameFolders = ListExisting(files, plan.job.gameDirectory, Detail::Names, plan.failure);
+    if (plan.failure) return;
+    const auto& ownEntries = modFolders.back().front().entries;
+    auto library = ListInstalledMods(files, job.modsFolder, {job.mod, ownEntries}, plan.failure);
+    plan.leftoverFolders = std::move(library.leftovers);
+    plan.otherMods = std::move(library.mods);
+    if (const auto own = FindOwn(files, job, plan.otherMods); own != plan.otherMods.end()) {
+        plan.installed = std::move(*own);
+        plan.otherMods.erase(own);
+        plan.backupFolders = ListExisting(files, plan.installed->backup, Detail::Names, plan.failure);
+    } else if (const auto* backup = FindBackup(ownEntries)) {
+        const auto record = ReadInstallRecord(files, Join(plan.modFolder, backup->name));
+        plan.wasGivenUp = record && *record && (*record)->finished == kGivenUp;
+    }
+    ReadLastChanged(files, ownEntries, plan);
+    if (plan.failure) return;
+
+    FindRefusal(files, modFolders, plan);
+    plan.modFiles = CollectModFiles(modFolders);
+    AddLeftovers(modFolders, plan.leftoverFiles);
+    AddLeftovers(plan.gameFolders, plan.leftoverFiles);
+    AddLeftovers(plan.backupFolders, plan.leftoverFiles);
+}
+
+void SweepLeftovers(FileSystem& files, const JobPlan& plan) {
+    for (const auto& path : plan.leftoverFiles)
+        Ignore(files.RemoveFile(path));
+    for (const auto& path : plan.leftoverFolders)
+        Ignore(files.RemoveTree(path));
 }
 
 } // namespace quillbay

@@ -1,49 +1,34 @@
 #pragma once
 
-#include "library/JobPlan.h"
+#include "library/GiveBack.h"
+#include "library/ModJob.h"
 #include "platform/FileSystem.h"
 
+#include <map>
 #include <string>
 #include <system_error>
 #include <vector>
 
 namespace quillbay {
 
-/// One file of the mod, the game's file of that name and the saved copy.
-struct UninstallItem {
-    ModFile file;
-    std::string name;     ///< in the game: the spelling of the saved copy, else of the game's file
-    std::string gamePath; ///< of the game's file or link; empty when there is none
-    bool gameIsLink = false;
-    bool gameIsBlocked = false; ///< a folder or device has the name
-    std::string savedPath;      ///< empty when there is no saved copy
-    bool savedIsLink = false;
-};
-
-/// A mod that was installed after the one to be uninstalled and may have saved its files.
-struct LaterMod {
-    InstalledMod mod;
-    KnownFolders backupFolders;
-};
-
 /// What an uninstallation would do. A mod without a `Backup` only loses its files.
 struct UninstallPlan : JobPlan {
-    std::vector<UninstallItem> items;
+    std::vector<GamePlace>
+        places; ///< of every file that was ever installed; without a record of the mod's present ones
     std::vector<LaterMod> laterMods;
-    std::vector<std::string> strangers; ///< in `Backup`, but not saved copies of the mod's present files
+    std::vector<std::string> strangers; ///< in `Backup`, but not saved copies of the mod's files
 };
 
-struct UninstallResult {
+struct UninstallResult : GiveBackResult {
     ReadFailure failure; ///< set when a folder that has to be known could not be read: nothing was done
+    Refusal refusal = Refusal::None; ///< then nothing was done
+    std::string refused;             ///< and this is why
 
-    std::size_t deleted = 0;                ///< mod files removed from the game
-    std::size_t restored = 0;               ///< saved copies that are back in the game
-    std::vector<std::string> notOurs;       ///< game files left alone: they are not the mod's
-    std::vector<std::string> notDeleted;    ///< game files that could not be deleted or told from the mod's
-    std::vector<std::string> notRestored;   ///< saved copies that could not be put back
-    std::vector<std::string> notHandedOver; ///< saved copies of later mods that could not be corrected
-    std::vector<std::string> strangers;     ///< files in `Backup` that are not the mod's saved copies
-    std::error_code backupNotRemoved;       ///< everything was done, but `Backup` could not be renamed
+    std::map<std::string, std::string> kept; ///< game files that nobody else had, and where they were kept
+    std::map<std::string, std::size_t>
+        wentWithIt;                     ///< files of other mods that are gone from the game, by mod
+    std::vector<std::string> strangers; ///< files in `Backup` that are not the mod's saved copies
+    std::error_code backupNotRemoved;   ///< everything was done, but `Backup` could not be removed
 
     /// True when `Backup` is still there because of one of these; the mod then still counts as installed.
     bool BackupStays() const {

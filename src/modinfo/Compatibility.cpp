@@ -18,7 +18,7 @@ ComparedFiles ListComparedFiles(const FileSystem& files, std::string_view base,
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         for (const ListedFolder& folder : known[position]) {
             for (const DirEntry& entry : folder.entries) {
-                if (!entry.IsPlainFile() || IsLeftover(entry.name)) continue;
+                if (!entry.IsPlainFile() || IsProgramsOwn(entry.name)) continue;
                 if (std::ranges::find(leftOut, entry.name) != leftOut.end()) continue;
                 found.paths.push_back(std::string(GameFolders[position]) + entry.name);
             }

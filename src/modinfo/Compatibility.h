@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/ReadFailure.h"
+#include "library/KnownFolders.h"
 #include "platform/FileSystem.h"
 
 #include <array>

@@ -3,6 +3,7 @@
 #include "common/modMisc.h"
 #include "library/FindEntry.h"
 #include "library/KnownFolders.h"
+#include "library/ModFiles.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 

@@ -10,8 +10,6 @@
 
 namespace quillbay {
 
-inline constexpr std::string_view kModInfoName = "ModInfo.txt";
-
 /// Values longer than this are shown cut.
 inline constexpr std::size_t kMaxShownCharacters = 10'000;
 

@@ -1,6 +1,7 @@
 #include "modinfo/ModInfoWriter.h"
 
 #include "library/FindEntry.h"
+#include "library/ModFiles.h"
 #include "platform/PathText.h"
 
 #include <utility>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Fingerprint.h"
 #include "platform/Result.h"
 
 #include <chrono>
@@ -35,9 +36,21 @@ struct DirEntry {
     bool IsPlainFile() const { return kind == EntryKind::File && !hidden; }
 };
 
+/// Equal for two names of one file; all zero where the system does not tell.
+struct FileId {
+    std::uint64_t volume = 0;
+    std::uint64_t file = 0;
+
+    bool operator==(const FileId&) const = default;
+};
+
 struct FileInfo : DirEntry {
     unsigned links = 1;   ///< how many names (hard links) the file has
     bool isMount = false; ///< a folder where something is mounted (Windows: such a folder is a link)
+    /// When bytes or attributes last changed, which nobody can set (POSIX: ctime; NTFS: ChangeTime):
+    /// nanoseconds since 1970; 0 where the system does not tell.
+    std::int64_t changed = 0;
+    FileId id; ///< of what a link leads to
 };
 
 enum class Detail {
@@ -86,6 +99,8 @@ public:
     [[nodiscard]] virtual Result<std::string> ReadLink(std::string_view path) const = 0;
     /// True when both files hold the same bytes. Links are followed.
     [[nodiscard]] virtual Result<bool> SameContents(std::string_view file, std::string_view other) const = 0;
+    /// Of all the file's bytes. Links are followed.
+    [[nodiscard]] virtual Result<Fingerprint> FingerprintFile(std::string_view file) const = 0;
     /// The bytes of all files below a folder, which may itself be a link; links in it count nothing and are
     /// not followed.
     [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;

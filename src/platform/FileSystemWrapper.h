@@ -21,6 +21,9 @@ public:
     Result<bool> SameContents(std::string_view file, std::string_view other) const override {
         return base_.SameContents(file, other);
     }
+    Result<Fingerprint> FingerprintFile(std::string_view file) const override {
+        return base_.FingerprintFile(file);
+    }
     Result<std::uint64_t> TreeSize(std::string_view folder) const override { return base_.TreeSize(folder); }
     Result<std::string> RealPath(std::string_view path) const override { return base_.RealPath(path); }
 

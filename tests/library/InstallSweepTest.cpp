@@ -1,10 +1,8 @@
 #include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
-#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
-#include <random>
 #include <tuple>
 
 namespace quillbay {
@@ -118,42 +116,6 @@ TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
 INSTANTIATE_TEST_SUITE_P(Jobs, InstallSweepTest,
                          testing::Combine(testing::Values(Job::Install, Job::InstallAgain, Job::Uninstall),
                                           testing::Bool()));
-
-TEST(InstallOrderTest, RandomSequencesEndWhereTheyBegan) {
-    std::mt19937 random(20);
-    const auto pick = [&](std::size_t count) { return std::size_t(random()) % count; };
-    const std::string contents[] = {"a", "b", "c"};
-    for (int sequence = 0; sequence < 250 / QUILLBAY_SWEEP_STRIDE; ++sequence) {
-        std::vector<std::string> mods = {"One", "Two", "One\\Addon\\Extra", "Three"};
-        mods.resize(2 + pick(3));
-        std::ranges::shuffle(mods, random);
-        InstallLab lab;
-        for (const std::string file : {"/odf/ships/x.odf", "/y.txt", "/Sod/z.sod"}) {
-            if (pick(3) > 0) lab.Put("game" + file, contents[pick(3)]);
-            for (const auto& mod : mods)
-                if (pick(4) > 0) lab.Put("mods/" + mod + file, contents[pick(3)]);
-        }
-        for (const auto& mod : mods)
-            lab.Put("mods/" + mod + "/ModInfo.txt", "");
-        const auto before = lab.State("game");
-
-        std::string story = std::to_string(sequence) + ":";
-        const auto steps = 3 + pick(8);
-        for (std::size_t step = 0; step < steps + mods.size(); ++step) {
-            // In the end all are uninstalled.
-            const bool ends = step >= steps;
-            const auto& mod = mods[ends ? step - steps : pick(mods.size())];
-            if (!ends && (!lab.Installed(mod) || pick(3) == 0)) {
-                story += " +" + mod;
-                ASSERT_EQ(lab.Install(mod).outcome, InstallOutcome::Done) << story;
-            } else if (lab.Installed(mod)) {
-                story += " -" + mod;
-                ASSERT_FALSE(lab.Uninstall(mod).BackupStays()) << story;
-            }
-        }
-        ASSERT_EQ(Differences(before, lab.State("game")), "") << story;
-    }
-}
 
 } // namespace
 } // namespace quillbay

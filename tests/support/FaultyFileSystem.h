@@ -50,6 +50,9 @@ public:
     Result<bool> SameContents(Text file, Text other) const override {
         return Meet('.', &FileSystem::SameContents, file, other);
     }
+    Result<Fingerprint> FingerprintFile(Text file) const override {
+        return Meet('.', &FileSystem::FingerprintFile, file);
+    }
     Result<std::string> RealPath(Text path) const override { return Meet('.', &FileSystem::RealPath, path); }
     std::error_code MakeFolder(Text folder) override { return Meet('.', &FileSystem::MakeFolder, folder); }
     std::error_code RemoveEmptyFolder(Text folder) override {

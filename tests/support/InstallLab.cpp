@@ -49,8 +49,16 @@ void InstallLab::SetReadOnly(std::string_view path) {
 
 bool InstallLab::Installed(std::string_view mod) const { return IsInstalled(*files_, Job(mod).ModFolder()); }
 
-FileTime InstallLab::BackupTime(std::string_view mod) const {
-    return files_->Stat(Join(Job(mod).ModFolder(), kBackupName))->modified;
+std::int64_t InstallLab::Number(std::string_view mod) const {
+    const auto record = ReadInstallRecord(*files_, Join(Job(mod).ModFolder(), kBackupName));
+    return record && *record ? (*record)->number : 0;
+}
+
+Contents InstallLab::Saved(std::string_view mod) const {
+    const auto folder = "mods/" + std::string(mod);
+    auto contents = Read(folder + (fs::exists(Native(folder + "/Backup")) ? "/Backup" : "/backup"));
+    contents.erase(std::string(kRecordName));
+    return contents;
 }
 
 InstallResult InstallLab::Install(FileSystem& files, std::string_view mod) {

@@ -46,7 +46,10 @@ public:
 
     ModJob Job(std::string_view mod) const { return {temp_ / "game", temp_ / "mods", {std::string(mod)}}; }
     bool Installed(std::string_view mod) const;
-    FileTime BackupTime(std::string_view mod) const;
+    /// The mod's place in the order of installations; 0 without a record.
+    std::int64_t Number(std::string_view mod) const;
+    /// What the mod's `Backup` holds beside its record.
+    Contents Saved(std::string_view mod) const;
     InstallResult Install(std::string_view mod) { return Install(*files_, mod); }
     InstallResult Install(FileSystem& files, std::string_view mod);
     UninstallResult Uninstall(std::string_view mod) { return Uninstall(*files_, mod); }

@@ -24,14 +24,25 @@ OutcomeText& OutcomeText::Files(const std::vector<std::string>& files, const QSt
     return Note(lines.join(u'\n'));
 }
 
+OutcomeText& OutcomeText::Phrase(const QString& what, const QString& done) {
+    if (!what.isEmpty()) counts_ << what + done;
+    return *this;
+}
+
+OutcomeText& OutcomeText::Add(const QString& sentence) {
+    sentences_ << sentence;
+    return *this;
+}
+
 OutcomeText& OutcomeText::Note(const QString& text) {
     if (!text.isEmpty()) paragraphs_ << text;
     return *this;
 }
 
 QString OutcomeText::Sentence() const {
-    return beginning_ +
-           (counts_.isEmpty() ? QString() : QStringLiteral(": ") + counts_.join(QStringLiteral(", "))) + u'.';
+    const QString counts = counts_.join(QStringLiteral(", "));
+    const QString first = counts.isEmpty() ? beginning_ : beginning_ + QStringLiteral(": ") + counts;
+    return (QStringList(first) + sentences_).join(QStringLiteral(". ")) + u'.';
 }
 
 QString OutcomeText::ToolTip() const {

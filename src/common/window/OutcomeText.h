@@ -19,6 +19,10 @@ public:
     OutcomeText& Count(std::size_t files, const QString& what);
     /// The same, and the tool tip names the files.
     OutcomeText& Files(const std::vector<std::string>& files, const QString& what);
+    /// Among the counts, as it stands; not mentioned when `what` is empty.
+    OutcomeText& Phrase(const QString& what, const QString& done);
+    /// A second sentence, without its final point.
+    OutcomeText& Add(const QString& sentence);
     /// A reason or a file that the tool tip shows only.
     OutcomeText& Note(const QString& text);
 
@@ -31,6 +35,7 @@ public:
 private:
     QString beginning_;
     QStringList counts_;
+    QStringList sentences_;
     QStringList paragraphs_;
 };
 

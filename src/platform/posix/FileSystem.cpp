@@ -26,6 +26,7 @@ namespace quillbay {
 namespace {
 
 constexpr std::size_t kCompareBuffer = 128 * 1024;
+constexpr std::size_t kFingerprintBuffer = 64 * 1024; ///< on the stack
 
 std::error_code Failure(std::errc error) { return std::make_error_code(error); }
 
@@ -57,6 +58,22 @@ Result<std::size_t> ReadFully(int fd, char* buffer, std::size_t size, off_t offs
         done += static_cast<std::size_t>(count);
     }
     return done;
+}
+
+Result<Fingerprint> FingerprintOpen(int file, std::uint64_t size) {
+    std::array<char, kFingerprintBuffer> buffer;
+    const auto first = static_cast<std::size_t>(std::min<std::uint64_t>(size, buffer.size()));
+    auto count = ReadFully(file, buffer.data(), first, 0);
+    if (!count) return count.Error();
+    if (size <= buffer.size()) return FingerprintOf({buffer.data(), *count});
+    Fingerprinter fingerprinter;
+    for (off_t offset = 0; *count > 0;) {
+        fingerprinter.Add({buffer.data(), *count});
+        offset += static_cast<off_t>(*count);
+        count = ReadFully(file, buffer.data(), buffer.size(), offset);
+        if (!count) return count.Error();
+    }
+    return fingerprinter.Finish();
 }
 
 Result<bool> CompareOpen(int file, int other, std::uint64_t size) {
@@ -163,6 +180,13 @@ public:
         if (info.st_size != otherInfo.st_size) return false;
         if (info.st_dev == otherInfo.st_dev && info.st_ino == otherInfo.st_ino) return true;
         return CompareOpen(opened.Get(), otherOpened.Get(), static_cast<std::uint64_t>(info.st_size));
+    }
+
+    Result<Fingerprint> FingerprintFile(std::string_view file) const override {
+        UniqueFd opened;
+        struct stat info {};
+        if (const auto error = OpenFile(file, opened, info)) return error;
+        return FingerprintOpen(opened.Get(), static_cast<std::uint64_t>(info.st_size));
     }
 
     Result<std::uint64_t> TreeSize(std::string_view folder) const override {

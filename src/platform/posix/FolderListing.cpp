@@ -95,6 +95,8 @@ Result<FileInfo> StatEntry(std::string path) {
         entry.isMount = entry.kind == EntryKind::Folder && IsMountPoint(path);
     }
     entry.links = static_cast<unsigned>(info.st_nlink);
+    entry.changed = std::int64_t{info.st_ctim.tv_sec} * 1'000'000'000 + info.st_ctim.tv_nsec;
+    entry.id = {info.st_dev, info.st_ino};
     return entry;
 }
 

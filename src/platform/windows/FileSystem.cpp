@@ -21,6 +21,7 @@ namespace quillbay {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::size_t kBlock = 1u << 18; ///< bytes that are read at once
 constexpr std::int64_t kTicksPerSecond = 10'000'000;
 constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
@@ -117,6 +118,18 @@ std::error_code ReadAt(const Handle& file, std::uint64_t offset, std::string& by
     return {};
 }
 
+/// Nanoseconds since 1970; 0 where the file system does not keep the time.
+std::int64_t ChangeTimeOf(const Handle& file) {
+    FILE_BASIC_INFO basic{};
+    if (!GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &basic, sizeof basic)) return 0;
+    const auto ticks = basic.ChangeTime.QuadPart - kSecondsFrom1601To1970 * kTicksPerSecond;
+    return std::max<std::int64_t>(ticks, 0) * (1'000'000'000 / kTicksPerSecond);
+}
+
+FileId IdOf(const BY_HANDLE_FILE_INFORMATION& information) {
+    return {information.dwVolumeSerialNumber, Wide(information.nFileIndexHigh, information.nFileIndexLow)};
+}
+
 bool IsSameFile(const Handle& file, const Handle& other) {
     FILE_ID_INFO a{};
     FILE_ID_INFO b{};
@@ -191,6 +204,10 @@ public:
         BY_HANDLE_FILE_INFORMATION now{};
         if (!itself || !GetFileInformationByHandle(itself.Get(), &now)) return LastError();
         info.links = now.nNumberOfLinks;
+        info.changed = ChangeTimeOf(itself);
+        info.id = IdOf(now);
+        if (info.isLink)
+            if (const auto target = ReadInformation(*path)) info.id = IdOf(*target);
         // A folder holds size and time as they were when the file was last opened by this name.
         if (!info.isLink)
             SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow),
@@ -220,6 +237,24 @@ public:
         return NarrowText(*text);
     }
 
+    Result<Fingerprint> FingerprintFile(std::string_view file) const override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        const auto handle = OpenForReading(*path);
+        if (!handle) return handle.Error();
+        const auto size = SizeOf(*handle);
+        if (!size) return size.Error();
+        Fingerprinter fingerprinter;
+        std::string bytes;
+        for (std::uint64_t offset = 0; offset < *size; offset += bytes.size()) {
+            bytes.resize(static_cast<std::size_t>(std::min<std::uint64_t>(*size - offset, kBlock)));
+            if (const auto error = ReadAt(*handle, offset, bytes)) return error;
+            if (bytes.empty()) break;
+            fingerprinter.Add(bytes);
+        }
+        return fingerprinter.Finish();
+    }
+
     Result<bool> SameContents(std::string_view file, std::string_view other) const override {
         const auto pathA = LongPath(file);
         if (!pathA) return pathA.Error();
@@ -236,7 +271,6 @@ public:
         if (!sizeB) return sizeB.Error();
         if (*sizeA != *sizeB) return false;
 
-        constexpr std::size_t kBlock = 1u << 18;
         const auto block = static_cast<std::size_t>(std::min<std::uint64_t>(*sizeA, kBlock));
         std::string bytesA;
         std::string bytesB;

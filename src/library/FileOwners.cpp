@@ -1,0 +1,132 @@
+#include "library/FileOwners.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+/// True when a file that the system says has changed at `changed` certainly has not after `moment`, both in
+/// nanoseconds. Systems take the time of a change from a clock that runs up to some hundredths of a second
+/// late, and file systems that keep whole seconds round it down, FAT to even ones.
+bool IsBefore(std::int64_t changed, std::int64_t moment) {
+    constexpr std::int64_t kSecond = 1'000'000'000;
+    const std::int64_t late = changed % kSecond == 0 ? 2 * kSecond : kSecond / 20;
+    return changed > 0 && changed + late <= moment;
+}
+
+} // namespace
+
+const Result<FileInfo>& LookedAtFile::Info() {
+    if (!info_) info_ = files_.Stat(path_);
+    return *info_;
+}
+
+Result<bool> LookedAtFile::Holds(const RecordedFile& recorded, std::int64_t finished) {
+    if (isLink_) return false;
+    const auto& info = Info();
+    if (!info) return info.Error();
+    const auto& present = recorded.versions.back();
+    const bool isUntouched = recorded.state == RecordedState::Copied && IsBefore(info->changed, finished);
+    if (isUntouched && present.size == info->size && present.modified == info->modified) return true;
+    const auto& versions = recorded.versions;
+    if (std::ranges::find(versions, info->size, &FileVersion::size) == versions.end()) return false;
+    if (!bytes_) bytes_ = files_.FingerprintFile(path_);
+    if (!*bytes_) return bytes_->Error();
+    return std::ranges::find(versions, **bytes_, &FileVersion::bytes) != versions.end();
+}
+
+bool LookedAtFile::Resembles(const RecordedFile& recorded) {
+    const auto& info = Info();
+    return !isLink_ && info && std::ranges::any_of(recorded.versions, [&](const FileVersion& version) {
+        return version.size == info->size && version.modified == info->modified;
+    });
+}
+
+Result<bool> LookedAtFile::Equals(const std::string& other, bool otherIsLink) {
+    if (isLink_ != otherIsLink) return false;
+    if (!isLink_) return files_.SameContents(path_, other);
+    const auto text = files_.ReadLink(path_);
+    const auto otherText = files_.ReadLink(other);
+    if (!text) return text.Error();
+    if (!otherText) return otherText.Error();
+    return *text == *otherText;
+}
+
+bool LookedAtFile::IsSameFileAs(const std::string& other) {
+    const auto& info = Info();
+    if (!info || info->links < 2 || info->id == FileId{}) return false;
+    const auto otherInfo = files_.Stat(other);
+    return otherInfo && otherInfo->id == info->id;
+}
+
+struct FileOwners::Mod {
+    explicit Mod(const InstalledMod& installed) : mod(installed) {
+        if (installed.record) record.emplace(installed.record->files);
+    }
+
+    const InstalledMod& mod;
+    std::optional<RecordIndex> record;
+    // Without a record the mod's present files are what it has installed.
+    std::optional<KnownFolders> folders;
+    std::optional<EntryIndex> index;
+    std::optional<KnownFolders> savedFolders;
+    std::optional<EntryIndex> saved;
+};
+
+FileOwners::FileOwners(const FileSystem& files, const std::vector<InstalledMod>& mods) : files_(files) {
+    for (const auto& mod : mods)
+        mods_.push_back(std::make_unique<Mod>(mod));
+}
+
+FileOwners::~FileOwners() = default;
+
+const KnownFolders& FileOwners::Listed(std::optional<KnownFolders>& folders, const std::string& root) {
+    if (!folders) folders = ListKnownFolders(files_, root, Detail::Names);
+    return *folders;
+}
+
+Result<const InstalledMod*> FileOwners::FindOwner(LookedAtFile& file, std::size_t position,
+                                                  std::string_view name, std::int64_t after) {
+    for (const auto& mod : mods_) {
+        if (mod->mod.order <= after) continue;
+        if (mod->record) {
+            const auto* recorded = mod->record->Find(position, name);
+            if (!recorded) continue;
+            const auto holds = file.Holds(*recorded, mod->mod.record->finished);
+            if (!holds) return holds.Error();
+            if (*holds) return &mod->mod;
+            continue;
+        }
+        if (file.IsLink()) continue;
+        if (!mod->index) mod->index.emplace(Listed(mod->folders, mod->mod.folder));
+        const auto* entry = mod->index->Find(position, name);
+        if (!entry || !entry->IsPlainFile()) continue;
+        const auto same = file.Equals(mod->index->PathOf(position, *entry), false);
+        if (!same) return same.Error();
+        if (*same) return &mod->mod;
+    }
+    return nullptr;
+}
+
+const InstalledMod* FileOwners::GuessOwner(LookedAtFile& file, std::size_t position, std::string_view name) {
+    for (const auto& mod : mods_) {
+        const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
+        if (recorded && file.Resembles(*recorded)) return &mod->mod;
+    }
+    return nullptr;
+}
+
+bool FileOwners::IsSaved(LookedAtFile& file, std::size_t position, std::string_view name) {
+    return std::ranges::any_of(mods_, [&](const auto& mod) {
+        if (!mod->saved) mod->saved.emplace(Listed(mod->savedFolders, mod->mod.backup));
+        const auto* copy = mod->saved->Find(position, name);
+        if (!copy || !IsReplaceable(*copy)) return false;
+        const auto path = mod->saved->PathOf(position, *copy);
+        // Another name of the file itself is no second place.
+        const auto same = file.Equals(path, copy->isLink);
+        return same && *same && !file.IsSameFileAs(path);
+    });
+}
+
+} // namespace quillbay

@@ -1,0 +1,114 @@
+#include "library/GameGuard.h"
+
+#include "platform/LocalTime.h"
+#include "platform/PathText.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+
+namespace quillbay {
+
+namespace {
+
+/// Sorts by time as text, and is a folder's name on every system.
+std::string DateAndTime() {
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    const auto local = ToLocalTime(now);
+    const auto day = std::chrono::floor<std::chrono::days>(local);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss time(local - day);
+    std::array<char, 40> text{};
+    const int length =
+        std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d.%02d.%02d", int(date.year()),
+                      unsigned(date.month()), unsigned(date.day()), int(time.hours().count()),
+                      int(time.minutes().count()), int(time.seconds().count()));
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+} // namespace
+
+GameGuard::GameGuard(FileSystem& files, const JobPlan& plan)
+    : files_(files), plan_(plan), owners_(files, plan.otherMods), keptBefore_(plan.lastChangedFolders) {}
+
+Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
+    if (file.IsLink()) return false;
+    if (place.recorded) {
+        const auto holds = file.Holds(*place.recorded, plan_.Record()->finished);
+        if (!holds || !*holds) return holds;
+        return place.modPath.empty() || !file.IsSameFileAs(place.modPath);
+    }
+    // Without a record the mod's present files are what it has installed.
+    if (plan_.Record() || place.modPath.empty()) return false;
+    const auto same = file.Equals(place.modPath, false);
+    if (!same || !*same) return same;
+    return !file.IsSameFileAs(place.modPath);
+}
+
+std::error_code GameGuard::Secure(LookedAtFile& file, const GamePlace& place) {
+    const auto owner = owners_.FindOwner(file, place.position, place.name);
+    if (owner && *owner) {
+        ++replaced_[std::string((*owner)->Name())];
+        return {};
+    }
+    if (!place.savedPath.empty()) {
+        const auto saved = file.Equals(place.savedPath, place.savedIsLink);
+        if (saved && *saved) return {};
+    }
+    if (owners_.IsSaved(file, place.position, place.name)) return {};
+    return Keep(file, place);
+}
+
+std::optional<std::string> GameGuard::KeptBefore(LookedAtFile& file, const GamePlace& place) {
+    const auto* entry = keptBefore_.Find(place.position, place.name);
+    if (!entry) return std::nullopt;
+    auto path = keptBefore_.PathOf(place.position, *entry);
+    if (!file.IsSameFileAs(path)) return std::nullopt;
+    return path;
+}
+
+std::error_code GameGuard::Keep(LookedAtFile& file, const GamePlace& place) {
+    // By a command that was interrupted just then.
+    if (auto before = KeptBefore(file, place)) {
+        kept_.emplace(file.Path(), std::move(*before));
+        return {};
+    }
+    if (const auto error = MakeChangedFolder()) return error;
+    const auto folder = folders_->Ensure(place.position);
+    if (!folder) return folder.Error();
+    auto path = Join(*folder, LastComponent(file.Path()));
+    if (files_.HardLink(file.Path(), path, false))
+        if (const auto error = files_.Copy(file.Path(), path, {.keepLink = true, .flush = true}))
+            return error;
+    kept_.emplace(file.Path(), std::move(path));
+    return {};
+}
+
+std::error_code GameGuard::MakeChangedFolder() {
+    if (folders_ || noFolder_) return noFolder_;
+    const auto changed = Join(plan_.modFolder, kChangedName);
+    if ((noFolder_ = files_.MakeFolder(changed))) return noFolder_;
+    // What is kept there must not lie in the game.
+    const auto info = files_.Stat(changed);
+    if (!info || info->isLink)
+        return noFolder_ =
+                   info ? std::make_error_code(std::errc::too_many_symbolic_link_levels) : info.Error();
+    const auto wanted = Join(changed, DateAndTime());
+    auto path = wanted;
+    for (int number = 2; files_.Stat(path); ++number)
+        path = wanted + " " + std::to_string(number);
+    if ((noFolder_ = files_.MakeFolder(path))) return noFolder_;
+    folders_.emplace(files_, path);
+    return {};
+}
+
+void GameGuard::StaysInGame(const LookedAtFile& file) {
+    const auto kept = kept_.find(file.Path());
+    if (kept == kept_.end()) return;
+    if (const auto error = files_.RemoveFile(kept->second))
+        Ignore(error);
+    else
+        kept_.erase(kept);
+}
+
+} // namespace quillbay

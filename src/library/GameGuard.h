@@ -1,0 +1,67 @@
+#pragma once
+
+#include "library/FileOwners.h"
+#include "library/FolderMaker.h"
+#include "library/ModJob.h"
+#include "platform/FileSystem.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace quillbay {
+
+/// A file in the game's place of a mod's file, and what the mod's `Backup` has for it.
+struct GamePlace {
+    std::size_t position = 0; ///< in GameFolders, from 0
+    std::string name; ///< in the game: the spelling of what is saved, else of what is there, else of the mod
+    std::string gamePath; ///< of the game's file or link; empty when there is none
+    bool gameIsLink = false;
+    bool gameIsBlocked = false; ///< a folder or device has the name
+    std::string savedPath;      ///< empty when there is no saved copy
+    bool savedIsLink = false;
+    const RecordedFile* recorded = nullptr; ///< in the mod's record
+    std::string modPath;                    ///< of the mod's present file; empty when it has none
+};
+
+/// Stands before every file of the game that is going to be overwritten or deleted: its bytes must be in a
+/// named place. They are when a mod has installed them or a `Backup` holds them; else they are first kept in
+/// the mod's folder, in `Changed\<date time>\<folder>\<name>`. One object serves one command.
+class GameGuard {
+public:
+    /// `plan` must outlive it.
+    GameGuard(FileSystem& files, const JobPlan& plan);
+
+    /// True when the mod at work has put there what the file holds. Another name of the mod's own file is not
+    /// its installed copy.
+    Result<bool> IsModsOwn(LookedAtFile& file, const GamePlace& place);
+    /// Makes sure of the bytes of a file that is not the mod's own. On failure the file must be left alone.
+    [[nodiscard]] std::error_code Secure(LookedAtFile& file, const GamePlace& place);
+    /// Takes back what Secure has kept, since the file stayed in the game after all.
+    void StaysInGame(const LookedAtFile& file);
+
+    FileOwners& Owners() { return owners_; }
+    /// The game's files that were kept, and where.
+    const std::map<std::string, std::string>& Kept() const { return kept_; }
+    /// How many files of other installed mods were allowed to be replaced, by the mods' names.
+    const std::map<std::string, std::size_t>& ReplacedOfOthers() const { return replaced_; }
+
+private:
+    std::error_code Keep(LookedAtFile& file, const GamePlace& place);
+    std::error_code MakeChangedFolder();
+    std::optional<std::string> KeptBefore(LookedAtFile& file, const GamePlace& place);
+
+    FileSystem& files_;
+    const JobPlan& plan_;
+    FileOwners owners_;
+    EntryIndex keptBefore_;
+    std::optional<FolderMaker> folders_;
+    std::error_code noFolder_;
+    std::map<std::string, std::string> kept_;
+    std::map<std::string, std::size_t> replaced_;
+};
+
+} // namespace quillbay

@@ -1,0 +1,175 @@
+#include "library/GiveBack.h"
+
+#include "platform/PathText.h"
+
+namespace quillbay {
+
+PlaceFinder::PlaceFinder(const JobPlan& plan) : game_(plan.gameFolders), saved_(plan.backupFolders) {
+    if (plan.Record()) record_.emplace(plan.Record()->files);
+}
+
+GamePlace PlaceFinder::Find(std::size_t position, const std::string& name) {
+    GamePlace place;
+    place.position = position;
+    place.name = name;
+    if (record_) place.recorded = record_->Find(position, name);
+    const auto* copy = saved_.Find(position, name);
+    if (copy && IsReplaceable(*copy)) {
+        place.name = copy->name;
+        place.savedPath = saved_.PathOf(position, *copy);
+        place.savedIsLink = copy->isLink;
+    }
+    if (const auto* inGame = game_.Find(position, place.name)) {
+        place.gamePath = game_.PathOf(position, *inGame);
+        place.gameIsLink = inGame->isLink;
+        place.gameIsBlocked = !IsReplaceable(*inGame);
+        if (place.savedPath.empty()) place.name = inGame->name;
+    }
+    return place;
+}
+
+std::vector<GamePlace> FindOtherRecorded(const JobPlan& plan,
+                                         const std::unordered_set<const RecordedFile*>& present) {
+    PlaceFinder finder(plan);
+    std::vector<GamePlace> places;
+    for (const auto& recorded : plan.Record()->files)
+        if (!present.contains(&recorded)) places.push_back(finder.Find(recorded.position, recorded.name));
+    return places;
+}
+
+std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan) {
+    std::vector<LaterMod> later;
+    for (const auto& mod : plan.otherMods) {
+        if (!plan.installed || mod.order <= plan.installed->order) continue;
+        later.push_back({mod, ListKnownFolders(files, mod.backup, Detail::Names, &plan.failure)});
+        AddLeftovers(later.back().backupFolders, plan.leftoverFiles);
+    }
+    return later;
+}
+
+void EndSharing(FileSystem& files, const std::string& copy) {
+    const auto info = files.Stat(copy);
+    if (info && info->kind != EntryKind::Folder && info->links > 1)
+        Ignore(files.Copy(copy, copy, {.replace = true, .keepLink = true, .flush = true}));
+}
+
+std::error_code EndInstalledState(FileSystem& files, const InstalledMod& mod, std::string& remains) {
+    remains = Join(mod.folder, kTempBackup);
+    if (!files.Rename(mod.backup, remains)) return {};
+    InstallRecord ended;
+    ended.finished = kGivenUp;
+    remains = mod.backup;
+    return files.WriteFile(Join(mod.backup, kRecordName), ToText(ended));
+}
+
+GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
+                   SavedCopies copies, GiveBackResult& result)
+    : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), copies_(copies), result_(result) {
+}
+
+void GiveBack::Delete(const GamePlace& place) {
+    if (place.gamePath.empty() || place.gameIsBlocked) return;
+    LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+    const auto own = guard_.IsModsOwn(file, place);
+    if (!own || !*own) {
+        if (plan_.installed) {
+            (own ? result_.notOurs : result_.notDeleted).push_back(place.gamePath);
+            return;
+        }
+        // Without a backup every file of these names goes, but not for good.
+        const auto isOtherName = !place.modPath.empty() && file.IsSameFileAs(place.modPath);
+        if (isOtherName || guard_.Secure(file, place)) {
+            (isOtherName ? result_.notOurs : result_.notDeleted).push_back(place.gamePath);
+            return;
+        }
+    }
+    if (files_.RemoveFile(place.gamePath)) {
+        guard_.StaysInGame(file);
+        result_.notDeleted.push_back(place.gamePath);
+    } else {
+        ++result_.deleted;
+    }
+}
+
+bool GiveBack::Restore(const GamePlace& place) {
+    const auto isBack = [&] {
+        if (place.gameIsBlocked) return false;
+        if (place.gamePath.empty()) return PutBack(place);
+        LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+        const auto own = guard_.IsModsOwn(file, place);
+        if (own && *own) return PutBack(place);
+        if (IsBackAlready(file, place)) return true;
+        if (guard_.Secure(file, place)) return false;
+        if (PutBack(place)) return true;
+        guard_.StaysInGame(file);
+        return false;
+    }();
+    if (isBack)
+        ++result_.restored;
+    else
+        result_.notRestored.push_back(place.savedPath);
+    return isBack;
+}
+
+bool GiveBack::PutBack(const GamePlace& place) {
+    const auto folder = gameFolders_.Ensure(place.position);
+    if (!folder) return false;
+    const auto target = Join(*folder, place.name);
+    const bool replaces = !place.gamePath.empty();
+    if (replaces && LastComponent(place.gamePath) != place.name && files_.Rename(place.gamePath, target))
+        return false;
+    if (copies_ == SavedCopies::MayBeShared && !files_.HardLink(place.savedPath, target, replaces))
+        return true;
+    return !files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true});
+}
+
+bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
+    if (LastComponent(place.gamePath) != place.name) return false;
+    if (!place.gameIsLink) {
+        if (place.savedIsLink) return false;
+        const auto saved = files_.Stat(place.savedPath);
+        const auto& game = file.Info();
+        if (!saved || !game || saved->size != game->size || saved->modified != game->modified ||
+            saved->readOnly != game->readOnly)
+            return false;
+        // What stays in `Backup` and what is in the game are two files.
+        if (copies_ == SavedCopies::Stay && saved->links > 1) return false;
+    }
+    const auto same = file.Equals(place.savedPath, place.savedIsLink);
+    return same && *same;
+}
+
+Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string& copy) const {
+    LookedAtFile file(files_, copy, false);
+    if (place.recorded) return file.Holds(*place.recorded, 0);
+    return place.modPath.empty() ? Result<bool>(false) : file.Equals(place.modPath, false);
+}
+
+void GiveBack::HandOver(const std::vector<LaterMod>& laterMods, const std::vector<const GamePlace*>& places) {
+    for (const auto& later : laterMods) {
+        EntryIndex copies(later.backupFolders);
+        for (const auto* place : places) {
+            const auto* copy = copies.Find(place->position, place->name);
+            if (!copy || copy->kind != EntryKind::File || copy->isLink) continue;
+            const auto path = copies.PathOf(place->position, *copy);
+            const auto isOurs = IsInstalledHere(*place, path);
+            if (isOurs && !*isOurs) continue;
+            if (isOurs) {
+                const auto error = place->savedPath.empty()
+                                       ? files_.RemoveFile(path)
+                                       : files_.Copy(place->savedPath, path,
+                                                     {.replace = true, .keepLink = true, .flush = true});
+                if (!error) continue;
+            }
+            result_.notHandedOver.push_back(path);
+        }
+    }
+}
+
+bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
+    if (place.savedIsLink) return false;
+    const auto own = IsInstalledHere(place, place.savedPath);
+    return !own || *own;
+}
+
+} // namespace quillbay

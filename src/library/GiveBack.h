@@ -1,0 +1,99 @@
+#pragma once
+
+#include "library/FolderMaker.h"
+#include "library/GameGuard.h"
+#include "library/ModJob.h"
+#include "platform/FileSystem.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace quillbay {
+
+/// A mod that was installed after the one at work and may have saved its files.
+struct LaterMod {
+    InstalledMod mod;
+    KnownFolders backupFolders;
+};
+
+/// What giving back has done; paths name the files concerned.
+struct GiveBackResult {
+    std::size_t deleted = 0;                ///< mod files removed from the game
+    std::size_t restored = 0;               ///< saved copies that are back in the game
+    std::vector<std::string> notOurs;       ///< game files left alone: they are not the mod's
+    std::vector<std::string> notDeleted;    ///< game files that could not be deleted or told from the mod's
+    std::vector<std::string> notRestored;   ///< saved copies that could not be put back
+    std::vector<std::string> notHandedOver; ///< saved copies of later mods that could not be corrected
+};
+
+/// Finds the places of files that come position by position: in the listed game, in the listed `Backup`, in
+/// the record.
+class PlaceFinder {
+public:
+    /// `plan` must outlive it and what it finds.
+    explicit PlaceFinder(const JobPlan& plan);
+    /// `name` is the mod's.
+    GamePlace Find(std::size_t position, const std::string& name);
+
+private:
+    EntryIndex game_;
+    EntryIndex saved_;
+    std::optional<RecordIndex> record_;
+};
+
+/// The places of the plan's record, which it must have, that are not among `present`.
+std::vector<GamePlace> FindOtherRecorded(const JobPlan& plan,
+                                         const std::unordered_set<const RecordedFile*>& present);
+
+/// The mods installed after the plan's own, with their backups listed; leftovers in these are noted in the
+/// plan.
+std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan);
+
+/// A saved copy that stays must not change with the game's file.
+void EndSharing(FileSystem& files, const std::string& copy);
+
+/// Ends the state of being installed by one rename of `Backup`. Where the folder cannot be renamed (it is in
+/// use, or belongs to the lower layer of an overlay) a record that says so ends it. `remains` is what is to
+/// be swept: nobody's data any more. On failure nothing has changed.
+[[nodiscard]] std::error_code EndInstalledState(FileSystem& files, const InstalledMod& mod,
+                                                std::string& remains);
+
+/// Gives the game what it had before a mod put its files there: saved copies, or nothing.
+class GiveBack {
+public:
+    enum class SavedCopies {
+        MayBeShared, ///< they go when all is done, so that the game gets them as second names without copying
+        Stay,
+    };
+
+    GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
+             SavedCopies copies, GiveBackResult& result);
+
+    /// For a place without a saved copy: takes the mod's own file away.
+    void Delete(const GamePlace& place);
+    /// For a place with a saved copy: puts that back. True when it is there.
+    bool Restore(const GamePlace& place);
+    /// Mods installed later have saved this mod's file where they replaced it. They get what the game gets
+    /// now, so that uninstalling them does not bring this mod back. `places` are those that have what they
+    /// had.
+    void HandOver(const std::vector<LaterMod>& laterMods, const std::vector<const GamePlace*>& places);
+    /// True when the saved copy of a place cannot be told from what the mod has installed there.
+    bool MayBeModsOwn(const GamePlace& place) const;
+
+private:
+    bool PutBack(const GamePlace& place);
+    bool IsBackAlready(LookedAtFile& file, const GamePlace& place);
+    Result<bool> IsInstalledHere(const GamePlace& place, const std::string& copy) const;
+
+    FileSystem& files_;
+    const JobPlan& plan_;
+    FolderMaker& gameFolders_;
+    GameGuard& guard_;
+    SavedCopies copies_;
+    GiveBackResult& result_;
+};
+
+} // namespace quillbay

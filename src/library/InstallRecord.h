@@ -1,0 +1,74 @@
+#pragma once
+
+#include "library/PositionIndex.h"
+#include "platform/FileSystem.h"
+#include "platform/Fingerprint.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What an installation writes down in `Backup`, so that whatever happens to the mod, to the game and to the
+/// times of folders afterwards, it stays known which files of the game are the mod's.
+namespace quillbay {
+
+/// In a `Backup` folder.
+inline constexpr std::string_view kRecordName = "~quillbay.record";
+
+/// Instead of the time at which an installation came to its end: everything was given back, and only the
+/// folder could not be moved away. What is in it is nobody's data.
+inline constexpr std::int64_t kGivenUp = -1;
+
+/// The bytes that a mod has installed under one name.
+struct FileVersion {
+    std::uint64_t size = 0; ///< bytes
+    FileTime modified{};    ///< of the mod's file, and of the game's after it was copied
+    Fingerprint bytes;
+
+    friend bool operator==(const FileVersion&, const FileVersion&) = default;
+};
+
+enum class RecordedState {
+    Copied,    ///< the last installation has copied the present version into the game
+    Uncertain, ///< it may not have
+    GivenBack, ///< the mod lacks the file now, so that the game has again what it had before
+};
+
+/// A file that a mod has put into the game.
+struct RecordedFile {
+    std::size_t position = 0; ///< in GameFolders, from 0
+    std::string name;         ///< in the mod's spelling when it was first installed
+    RecordedState state = RecordedState::Uncertain;
+    std::vector<FileVersion>
+        versions; ///< every one that was ever installed, the present one last; never empty
+
+    friend bool operator==(const RecordedFile&, const RecordedFile&) = default;
+};
+
+struct InstallRecord {
+    /// The place in the order of installations: greater than that of every mod that was installed before.
+    std::int64_t number = 0;
+    std::string game; ///< real path of the game directory
+    /// When the last installation came to its end, in nanoseconds since 1970; 0 when it did not; or kGivenUp.
+    /// A file that it has copied and that has not changed since needs no reading.
+    std::int64_t finished = 0;
+    std::vector<RecordedFile> files; ///< by position
+
+    friend bool operator==(const InstallRecord&, const InstallRecord&) = default;
+};
+
+/// UTF-8, lines that end with LF: a head, a line for each file, and a fingerprint of all of them.
+std::string ToText(const InstallRecord& record);
+
+/// Nothing when `text` is no whole record of this version of the format.
+std::optional<InstallRecord> ParseInstallRecord(std::string_view text);
+
+/// The record of a `Backup` folder; none when there is none that can be understood. An error when it is there
+/// and the system does not let it be read.
+Result<std::optional<InstallRecord>> ReadInstallRecord(const FileSystem& files, std::string_view backup);
+
+using RecordIndex = PositionIndex<RecordedFile>;
+
+} // namespace quillbay

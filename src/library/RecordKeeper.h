@@ -1,0 +1,52 @@
+#pragma once
+
+#include "library/InstallRecord.h"
+#include "library/ModInstaller.h"
+#include "platform/FileSystem.h"
+
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace quillbay {
+
+/// Writes the record of one installation: before the first file of the game changes, and when all are in
+/// place.
+class RecordKeeper {
+public:
+    /// `plan` must outlive it.
+    RecordKeeper(FileSystem& files, const InstallPlan& plan);
+
+    /// Reads what the plan's item of that index is going to put into the game. A file that has the size and
+    /// the time of the version that was installed last is not read again. On failure the item must not be
+    /// installed.
+    [[nodiscard]] std::error_code Add(std::size_t item);
+    /// The item, which was added, is in the game now.
+    void SetCopied(std::size_t item);
+    /// The item, which was added, is not in the game, and nothing was saved for it: an uninstallation must
+    /// not take what the game has there for the mod's.
+    void Drop(std::size_t item);
+    /// A file of the plan's record, which the mod lacks now.
+    void SetGivenBack(const RecordedFile& file);
+
+    [[nodiscard]] std::error_code WriteBegun(std::string_view backup);
+    [[nodiscard]] std::error_code WriteFinished(std::string_view backup);
+
+private:
+    /// Where an item stands in the record.
+    struct Entry {
+        std::size_t index = 0;
+        bool isNewVersion = false;
+    };
+
+    RecordedFile& FileOf(std::size_t item);
+
+    std::error_code Write(std::string_view backup) const;
+
+    FileSystem& files_;
+    const InstallPlan& plan_;
+    InstallRecord record_; ///< the former files in their places, new ones behind them
+    std::vector<Entry> entries_;
+};
+
+} // namespace quillbay
