@@ -1,6 +1,7 @@
 #include "library/FileOwners.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace quillbay {
 
@@ -29,11 +30,24 @@ Result<bool> LookedAtFile::Holds(const RecordedFile& recorded, std::int64_t fini
     const auto& present = recorded.versions.back();
     const bool isUntouched = recorded.state == RecordedState::Copied && IsBefore(info->changed, finished);
     if (isUntouched && present.size == info->size && present.modified == info->modified) return true;
-    const auto& versions = recorded.versions;
-    if (std::ranges::find(versions, info->size, &FileVersion::size) == versions.end()) return false;
+    return ReadsAs(recorded.versions, std::numeric_limits<std::int64_t>::max());
+}
+
+Result<bool> LookedAtFile::HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy) {
+    return isLink_ ? Result<bool>(false) : ReadsAs(recorded.versions, savedBy);
+}
+
+Result<bool> LookedAtFile::ReadsAs(const std::vector<FileVersion>& versions, std::int64_t before) {
+    const auto& info = Info();
+    if (!info) return info.Error();
+    const auto mayBe = [&](const FileVersion& version) {
+        return version.size == info->size && version.installed < before;
+    };
+    if (std::ranges::none_of(versions, mayBe)) return false;
     if (!bytes_) bytes_ = files_.FingerprintFile(path_);
     if (!*bytes_) return bytes_->Error();
-    return std::ranges::find(versions, **bytes_, &FileVersion::bytes) != versions.end();
+    return std::ranges::any_of(
+        versions, [&](const FileVersion& version) { return mayBe(version) && version.bytes == **bytes_; });
 }
 
 bool LookedAtFile::Resembles(const RecordedFile& recorded) {
@@ -58,6 +72,10 @@ bool LookedAtFile::IsSameFileAs(const std::string& other) {
     if (!info || info->links < 2 || info->id == FileId{}) return false;
     const auto otherInfo = files_.Stat(other);
     return otherInfo && otherInfo->id == info->id;
+}
+
+std::int64_t SavedBy(const InstalledMod& mod, const RecordedFile* recorded) {
+    return recorded && recorded->saved > 0 ? recorded->saved : mod.order;
 }
 
 struct FileOwners::Mod {
@@ -117,15 +135,45 @@ const InstalledMod* FileOwners::GuessOwner(LookedAtFile& file, std::size_t posit
     return nullptr;
 }
 
+const DirEntry* FileOwners::FindSaved(Mod& mod, std::size_t position, std::string_view name) {
+    if (!mod.saved) mod.saved.emplace(Listed(mod.savedFolders, mod.mod.backup));
+    const auto* copy = mod.saved->Find(position, name);
+    return copy && IsReplaceable(*copy) ? copy : nullptr;
+}
+
 bool FileOwners::IsSaved(LookedAtFile& file, std::size_t position, std::string_view name) {
     return std::ranges::any_of(mods_, [&](const auto& mod) {
-        if (!mod->saved) mod->saved.emplace(Listed(mod->savedFolders, mod->mod.backup));
-        const auto* copy = mod->saved->Find(position, name);
-        if (!copy || !IsReplaceable(*copy)) return false;
+        const auto* copy = FindSaved(*mod, position, name);
+        if (!copy) return false;
         const auto path = mod->saved->PathOf(position, *copy);
         // Another name of the file itself is no second place.
         const auto same = file.Equals(path, copy->isLink);
         return same && *same && !file.IsSameFileAs(path);
+    });
+}
+
+std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
+FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name) {
+    std::vector<std::pair<const InstalledMod*, const RecordedFile*>> owners;
+    for (const auto& mod : mods_) {
+        const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
+        if (!recorded || recorded->state == RecordedState::GivenBack || FindSaved(*mod, position, name))
+            continue;
+        const auto holds = file.Holds(*recorded, mod->mod.record->finished);
+        if (holds && *holds && !IsSavedAfter(*mod, *recorded, name)) owners.emplace_back(&mod->mod, recorded);
+    }
+    return owners;
+}
+
+bool FileOwners::IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name) {
+    return std::ranges::any_of(mods_, [&](const auto& mod) {
+        const auto* copy =
+            mod->mod.order > owner.mod.order ? FindSaved(*mod, recorded.position, name) : nullptr;
+        if (!copy) return false;
+        LookedAtFile saved(files_, mod->saved->PathOf(recorded.position, *copy), copy->isLink);
+        const auto holds = saved.HoldsSaved(
+            recorded, SavedBy(mod->mod, mod->record ? mod->record->Find(recorded.position, name) : nullptr));
+        return holds && *holds;
     });
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// Whose bytes a file of the game holds.
@@ -27,6 +28,8 @@ public:
     /// at `finished` (as in InstallRecord), and has its size and time and has not changed since, is not read.
     /// A link holds none.
     Result<bool> Holds(const RecordedFile& recorded, std::int64_t finished);
+    /// The same of a saved copy, which the installation of that number has made: the version must be older.
+    Result<bool> HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy);
     /// True when size and time say that it is one of the versions; for what is only shown.
     bool Resembles(const RecordedFile& recorded);
     /// True when it has the same bytes, or, as a link, the same text.
@@ -39,9 +42,15 @@ private:
     const FileSystem& files_;
     std::string path_;
     bool isLink_;
+    Result<bool> ReadsAs(const std::vector<FileVersion>& versions, std::int64_t before);
+
     std::optional<Result<FileInfo>> info_;
     std::optional<Result<Fingerprint>> bytes_;
 };
+
+/// The number of the installation that made the saved copy of a file; `recorded`, in the record of `mod`, may
+/// be null.
+std::int64_t SavedBy(const InstalledMod& mod, const RecordedFile* recorded);
 
 /// The installed mods beside the one at work: what they have installed and saved. Folders are listed when
 /// they are first asked for. Names are asked for position by position.
@@ -59,8 +68,15 @@ public:
     /// True when one of the mods has saved there what the file holds.
     bool IsSaved(LookedAtFile& file, std::size_t position, std::string_view name);
 
+    /// The mods that have installed there what the file holds and have saved nothing there, with what they
+    /// recorded.
+    std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
+    FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name);
+
 private:
     struct Mod;
+    const DirEntry* FindSaved(Mod& mod, std::size_t position, std::string_view name);
+    bool IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name);
     const KnownFolders& Listed(std::optional<KnownFolders>& folders, const std::string& root);
 
     const FileSystem& files_;

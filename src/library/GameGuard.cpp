@@ -34,6 +34,7 @@ GameGuard::GameGuard(FileSystem& files, const JobPlan& plan)
 Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
     if (file.IsLink()) return false;
     if (place.recorded) {
+        if (place.recorded->state == RecordedState::GivenBack) return false;
         const auto holds = file.Holds(*place.recorded, plan_.Record()->finished);
         if (!holds || !*holds) return holds;
         return place.modPath.empty() || !file.IsSameFileAs(place.modPath);
@@ -43,6 +44,30 @@ Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
     const auto same = file.Equals(place.modPath, false);
     if (!same || !*same) return same;
     return !file.IsSameFileAs(place.modPath);
+}
+
+void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
+    std::map<const InstalledMod*, InstallRecord> records;
+    for (const auto* place : places) {
+        if (place->gamePath.empty() || place->gameIsLink) continue;
+        LookedAtFile file(files_, place->gamePath, false);
+        for (const auto& [mod, recorded] : owners_.FindUnsavedOwners(file, place->position, place->name)) {
+            // What this mod has saved from that one will be that one's again.
+            LookedAtFile saved(files_, place->savedPath, place->savedIsLink);
+            const auto comesBack =
+                place->savedPath.empty()
+                    ? Result<bool>(false)
+                    : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
+            if (comesBack && *comesBack) continue;
+            const auto index = static_cast<std::size_t>(recorded - mod->record->files.data());
+            records.try_emplace(mod, *mod->record).first->second.files[index].state =
+                RecordedState::GivenBack;
+        }
+    }
+    for (const auto& [mod, record] : records) {
+        const auto path = Join(mod->backup, kRecordName);
+        failure.Note(path, files_.WriteFile(path, ToText(record)));
+    }
 }
 
 std::error_code GameGuard::Secure(LookedAtFile& file, const GamePlace& place) {

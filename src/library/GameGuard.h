@@ -38,6 +38,11 @@ public:
     /// True when the mod at work has put there what the file holds. Another name of the mod's own file is not
     /// its installed copy.
     Result<bool> IsModsOwn(LookedAtFile& file, const GamePlace& place);
+    /// To be called before the game's files of these places are replaced by saved copies or by the mod's own
+    /// files. Mods that have installed them and have saved nothing there would take what comes there later
+    /// for their own: their records say from now on that it is not. On failure, of the record at
+    /// `failure.path`, nothing may be replaced.
+    void TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure);
     /// Makes sure of the bytes of a file that is not the mod's own. On failure the file must be left alone.
     [[nodiscard]] std::error_code Secure(LookedAtFile& file, const GamePlace& place);
     /// Takes back what Secure has kept, since the file stayed in the game after all.

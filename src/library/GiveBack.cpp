@@ -2,6 +2,8 @@
 
 #include "platform/PathText.h"
 
+#include <limits>
+
 namespace quillbay {
 
 PlaceFinder::PlaceFinder(const JobPlan& plan) : game_(plan.gameFolders), saved_(plan.backupFolders) {
@@ -139,20 +141,17 @@ bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
     return same && *same;
 }
 
-Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string& copy) const {
-    LookedAtFile file(files_, copy, false);
-    if (place.recorded) return file.Holds(*place.recorded, 0);
-    return place.modPath.empty() ? Result<bool>(false) : file.Equals(place.modPath, false);
-}
-
 void GiveBack::HandOver(const std::vector<LaterMod>& laterMods, const std::vector<const GamePlace*>& places) {
     for (const auto& later : laterMods) {
         EntryIndex copies(later.backupFolders);
+        std::optional<RecordIndex> record;
+        if (later.mod.record) record.emplace(later.mod.record->files);
         for (const auto* place : places) {
             const auto* copy = copies.Find(place->position, place->name);
             if (!copy || copy->kind != EntryKind::File || copy->isLink) continue;
             const auto path = copies.PathOf(place->position, *copy);
-            const auto isOurs = IsInstalledHere(*place, path);
+            const auto* recorded = record ? record->Find(place->position, place->name) : nullptr;
+            const auto isOurs = IsInstalledHere(*place, path, SavedBy(later.mod, recorded));
             if (isOurs && !*isOurs) continue;
             if (isOurs) {
                 const auto error = place->savedPath.empty()
@@ -166,9 +165,16 @@ void GiveBack::HandOver(const std::vector<LaterMod>& laterMods, const std::vecto
     }
 }
 
+Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string& copy,
+                                       std::int64_t savedBy) const {
+    LookedAtFile file(files_, copy, false);
+    if (place.recorded) return file.HoldsSaved(*place.recorded, savedBy);
+    return place.modPath.empty() ? Result<bool>(false) : file.Equals(place.modPath, false);
+}
+
 bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
     if (place.savedIsLink) return false;
-    const auto own = IsInstalledHere(place, place.savedPath);
+    const auto own = IsInstalledHere(place, place.savedPath, std::numeric_limits<std::int64_t>::max());
     return !own || *own;
 }
 

@@ -6,6 +6,7 @@
 #include "platform/FileSystem.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -86,7 +87,7 @@ public:
 private:
     bool PutBack(const GamePlace& place);
     bool IsBackAlready(LookedAtFile& file, const GamePlace& place);
-    Result<bool> IsInstalledHere(const GamePlace& place, const std::string& copy) const;
+    Result<bool> IsInstalledHere(const GamePlace& place, const std::string& copy, std::int64_t savedBy) const;
 
     FileSystem& files_;
     const JobPlan& plan_;

@@ -79,7 +79,7 @@ std::optional<FileVersion> TakeVersion(std::string_view& fields) {
     if (!ReadNumber(Take(fields, '\t'), version.size) || !ReadNumber(Take(fields, '\t'), seconds))
         return std::nullopt;
     const auto bytes = FingerprintFromHex(Take(fields, '\t'));
-    if (!bytes) return std::nullopt;
+    if (!bytes || !ReadNumber(Take(fields, '\t'), version.installed)) return std::nullopt;
     version.modified = FileTime{std::chrono::seconds{seconds}};
     version.bytes = *bytes;
     return version;
@@ -108,6 +108,7 @@ std::optional<RecordedFile> ParseFile(std::string_view line, std::size_t likelyP
         return std::nullopt;
     file.position = *position;
     file.name = std::move(*name);
+    if (!ReadNumber(Take(line, '\t'), file.saved)) return std::nullopt;
     while (!line.empty()) {
         const auto version = TakeVersion(line);
         if (!version) return std::nullopt;
@@ -125,6 +126,8 @@ std::string ToText(const InstallRecord& record) {
     const auto addNumber = [&text](auto number) { text += std::to_string(number); };
     (text += '\n') += kNumber;
     addNumber(record.number);
+    text += ' ';
+    addNumber(record.lastNumber);
     (text += '\n') += kGame;
     AppendEscaped(text, record.game);
     (text += '\n') += kFinished;
@@ -134,12 +137,16 @@ std::string ToText(const InstallRecord& record) {
         text += kStates[static_cast<std::size_t>(file.state)];
         text += GameFolders[file.position];
         AppendEscaped(text, file.name);
+        text += '\t';
+        addNumber(file.saved);
         for (const auto& version : file.versions) {
             text += '\t';
             addNumber(version.size);
             text += '\t';
             addNumber(version.modified.time_since_epoch().count());
             (text += '\t') += ToHex(version.bytes);
+            text += '\t';
+            addNumber(version.installed);
         }
         text += '\n';
     }
@@ -159,10 +166,11 @@ std::optional<InstallRecord> ParseInstallRecord(std::string_view text) {
     if (!whole || *whole != FingerprintOf(text) || Take(text, '\n') != kFirstLine) return std::nullopt;
 
     InstallRecord record;
-    const auto number = TakeLine(text, kNumber);
+    auto numbers = TakeLine(text, kNumber);
     const auto game = TakeLine(text, kGame);
     const auto finished = TakeLine(text, kFinished);
-    if (!number || !ReadNumber(*number, record.number) || !game || !finished ||
+    if (!numbers || !ReadNumber(Take(*numbers, ' '), record.number) ||
+        !ReadNumber(*numbers, record.lastNumber) || !game || !finished ||
         !ReadNumber(*finished, record.finished))
         return std::nullopt;
     auto path = Unescaped(*game);

@@ -26,6 +26,7 @@ struct FileVersion {
     std::uint64_t size = 0; ///< bytes
     FileTime modified{};    ///< of the mod's file, and of the game's after it was copied
     Fingerprint bytes;
+    std::int64_t installed = 0; ///< by which installation first: its number
 
     friend bool operator==(const FileVersion&, const FileVersion&) = default;
 };
@@ -33,7 +34,8 @@ struct FileVersion {
 enum class RecordedState {
     Copied,    ///< the last installation has copied the present version into the game
     Uncertain, ///< it may not have
-    GivenBack, ///< the mod lacks the file now, so that the game has again what it had before
+    GivenBack, ///< what is in the game is not the mod's: the file has left the mod, or another mod's job
+               ///< replaced it
 };
 
 /// A file that a mod has put into the game.
@@ -41,6 +43,9 @@ struct RecordedFile {
     std::size_t position = 0; ///< in GameFolders, from 0
     std::string name;         ///< in the mod's spelling when it was first installed
     RecordedState state = RecordedState::Uncertain;
+    /// The number of the installation that saved what the game had there; 0 when none has. The copy can be a
+    /// version of another mod only when that was installed before.
+    std::int64_t saved = 0;
     std::vector<FileVersion>
         versions; ///< every one that was ever installed, the present one last; never empty
 
@@ -48,8 +53,10 @@ struct RecordedFile {
 };
 
 struct InstallRecord {
-    /// The place in the order of installations: greater than that of every mod that was installed before.
+    /// The number of the mod's first installation, which is its place in the order, and of its last one. A
+    /// new number is greater than all that the records of the library hold.
     std::int64_t number = 0;
+    std::int64_t lastNumber = 0;
     std::string game; ///< real path of the game directory
     /// When the last installation came to its end, in nanoseconds since 1970; 0 when it did not; or kGivenUp.
     /// A file that it has copied and that has not changed since needs no reading.

@@ -111,7 +111,7 @@ std::int64_t NextInstallNumber(const std::vector<InstalledMod>& installed) {
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
     std::int64_t number = now.time_since_epoch().count();
     for (const auto& mod : installed)
-        number = std::max(number, mod.order + 1);
+        number = std::max(number, 1 + (mod.record ? mod.record->lastNumber : mod.order));
     return number;
 }
 

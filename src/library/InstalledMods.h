@@ -63,8 +63,8 @@ struct InstalledMods {
 InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modsFolder, const ListedMod& listed,
                                 ReadFailure& failure);
 
-/// The number of a mod that is installed now: at least the seconds since 1970, so that it can be compared
-/// with the times of backups that have no record.
+/// The number of an installation that is made now: at least the seconds since 1970, so that it can be
+/// compared with the times of backups that have no record.
 std::int64_t NextInstallNumber(const std::vector<InstalledMod>& installed);
 
 } // namespace quillbay

@@ -110,6 +110,9 @@ private:
     /// The file of a mod installed earlier is saved like the game's own.
     bool SaveIntoBackup() {
         std::vector<std::size_t> toSave;
+        std::vector<const GamePlace*> notSaved;
+        for (const auto& item : plan_.items)
+            if (item.Replaces() && !item.place.savedPath.empty()) notSaved.push_back(&item.place);
         for (const auto i : ItemsToSave()) {
             const auto& place = plan_.items[i].place;
             LookedAtFile file(files_, place.gamePath, place.gameIsLink);
@@ -118,11 +121,16 @@ private:
             if (*own) continue;
             const auto later = guard_.Owners().FindOwner(file, place.position, place.name, self_.order);
             if (!later) return Stop(InstallOutcome::UnsafeFile, place.gamePath, later.Error());
-            if (*later)
+            if (*later) {
                 ++result_.replaced[std::string((*later)->Name())];
-            else
+                notSaved.push_back(&place);
+            } else {
                 toSave.push_back(i);
+            }
         }
+        ReadFailure failure;
+        guard_.TellOwners(notSaved, failure);
+        if (failure) return Stop(InstallOutcome::NoBackup, failure.path, failure.error);
         FolderMaker folders(files_, self_.backup, plan_.backupFolders);
         for (std::size_t done = 0; done < toSave.size(); ++done) {
             Report(JobPhase::Saving, done, toSave.size());
@@ -173,8 +181,8 @@ private:
         for (std::size_t i = 0; i < plan_.items.size(); ++i) {
             if (isLeftAlone_[i]) continue;
             const auto& item = plan_.items[i];
-            const auto error =
-                item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory) : record_.Add(i);
+            const auto error = item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory)
+                                                        : record_.Add(i, !savedNow_[i].empty());
             if (error) NotCopied(i, error);
         }
     }

@@ -26,6 +26,8 @@ public:
         if (plan_.failure || plan_.refusal != Refusal::None) return std::move(result_);
         SweepLeftovers(files_, plan_);
         if (plan_.wasGivenUp) return std::move(result_);
+        guard_.TellOwners(SavedPlaces(), result_.failure);
+        if (result_.failure) return std::move(result_);
         DeleteFiles();
         RestoreFiles();
         if (plan_.installed) {
@@ -43,6 +45,13 @@ public:
 private:
     void Report(JobPhase phase, std::size_t done, std::size_t total) const {
         if (progress_) progress_(phase, done, total);
+    }
+
+    std::vector<const GamePlace*> SavedPlaces() const {
+        std::vector<const GamePlace*> saved;
+        for (const auto& place : plan_.places)
+            if (!place.savedPath.empty()) saved.push_back(&place);
+        return saved;
     }
 
     /// What the mod added. Files with a saved copy leave the game when that takes their place, so that the

@@ -20,7 +20,7 @@ struct UninstallPlan : JobPlan {
 };
 
 struct UninstallResult : GiveBackResult {
-    ReadFailure failure; ///< set when a folder that has to be known could not be read: nothing was done
+    ReadFailure failure; ///< set when what has to be known could not be read or noted: nothing was done
     Refusal refusal = Refusal::None; ///< then nothing was done
     std::string refused;             ///< and this is why
 

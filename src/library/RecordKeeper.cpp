@@ -8,39 +8,35 @@ namespace quillbay {
 
 RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
     : files_(files), plan_(plan), entries_(plan.items.size()) {
-    if (plan.Record())
-        record_ = *plan.Record();
-    else
-        record_.number = plan.installed ? plan.installed->order : NextInstallNumber(plan.otherMods);
+    auto mods = plan.otherMods;
+    if (plan.Record()) record_ = *plan.Record();
+    if (plan.installed) mods.push_back(*plan.installed);
+    record_.lastNumber = NextInstallNumber(mods);
+    if (!plan.Record()) record_.number = plan.installed ? plan.installed->order : record_.lastNumber;
     record_.game = plan.job.gameDirectory;
     record_.finished = 0;
     for (auto& file : record_.files)
         if (file.state == RecordedState::Copied) file.state = RecordedState::Uncertain;
 }
 
-std::error_code RecordKeeper::Add(std::size_t item) {
+std::error_code RecordKeeper::Add(std::size_t item, bool isSaved) {
     const auto& file = plan_.items[item].file;
     const auto* former = plan_.items[item].place.recorded;
     auto& entry = entries_[item];
-    FileVersion version{file.size, file.modified, {}};
-    const bool isKnown = former && former->versions.back().size == version.size &&
-                         former->versions.back().modified == version.modified;
-    if (!isKnown) {
-        const auto bytes = files_.FingerprintFile(file.path);
-        if (!bytes) return bytes.Error();
-        version.bytes = *bytes;
-    }
+    const auto bytes = files_.FingerprintFile(file.path);
+    if (!bytes) return bytes.Error();
+    const FileVersion version{file.size, file.modified, *bytes, record_.lastNumber};
     if (former) {
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
         entry.index = record_.files.size();
-        record_.files.push_back({file.position, file.name, RecordedState::Uncertain, {}});
+        record_.files.push_back({file.position, file.name, RecordedState::Uncertain, 0, {}});
     }
     auto& recorded = FileOf(item);
     recorded.state = RecordedState::Uncertain;
-    if (isKnown) return {};
+    if (isSaved) recorded.saved = record_.lastNumber;
     if (former && former->versions.back().bytes == version.bytes) {
-        recorded.versions.back() = version;
+        recorded.versions.back().modified = version.modified;
     } else {
         recorded.versions.push_back(version);
         entry.isNewVersion = true;

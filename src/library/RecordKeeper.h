@@ -17,10 +17,9 @@ public:
     /// `plan` must outlive it.
     RecordKeeper(FileSystem& files, const InstallPlan& plan);
 
-    /// Reads what the plan's item of that index is going to put into the game. A file that has the size and
-    /// the time of the version that was installed last is not read again. On failure the item must not be
-    /// installed.
-    [[nodiscard]] std::error_code Add(std::size_t item);
+    /// Reads what the plan's item of that index is going to put into the game; `isSaved` tells that what it
+    /// replaces has just been saved. On failure the item must not be installed.
+    [[nodiscard]] std::error_code Add(std::size_t item, bool isSaved);
     /// The item, which was added, is in the game now.
     void SetCopied(std::size_t item);
     /// The item, which was added, is not in the game, and nothing was saved for it: an uninstallation must

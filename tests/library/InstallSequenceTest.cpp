@@ -30,6 +30,10 @@ public:
         for (const auto& mod : mods_)
             lab_.Put("mods/" + mod + "/ModInfo.txt", "");
         before_ = lab_.State("game");
+        for (const char* folder : {"game", "mods"})
+            for (const auto& [path, bytes] : lab_.Read(folder))
+                if (!bytes.empty()) text_ += " " + path + "=" + bytes;
+        text_ += ";";
         Observe();
     }
 
@@ -75,6 +79,8 @@ private:
                 lab_.Remove("mods/" + mod + file);
             else
                 ChangeMod(mod, file);
+            if (const auto now = lab_.Read("mods/" + mod); now.contains(file.substr(1)))
+                text_ += "=" + now.at(file.substr(1));
             return;
         case 2:
             text_ += " copy";

@@ -89,7 +89,7 @@ QString WhyNotInstalled(const InstallResult& result) {
 
 QString WhyStillInstalled(const UninstallResult& result) {
     if (result.failure)
-        return WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
+        return WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read or written."),
                         result.failure.path, result.failure.error);
     if (result.refusal != Refusal::None) return WithPath(WhyRefused(result.refusal), result.refused, {});
     if (!result.BackupStays()) return {};

@@ -86,6 +86,7 @@ Files CommandSweep::Disk() const {
     QDirIterator found(Path(""), kinds | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (found.hasNext()) {
         const QString path = QDir(Path("")).relativeFilePath(found.next());
+        if (path.endsWith("/~quillbay.record")) continue; // it holds the time
         state[path] = found.fileInfo().isDir() ? QByteArray("(folder)") : Read(path);
     }
     return state;
