@@ -153,26 +153,30 @@ bool FileOwners::IsSaved(LookedAtFile& file, std::size_t position, std::string_v
 }
 
 std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
-FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name) {
+FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name,
+                              ReadFailure& failure) {
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>> owners;
     for (const auto& mod : mods_) {
         const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
         if (!recorded || recorded->state == RecordedState::GivenBack || FindSaved(*mod, position, name))
             continue;
         const auto holds = file.Holds(*recorded, mod->mod.record->finished);
-        if (holds && *holds && !IsSavedAfter(*mod, *recorded, name)) owners.emplace_back(&mod->mod, recorded);
+        failure.Note(file.Path(), holds.Error());
+        if (holds && *holds && !IsSavedAfter(*mod, *recorded, name, failure))
+            owners.emplace_back(&mod->mod, recorded);
     }
     return owners;
 }
 
-bool FileOwners::IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name) {
+bool FileOwners::IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name,
+                              ReadFailure& failure) {
     return std::ranges::any_of(mods_, [&](const auto& mod) {
-        const auto* copy =
-            mod->mod.order > owner.mod.order ? FindSaved(*mod, recorded.position, name) : nullptr;
+        const auto* copy = mod.get() == &owner ? nullptr : FindSaved(*mod, recorded.position, name);
         if (!copy) return false;
         LookedAtFile saved(files_, mod->saved->PathOf(recorded.position, *copy), copy->isLink);
-        const auto holds = saved.HoldsSaved(
-            recorded, SavedBy(mod->mod, mod->record ? mod->record->Find(recorded.position, name) : nullptr));
+        const auto* entry = mod->record ? mod->record->Find(recorded.position, name) : nullptr;
+        const auto holds = saved.HoldsSaved(recorded, SavedBy(mod->mod, entry));
+        failure.Note(saved.Path(), holds.Error());
         return holds && *holds;
     });
 }

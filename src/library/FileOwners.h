@@ -68,15 +68,17 @@ public:
     /// True when one of the mods has saved there what the file holds.
     bool IsSaved(LookedAtFile& file, std::size_t position, std::string_view name);
 
-    /// The mods that have installed there what the file holds and have saved nothing there, with what they
-    /// recorded.
+    /// The mods that have installed there what the file holds, have saved nothing there, and whose file no
+    /// mod that was installed later has saved; with what they recorded. What cannot be read is noted in
+    /// `failure`.
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
-    FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name);
+    FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name, ReadFailure& failure);
 
 private:
     struct Mod;
     const DirEntry* FindSaved(Mod& mod, std::size_t position, std::string_view name);
-    bool IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name);
+    bool IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name,
+                      ReadFailure& failure);
     const KnownFolders& Listed(std::optional<KnownFolders>& folders, const std::string& root);
 
     const FileSystem& files_;

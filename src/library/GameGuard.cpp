@@ -3,6 +3,7 @@
 #include "platform/LocalTime.h"
 #include "platform/PathText.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -46,28 +47,79 @@ Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
     return !file.IsSameFileAs(place.modPath);
 }
 
+RecordedFile& GameGuard::ToChange(const InstalledMod& mod, const RecordedFile& recorded) {
+    const auto index = static_cast<std::size_t>(&recorded - mod.record->files.data());
+    return records_.try_emplace(&mod, *mod.record).first->second.files[index];
+}
+
+void GameGuard::WriteRecords(ReadFailure& failure) {
+    for (const auto& [mod, record] : records_) {
+        if (failure) return;
+        const auto path = Join(mod->backup, kRecordName);
+        failure.Note(path, files_.WriteFile(path, ToText(record)));
+    }
+}
+
+void GameGuard::Bequeath(const std::vector<GamePlace>& places, ReadFailure& failure) {
+    for (const auto& heir : plan_.otherMods) {
+        if (!plan_.installed || !heir.record) continue;
+        const auto isHeir = [&](const RecordedFile& file) { return file.over == plan_.installed->order; };
+        if (std::ranges::none_of(heir.record->files, isHeir)) continue;
+        PositionIndex<GamePlace> index(places);
+        FolderMaker folders(files_, heir.backup,
+                            ListKnownFolders(files_, heir.backup, Detail::Names, &failure));
+        for (const auto& file : heir.record->files) {
+            const auto* place = isHeir(file) ? index.Find(file.position, file.name) : nullptr;
+            if (place && !failure) failure.Note(heir.backup, Inherit(heir, file, *place, folders));
+        }
+    }
+    WriteRecords(failure);
+}
+
+std::error_code GameGuard::Inherit(const InstalledMod& heir, const RecordedFile& recorded,
+                                   const GamePlace& place, FolderMaker& folders) {
+    LookedAtFile saved(files_, place.savedPath, place.savedIsLink);
+    const auto isHeirs = place.savedPath.empty()
+                             ? Result<bool>(false)
+                             : saved.HoldsSaved(recorded, SavedBy(*plan_.installed, place.recorded));
+    if (!isHeirs) return isHeirs.Error();
+    if (*isHeirs) {
+        // The heir's file was there first: what it has saved itself is what was there before.
+        ToChange(heir, recorded).over = 0;
+        return {};
+    }
+    if (!place.savedPath.empty()) {
+        const auto folder = folders.Ensure(place.position);
+        if (!folder) return folder.Error();
+        const auto error = files_.Copy(place.savedPath, Join(*folder, LastComponent(place.savedPath)),
+                                       {.keepLink = true, .flush = true});
+        // It has a copy of its own from another time, or from an attempt that was interrupted.
+        if (error && error != std::errc::file_exists) return error;
+    }
+    auto& changed = ToChange(heir, recorded);
+    changed.over = place.recorded ? place.recorded->over : 0;
+    changed.saved = place.recorded && !place.savedPath.empty() ? place.recorded->saved : changed.saved;
+    return {};
+}
+
 void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
-    std::map<const InstalledMod*, InstallRecord> records;
     for (const auto* place : places) {
         if (place->gamePath.empty() || place->gameIsLink) continue;
         LookedAtFile file(files_, place->gamePath, false);
-        for (const auto& [mod, recorded] : owners_.FindUnsavedOwners(file, place->position, place->name)) {
+        for (const auto& [mod, recorded] :
+             owners_.FindUnsavedOwners(file, place->position, place->name, failure)) {
             // What this mod has saved from that one will be that one's again.
             LookedAtFile saved(files_, place->savedPath, place->savedIsLink);
             const auto comesBack =
                 place->savedPath.empty()
                     ? Result<bool>(false)
                     : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
-            if (comesBack && *comesBack) continue;
-            const auto index = static_cast<std::size_t>(recorded - mod->record->files.data());
-            records.try_emplace(mod, *mod->record).first->second.files[index].state =
-                RecordedState::GivenBack;
+            failure.Note(place->savedPath, comesBack.Error());
+            if (failure) return;
+            if (!*comesBack) ToChange(*mod, *recorded).state = RecordedState::GivenBack;
         }
     }
-    for (const auto& [mod, record] : records) {
-        const auto path = Join(mod->backup, kRecordName);
-        failure.Note(path, files_.WriteFile(path, ToText(record)));
-    }
+    WriteRecords(failure);
 }
 
 std::error_code GameGuard::Secure(LookedAtFile& file, const GamePlace& place) {

@@ -38,6 +38,10 @@ public:
     /// True when the mod at work has put there what the file holds. Another name of the mod's own file is not
     /// its installed copy.
     Result<bool> IsModsOwn(LookedAtFile& file, const GamePlace& place);
+    /// To be called before the mod at work gives up what it has saved for these places. A mod installed
+    /// earlier that has replaced its file without saving it inherits the saved copy. On failure, at
+    /// `failure.path`, nothing may be given up.
+    void Bequeath(const std::vector<GamePlace>& places, ReadFailure& failure);
     /// To be called before the game's files of these places are replaced by saved copies or by the mod's own
     /// files. Mods that have installed them and have saved nothing there would take what comes there later
     /// for their own: their records say from now on that it is not. On failure, of the record at
@@ -57,11 +61,17 @@ public:
 private:
     std::error_code Keep(LookedAtFile& file, const GamePlace& place);
     std::error_code MakeChangedFolder();
+    /// Of one place; the heir's record is changed, but not written.
+    std::error_code Inherit(const InstalledMod& heir, const RecordedFile& recorded, const GamePlace& place,
+                            FolderMaker& folders);
+    RecordedFile& ToChange(const InstalledMod& mod, const RecordedFile& recorded);
+    void WriteRecords(ReadFailure& failure);
     std::optional<std::string> KeptBefore(LookedAtFile& file, const GamePlace& place);
 
     FileSystem& files_;
     const JobPlan& plan_;
     FileOwners owners_;
+    std::map<const InstalledMod*, InstallRecord> records_; ///< of other mods, as they have been changed
     EntryIndex keptBefore_;
     std::optional<FolderMaker> folders_;
     std::error_code noFolder_;

@@ -108,7 +108,8 @@ std::optional<RecordedFile> ParseFile(std::string_view line, std::size_t likelyP
         return std::nullopt;
     file.position = *position;
     file.name = std::move(*name);
-    if (!ReadNumber(Take(line, '\t'), file.saved)) return std::nullopt;
+    if (!ReadNumber(Take(line, '\t'), file.saved) || !ReadNumber(Take(line, '\t'), file.over))
+        return std::nullopt;
     while (!line.empty()) {
         const auto version = TakeVersion(line);
         if (!version) return std::nullopt;
@@ -139,6 +140,8 @@ std::string ToText(const InstallRecord& record) {
         AppendEscaped(text, file.name);
         text += '\t';
         addNumber(file.saved);
+        text += '\t';
+        addNumber(file.over);
         for (const auto& version : file.versions) {
             text += '\t';
             addNumber(version.size);

@@ -20,7 +20,7 @@ public:
           self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, false, 0, {}})),
           record_(files, plan), guard_(files, plan),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
-          isLeftAlone_(plan.items.size()) {}
+          over_(plan.items.size()), isLeftAlone_(plan.items.size()) {}
 
     InstallResult Run() {
         if (plan_.failure) {
@@ -124,6 +124,9 @@ private:
             if (*later) {
                 ++result_.replaced[std::string((*later)->Name())];
                 notSaved.push_back(&place);
+                // A file that was there before has its place below that mod's.
+                const bool isBelow = place.recorded && place.recorded->state != RecordedState::GivenBack;
+                if (!isBelow) over_[i] = (*later)->order;
             } else {
                 toSave.push_back(i);
             }
@@ -182,7 +185,7 @@ private:
             if (isLeftAlone_[i]) continue;
             const auto& item = plan_.items[i];
             const auto error = item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory)
-                                                        : record_.Add(i, !savedNow_[i].empty());
+                                                        : record_.Add(i, !savedNow_[i].empty(), over_[i]);
             if (error) NotCopied(i, error);
         }
     }
@@ -199,6 +202,12 @@ private:
         GiveBack giveBack(files_, plan_, gameFolders_, guard_, GiveBack::SavedCopies::Stay,
                           result_.givenBack);
         std::vector<const GamePlace*> places;
+        ReadFailure failure;
+        guard_.Bequeath(plan_.dropped, failure);
+        if (failure) {
+            result_.givenBack.notHandedOver.push_back(failure.path);
+            return;
+        }
         for (const auto& place : plan_.dropped) {
             LookedAtFile file(files_, place.gamePath, place.gameIsLink);
             const auto own = place.gamePath.empty() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
@@ -241,10 +250,16 @@ private:
         return false;
     }
 
+    /// Another name of the file may be a game file that was saved with its attributes.
+    void MakeSourceWritable(const std::string& path) {
+        const auto info = files_.Stat(path);
+        if (info && info->links < 2) Ignore(files_.SetReadOnly(path, false));
+    }
+
     std::error_code CopyOne(const InstallItem& item) {
         const auto folder = gameFolders_.Ensure(item.file.position);
         if (!folder) return folder.Error();
-        if (item.file.isReadOnly) Ignore(files_.SetReadOnly(item.file.path, false));
+        if (item.file.isReadOnly) MakeSourceWritable(item.file.path);
         const auto& target = item.Replaces() ? item.place.gamePath : Join(*folder, item.place.name);
         const auto error =
             files_.Copy(item.file.path, target, {.replace = item.Replaces(), .makeWritable = true});
@@ -283,6 +298,7 @@ private:
     GameGuard guard_;
     FolderMaker gameFolders_;
     std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
+    std::vector<std::int64_t> over_;    ///< by item: as in the record
     std::vector<bool> isLeftAlone_;     ///< by item: what is in the game stays as it is
     std::vector<std::size_t> notReplaced_;
     std::error_code firstFailure_;

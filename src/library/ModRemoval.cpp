@@ -53,7 +53,9 @@ RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirector
 
 std::error_code RemoveModFolder(FileSystem& files, const std::string& modFolder,
                                 const RemovalProgress& progress) {
-    if (IsLinkItself(files, modFolder)) return files.RemoveFile(modFolder);
+    const auto found = files.Stat(modFolder);
+    if (found && found->isLink) return files.RemoveFile(modFolder);
+    if (found && found->isMount) return std::make_error_code(std::errc::cross_device_link);
     RemoveKnownFiles(files, modFolder, progress);
     return files.RemoveTree(modFolder);
 }

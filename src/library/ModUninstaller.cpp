@@ -26,7 +26,8 @@ public:
         if (plan_.failure || plan_.refusal != Refusal::None) return std::move(result_);
         SweepLeftovers(files_, plan_);
         if (plan_.wasGivenUp) return std::move(result_);
-        guard_.TellOwners(SavedPlaces(), result_.failure);
+        guard_.Bequeath(plan_.places, result_.failure);
+        if (!result_.failure) guard_.TellOwners(SavedPlaces(), result_.failure);
         if (result_.failure) return std::move(result_);
         DeleteFiles();
         RestoreFiles();

@@ -19,7 +19,7 @@ RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
         if (file.state == RecordedState::Copied) file.state = RecordedState::Uncertain;
 }
 
-std::error_code RecordKeeper::Add(std::size_t item, bool isSaved) {
+std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t over) {
     const auto& file = plan_.items[item].file;
     const auto* former = plan_.items[item].place.recorded;
     auto& entry = entries_[item];
@@ -30,11 +30,12 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved) {
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
         entry.index = record_.files.size();
-        record_.files.push_back({file.position, file.name, RecordedState::Uncertain, 0, {}});
+        record_.files.push_back({file.position, file.name, RecordedState::Uncertain, 0, 0, {}});
     }
     auto& recorded = FileOf(item);
     recorded.state = RecordedState::Uncertain;
     if (isSaved) recorded.saved = record_.lastNumber;
+    if (over != 0) recorded.over = over;
     if (former && former->versions.back().bytes == version.bytes) {
         recorded.versions.back().modified = version.modified;
     } else {

@@ -2,6 +2,7 @@
 
 #include "common/modMisc.h"
 #include "library/FindEntry.h"
+#include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
 #include "library/ModFiles.h"
 #include "platform/CaseFold.h"
@@ -37,6 +38,21 @@ void AddPictures(ModDetails& details, const std::string& folder, const std::vect
     }
 }
 
+/// The bytes of a mod, without what this program keeps in its folder beside the saved copies.
+std::optional<std::uint64_t> MeasureMod(const FileSystem& files, const std::string& folder,
+                                        const std::vector<DirEntry>& entries) {
+    const auto whole = files.TreeSize(folder);
+    if (!whole) return std::nullopt;
+    std::uint64_t own = 0;
+    for (const auto name : {kChangedName, kTempBackup})
+        if (const auto* entry = FindEntry(entries, name, EntryKind::Folder); entry && !entry->isLink)
+            own += files.TreeSize(Join(folder, entry->name)).ValueOr(0);
+    if (const auto* backup = FindBackup(entries); backup && !backup->isLink)
+        if (const auto record = files.Stat(Join(Join(folder, backup->name), kRecordName)))
+            own += record->size;
+    return *whole - std::min(own, *whole);
+}
+
 /// A file that is there but cannot be read counts as one without fields.
 std::optional<ModInfoValues> ReadPresentModInfo(const FileSystem& files, const std::string& folder,
                                                 const std::vector<DirEntry>& plainFiles) {
@@ -64,9 +80,11 @@ ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder) {
 
     if (auto& root = known[kKnownFolderCount]; !root.empty()) {
         details.fileCount = fileCount;
+        details.size = MeasureMod(files, std::string(modFolder), root.front().entries);
+    }
+    if (auto& root = known[kKnownFolderCount]; !root.empty()) {
         plainFiles = std::move(root.front().entries);
         std::erase_if(plainFiles, [](const DirEntry& entry) { return !entry.IsPlainFile(); });
-        if (const auto size = files.TreeSize(modFolder)) details.size = *size;
     }
     details.hasReadme = FindReadme(plainFiles) != nullptr;
     AddPictures(details, std::string(modFolder), plainFiles);

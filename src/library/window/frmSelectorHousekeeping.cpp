@@ -64,8 +64,12 @@ void frmSelector::RemoveMod() {
     if (failure) outcome.Note(WithPath(QStringLiteral("Still there:"), folder, failure));
     ShowOutcome(outcome);
     if (failure) {
-        ShowError(this, WithPath(QStringLiteral("A part of the mod could not be removed and is still there."),
-                                 folder, failure));
+        const QString why =
+            failure == std::errc::cross_device_link
+                ? QStringLiteral("A mount (another drive or folder) is in the mod's folder or is that "
+                                 "folder. What is mounted there was not touched.")
+                : QStringLiteral("A part of the mod could not be removed and is still there.");
+        ShowError(this, WithPath(why, folder, failure));
     }
 }
 

@@ -25,8 +25,16 @@ bool KernelCannotCopy(int error) {
     return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
 }
 
-std::array<timespec, 2> OnlyModified(const struct stat& info) {
-    return {timespec{0, UTIME_OMIT}, info.st_mtim};
+/// Both, since some file systems in user space take one that is left out for both.
+std::array<timespec, 2> TimesOf(const struct stat& info) { return {info.st_atim, info.st_mtim}; }
+
+/// The permissions of a copy. One that stands for the file itself keeps the bits that lend an owner's rights,
+/// as long as the owner is the same.
+mode_t ModeOfCopy(const struct stat& info, const CopyOptions& options) {
+    mode_t mode = info.st_mode & 0777U;
+    if (options.keepLink && info.st_uid == ::geteuid()) mode |= info.st_mode & mode_t{S_ISUID};
+    if (options.keepLink && info.st_gid == ::getegid()) mode |= info.st_mode & mode_t{S_ISGID};
+    return options.makeWritable ? mode | mode_t{S_IWUSR} : mode;
 }
 
 std::error_code CopyLink(std::string& from, std::string to, const CopyOptions& options) {
@@ -40,7 +48,7 @@ std::error_code CopyLink(std::string& from, std::string to, const CopyOptions& o
     if (const auto error = temp.Make([&](const char* path) { return ::symlink(text.data(), path); })) {
         return error;
     }
-    const auto times = OnlyModified(info);
+    const auto times = TimesOf(info);
     if (::utimensat(AT_FDCWD, temp.Path().c_str(), times.data(), AT_SYMLINK_NOFOLLOW) != 0)
         return LastError();
     return temp.MoveToDestination(options.replace);
@@ -75,9 +83,8 @@ std::error_code CopyEntry(std::string from, std::string to, const CopyOptions& o
     if (const auto error = CopyBytes(source.Get(), copy.Get(), static_cast<std::uint64_t>(info.st_size))) {
         return error;
     }
-    const mode_t mode = (info.st_mode & 0777U) | (options.makeWritable ? mode_t{S_IWUSR} : mode_t{0});
-    const auto times = OnlyModified(info);
-    if (::fchmod(copy.Get(), mode) != 0) return LastError();
+    const auto times = TimesOf(info);
+    if (::fchmod(copy.Get(), ModeOfCopy(info, options)) != 0) return LastError();
     if (::futimens(copy.Get(), times.data()) != 0) return LastError();
     if (options.flush && ::fsync(copy.Get()) != 0) return LastError();
     if (::close(copy.Release()) != 0) return LastError();

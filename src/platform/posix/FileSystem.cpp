@@ -279,7 +279,7 @@ public:
         });
         if (makeError) return makeError;
         if (const auto error = WriteAll(written.Get(), bytes.data(), bytes.size())) return error;
-        if (!found && S_ISREG(old.st_mode) && ::fchmod(written.Get(), old.st_mode & 0777U) != 0) {
+        if (!found && S_ISREG(old.st_mode) && ::fchmod(written.Get(), old.st_mode & 07777U) != 0) {
             return LastError();
         }
         if (::fsync(written.Get()) != 0) return LastError();
@@ -297,9 +297,13 @@ public:
         auto path = ToNativePath(entry);
         if (!path) return path.Error();
         const timespec modified{static_cast<time_t>(time.time_since_epoch().count()), 0};
-        const std::array<timespec, 2> times = {timespec{0, UTIME_OMIT}, modified};
-        return CallOnEntry(*path,
-                           [&](const char* text) { return ::utimensat(AT_FDCWD, text, times.data(), 0); });
+        return CallOnEntry(*path, [&](const char* text) {
+            // Some file systems in user space take a time that is left out for both.
+            struct stat info {};
+            if (::stat(text, &info) != 0) return -1;
+            const std::array<timespec, 2> times = {info.st_atim, modified};
+            return ::utimensat(AT_FDCWD, text, times.data(), 0);
+        });
     }
 };
 

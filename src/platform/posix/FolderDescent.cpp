@@ -44,10 +44,10 @@ std::error_code FolderDescent::EnterFrom(int folder, const std::string& name) {
     struct statx info {};
     if (::statx(fd.Get(), "", AT_EMPTY_PATH, STATX_INO, &info) != 0) return LastError();
     const auto device = makedev(info.stx_dev_major, info.stx_dev_minor);
-    if (forRemoval_ && !levels_.empty()) {
+    if (forRemoval_) {
         // The device alone would miss a folder of the same file system that is mounted here once more.
         const bool mount = (info.stx_attributes & info.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
-        if (mount || device != levels_.front().device) return SystemError(EXDEV);
+        if (mount || (!levels_.empty() && device != levels_.front().device)) return SystemError(EXDEV);
     }
     levels_.push_back({std::move(fd), device, info.stx_ino});
     if (levels_.size() > kHeldDescriptors) levels_[levels_.size() - 1 - kHeldDescriptors].fd.Reset();

@@ -26,10 +26,11 @@ fs::path UserFolder() {
 
 std::string ChooseProgramFolder(const std::string& executableFolder) {
     std::error_code ignored;
-    if (!executableFolder.empty() && (::access(executableFolder.c_str(), W_OK) == 0 ||
-                                      fs::is_directory(executableFolder + "/mods", ignored))) {
+    const auto isWritable = [](const std::string& folder) { return ::access(folder.c_str(), W_OK) == 0; };
+    // Of an installed program a start by the administrator may have left `mods` there, which is of no use to
+    // others.
+    if (!executableFolder.empty() && (isWritable(executableFolder) || isWritable(executableFolder + "/mods")))
         return executableFolder;
-    }
     const fs::path own = UserFolder();
     fs::create_directories(own, ignored);
     return own;
