@@ -3,6 +3,7 @@
 #include "library/FolderMaker.h"
 #include "library/InstalledMods.h"
 #include "library/ModFiles.h"
+#include "library/ModJob.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
@@ -118,9 +119,12 @@ private:
 };
 
 /// A folder that is not among the listed ones may be new, or was there and could not be listed. None when it
-/// still cannot: a file in another spelling would go unnoticed.
+/// still cannot: a file in another spelling would go unnoticed. None either when it is the base folder
+/// itself, reached through a link: there each file would replace itself.
 std::optional<Destination> OpenDestination(const FileSystem& files, const std::vector<ListedFolder>& listed,
-                                           const std::string& folder) {
+                                           const std::string& folder, const std::string& base) {
+    const auto real = files.RealPath(folder);
+    if (!real || *real == files.RealPath(base).ValueOr(*real)) return std::nullopt;
     if (!listed.empty()) return Destination(listed);
     auto entries = files.List(folder, Detail::Names);
     if (!entries) return std::nullopt;
@@ -148,8 +152,13 @@ LooseFiles ListLooseFiles(const FileSystem& files, std::string_view folder) {
     return loose;
 }
 
-SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks) {
-    SortPlan plan{ListKnownFolders(files, loose.folder, Detail::Names), {}, {}, {}};
+SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks,
+                     std::string_view gameDirectory) {
+    SortPlan plan{ListKnownFolders(files, loose.folder, Detail::Names), {}, {}, {}, {}};
+    const auto game = files.RealPath(gameDirectory);
+    const auto base = files.RealPath(loose.folder);
+    if (game && base) plan.wayIntoGame = FindWayIntoGame(files, *base, plan.folders, *game);
+    if (!plan.wayIntoGame.empty()) return plan;
     AddLeftovers(plan.folders, plan.leftoverFiles);
     const auto chosen = ChooseTypes(loose, checks);
     if (plan.folders.back().empty()) {
@@ -174,7 +183,7 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
 
 SortResult RunSorting(FileSystem& files, const SortPlan& plan) {
     SortResult result{0, plan.notListed};
-    if (plan.folders.back().empty()) return result;
+    if (plan.folders.back().empty() || !plan.wayIntoGame.empty()) return result;
     for (const auto& path : plan.leftoverFiles)
         Ignore(files.RemoveFile(path));
     const auto& base = plan.folders.back().front().path;
@@ -184,7 +193,8 @@ SortResult RunSorting(FileSystem& files, const SortPlan& plan) {
     for (const auto& [name, position] : plan.moves) {
         const auto folder = maker.Ensure(position);
         auto& destination = destinations[position];
-        if (folder && !destination) destination = OpenDestination(files, plan.folders[position], *folder);
+        if (folder && !destination)
+            destination = OpenDestination(files, plan.folders[position], *folder, base);
         if (folder && destination && destination->Take(files, Join(base, name), *folder)) {
             filled[position] = true;
             ++result.moved;

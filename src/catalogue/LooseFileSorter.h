@@ -43,11 +43,13 @@ struct SortPlan {
     std::vector<LooseMove> moves;
     std::vector<std::string> notListed;     ///< chosen files of a base folder that cannot be listed
     std::vector<std::string> leftoverFiles; ///< of interrupted operations
+    std::string wayIntoGame; ///< by which the mod leads into the game: then there is nothing to run
 };
 
 /// What would be moved: every file that is flagged in a checked type and still there, into the folder of the
-/// first such type. Pictures come before the ODF files that they are told by.
-SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks);
+/// first such type. Pictures come before the ODF files that they are told by. `gameDirectory` need not exist.
+SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks,
+                     std::string_view gameDirectory);
 
 struct SortResult {
     std::size_t moved = 0;
@@ -56,7 +58,8 @@ struct SortResult {
 
 /// Moves the files, replacing files of the same name in any letter case, and removes empty known folders.
 /// When a move fails, both the loose file and the one it should have replaced are where they were. Neither
-/// a folder nor a file that was moved in the same run is replaced.
+/// a folder nor a file that was moved in the same run is replaced, and nothing goes into a folder that leads
+/// back to the base folder.
 SortResult RunSorting(FileSystem& files, const SortPlan& plan);
 
 } // namespace quillbay

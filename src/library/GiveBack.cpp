@@ -42,7 +42,8 @@ std::vector<GamePlace> FindOtherRecorded(const JobPlan& plan,
 std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan) {
     std::vector<LaterMod> later;
     for (const auto& mod : plan.otherMods) {
-        if (!plan.installed || mod.order <= plan.installed->order) continue;
+        const auto last = mod.record ? mod.record->lastNumber : mod.order;
+        if (!plan.installed || last <= plan.installed->order) continue;
         later.push_back({mod, ListKnownFolders(files, mod.backup, Detail::Names, &plan.failure)});
         AddLeftovers(later.back().backupFolders, plan.leftoverFiles);
     }

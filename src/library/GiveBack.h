@@ -14,7 +14,7 @@
 
 namespace quillbay {
 
-/// A mod that was installed after the one at work and may have saved its files.
+/// A mod that was installed, or installed again, after the one at work and may have saved its files.
 struct LaterMod {
     InstalledMod mod;
     KnownFolders backupFolders;
@@ -49,8 +49,8 @@ private:
 std::vector<GamePlace> FindOtherRecorded(const JobPlan& plan,
                                          const std::unordered_set<const RecordedFile*>& present);
 
-/// The mods installed after the plan's own, with their backups listed; leftovers in these are noted in the
-/// plan.
+/// The mods installed, also again, after the plan's own, with their backups listed; leftovers in these are
+/// noted in the plan.
 std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan);
 
 /// A saved copy that stays must not change with the game's file.

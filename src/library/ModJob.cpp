@@ -76,13 +76,8 @@ std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, con
 }
 
 void FindRefusal(const FileSystem& files, const KnownFolders& modFolders, JobPlan& plan) {
-    const auto& game = plan.job.gameDirectory;
-    if (IsSameOrInside(plan.modFolder, game) || IsSameOrInside(game, plan.modFolder))
-        plan.refused = plan.modFolder;
-    else if (auto link = FindLinkInto(files, modFolders, game); !link.empty())
-        plan.refused = std::move(link);
-    else
-        plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
+    plan.refused = FindWayIntoGame(files, plan.modFolder, modFolders, plan.job.gameDirectory);
+    if (plan.refused.empty()) plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
     if (!plan.refused.empty()) {
         plan.refusal = Refusal::LeadsIntoGame;
     } else if (plan.installed && plan.installed->backupIsLink) {
@@ -105,6 +100,12 @@ void ReadLastChanged(const FileSystem& files, const std::vector<DirEntry>& modEn
 }
 
 } // namespace
+
+std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
+                            const KnownFolders& modFolders, const std::string& game) {
+    if (IsSameOrInside(modFolder, game) || IsSameOrInside(game, modFolder)) return modFolder;
+    return FindLinkInto(files, modFolders, game);
+}
 
 std::string ModJob::ModFolder() const { return mod.Empty() ? std::string() : Join(modsFolder, mod.text); }
 

@@ -34,6 +34,11 @@ enum class GameDirectoryState {
 GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view gameDirectory,
                                       std::string_view modsFolder);
 
+/// The folder or file by which a mod leads into the game, or the game lies in the mod; empty when nothing
+/// does. Real paths are compared: `game` and `modFolder` are such, `modFolders` is the mod's listing.
+std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
+                            const KnownFolders& modFolders, const std::string& game);
+
 /// Why a job is not begun, whatever the user has answered.
 enum class Refusal {
     None,

@@ -18,8 +18,8 @@ public:
     RecordKeeper(FileSystem& files, const InstallPlan& plan);
 
     /// Reads what the plan's item of that index is going to put into the game. `isSaved` tells that what it
-    /// replaces has just been saved, `over` is the place in the order of a mod whose file it replaces unsaved,
-    /// or 0. On failure the item must not be installed.
+    /// replaces has just been saved, `over` is the place in the order of a mod whose file it replaces
+    /// unsaved, or 0. On failure the item must not be installed.
     [[nodiscard]] std::error_code Add(std::size_t item, bool isSaved, std::int64_t over);
     /// The item, which was added, is in the game now.
     void SetCopied(std::size_t item);

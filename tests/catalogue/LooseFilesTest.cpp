@@ -61,8 +61,8 @@ protected:
             lab_->Put("mods/One/" + name, bytes + name);
     }
     LooseFiles List() { return ListLooseFiles(lab_->Files(), lab_->Job("One").ModFolder()); }
-    static SortResult Sort(FileSystem& files, const LooseFiles& loose, TypeChecks checks = ~TypeChecks()) {
-        return RunSorting(files, PlanSorting(files, loose, checks));
+    SortResult Sort(FileSystem& files, const LooseFiles& loose, TypeChecks checks = ~TypeChecks()) const {
+        return RunSorting(files, PlanSorting(files, loose, checks, lab_->Job("One").gameDirectory));
     }
     /// A file that was to be spelled `A.BZN` counts as spelled so.
     TreeState State() const {

@@ -234,10 +234,21 @@ void frmInstaller::cmdInstall_Click() {
         if (IsTypeRow(row)) checks[TypeOf(row)] = row.checkState() == Qt::Checked;
     }
     SortResult result;
+    std::string wayIntoGame;
     {
         const Hourglass busy;
         FileSystem& files = main_.GetServices().files;
-        result = RunSorting(files, PlanSorting(files, loose_, checks));
+        const auto plan = PlanSorting(files, loose_, checks, main_.GameDirectory);
+        wayIntoGame = plan.wayIntoGame;
+        result = RunSorting(files, plan);
+    }
+    if (!wayIntoGame.empty()) {
+        const QPointer<frmInstaller> open = this;
+        ShowError(this,
+                  WithPath(QStringLiteral("The mod leads into the game through this, so nothing was moved."),
+                           wayIntoGame, {}));
+        if (open) SetListsEnabled(true);
+        return;
     }
     main_.ShowOutcome(OutcomeText(result.moved > 0 ? QStringLiteral("Loose files are sorted")
                                                    : QStringLiteral("No loose file was moved"))

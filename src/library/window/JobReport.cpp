@@ -3,6 +3,8 @@
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 
+#include <QDir>
+
 #include <map>
 #include <string>
 #include <utility>
@@ -78,7 +80,78 @@ QString WhyBackupStays(const UninstallResult& result) {
     return result.backupNotRemoved ? Reason(result.backupNotRemoved) : QString();
 }
 
+/// "214 files: 12 replace the game's, 3 Beta's." The parts that are empty are left out.
+QString Sentence(const QString& beginning, const QStringList& parts, const QString& between) {
+    QStringList said;
+    for (const QString& part : parts)
+        if (!part.isEmpty()) said << part;
+    return said.isEmpty() ? beginning + u'.' : beginning + between + said.join(QStringLiteral(", ")) + u'.';
+}
+
+QString Counted(std::size_t count, const QString& what) {
+    return count == 0 ? QString() : QString::number(count) + what;
+}
+
+QString WasInto(const std::string& otherGame) {
+    return otherGame.empty() ? QString()
+                             : QStringLiteral("It was installed into %1.")
+                                   .arg(QDir::toNativeSeparators(ToQString(otherGame)));
+}
+
+QString Joined(const QString& first, const QString& second) {
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u' ' + second;
+}
+
 } // namespace
+
+QString Describe(const InstallPreview& preview) {
+    QStringList parts(Counted(preview.replaced, preview.replaced == 1
+                                                    ? QStringLiteral(" replaces the game's")
+                                                    : QStringLiteral(" replace the game's")));
+    for (const auto& [mod, count] : preview.ofOthers)
+        parts << QStringLiteral("%1 %2's").arg(count).arg(ToQString(mod));
+    parts << Counted(preview.there, preview.there == 1 ? QStringLiteral(" is there already")
+                                                       : QStringLiteral(" are there already"));
+    const QString files =
+        preview.files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(preview.files);
+    const bool isPlain = preview.replaced + preview.there == 0 && preview.ofOthers.empty();
+    return Joined(WasInto(preview.otherGame),
+                  isPlain ? QString() : Sentence(files, parts, QStringLiteral(": ")));
+}
+
+QString Describe(const InstalledState& state) {
+    if (state.IsAsInstalled()) return {};
+    const QString kept = QStringLiteral(" changed since and will be kept in Changed");
+    const QString staying = QStringLiteral(" changed since and will stay in the game");
+    const auto was = [](std::size_t count) {
+        return count == 1 ? QStringLiteral(" was") : QStringLiteral(" were");
+    };
+    QStringList parts(Counted(state.changed, was(state.changed) + kept));
+    parts << Counted(state.changedNew, was(state.changedNew) + staying)
+          << Counted(state.missing,
+                     state.missing == 1 ? QStringLiteral(" is missing") : QStringLiteral(" are missing"));
+    for (const auto& [mod, count] : state.byOthers)
+        parts << Counted(count, was(count) + QStringLiteral(" replaced by ") + ToQString(mod));
+    const QString beginning =
+        QStringLiteral("%1 of %2 files are as installed").arg(state.inPlace).arg(state.files);
+    return Joined(WasInto(state.otherGame), state.inPlace == state.files
+                                                ? QString()
+                                                : Sentence(beginning, parts, QStringLiteral(", ")));
+}
+
+QString DescribeInstalled(const InstalledState& state) {
+    if (state.files == 0) return {};
+    if (state.inPlace == state.files)
+        return Joined(QStringLiteral("All %1 files are in place.").arg(state.files),
+                      WasInto(state.otherGame));
+    QStringList parts(Counted(state.changed + state.changedNew, QStringLiteral(" changed")));
+    parts << Counted(state.missing, QStringLiteral(" missing"));
+    for (const auto& [mod, count] : state.byOthers)
+        parts << Counted(count, QStringLiteral(" replaced by ") + ToQString(mod));
+    return Joined(Sentence(QStringLiteral("%1 of %2 files are in place").arg(state.inPlace).arg(state.files),
+                           parts, QStringLiteral(", ")),
+                  WasInto(state.otherGame));
+}
 
 QString WhyNotInstalled(const InstallResult& result) {
     if (result.outcome == InstallOutcome::Done) return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/window/OutcomeText.h"
+#include "library/JobPreview.h"
 #include "library/ModInstaller.h"
 #include "library/ModUninstaller.h"
 
@@ -12,6 +13,12 @@ namespace quillbay {
 QString WhyNotInstalled(const InstallResult& result);
 /// Why the mod still counts as installed; empty when `Backup` is gone.
 QString WhyStillInstalled(const UninstallResult& result);
+
+/// What the questions say beside their prescribed texts; empty when there is nothing to say.
+QString Describe(const InstallPreview& preview);
+QString Describe(const InstalledState& state);
+/// The same for the list of installed mods, where a mod that is as it was installed is told, too.
+QString DescribeInstalled(const InstalledState& state);
 
 /// What happened to the mod of that name, for the foot of the main window.
 OutcomeText Describe(const InstallResult& result, const QString& name);

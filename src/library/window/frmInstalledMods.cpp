@@ -1,9 +1,13 @@
 #include "library/window/frmInstalledMods.h"
 
+#include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 #include "library/InstalledMods.h"
+#include "library/window/JobReport.h"
 #include "shell/window/frmSelector.h"
 #include "ui_frmInstalledMods.h"
+
+#include <QHelpEvent>
 
 #include <algorithm>
 #include <iterator>
@@ -13,10 +17,26 @@ namespace quillbay {
 frmInstalledMods::frmInstalledMods(frmSelector& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmInstalledMods>()) {
     ui_->setupUi(this);
+    ui_->lstCurrentMods->viewport()->installEventFilter(this);
     connect(&main, &frmSelector::ModListRebuilt, this, &frmInstalledMods::FollowMainList);
 }
 
 frmInstalledMods::~frmInstalledMods() = default;
+
+bool frmInstalledMods::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto& list = *ui_->lstCurrentMods;
+        auto* item = list.itemAt(static_cast<QHelpEvent*>(event)->pos());
+        const auto row = static_cast<std::size_t>(list.row(item));
+        if (item && row < rows_.size()) {
+            const auto& files = main_.GetServices().files;
+            const ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), rows_[row].path};
+            item->setToolTip(
+                PlainToolTip(DescribeInstalled(LookAtInstalled(files, PlanUninstall(files, job)))));
+        }
+    }
+    return EffectWindow::eventFilter(watched, event);
+}
 
 void frmInstalledMods::FollowMainList() {
     if (!isVisible()) return;
@@ -36,6 +56,7 @@ void frmInstalledMods::Fill() {
 }
 
 void frmInstalledMods::Show(const std::vector<ModRow>& rows) {
+    rows_ = rows;
     QStringList texts;
     for (const ModRow& row : rows)
         texts += ToQString(row.text);

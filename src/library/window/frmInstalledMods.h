@@ -27,6 +27,8 @@ public:
 protected:
     void Form_Load() override { Fill(); }
     void Form_Activate() override { Fill(); }
+    /// A row says how its mod's files stand when the pointer rests on it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// Follows a rebuild of the main list and its selection: mods only; addons come back when the window is
@@ -38,6 +40,7 @@ private:
     frmSelector& main_;
     std::unique_ptr<Ui::frmInstalledMods> ui_;
     QStringList shown_;
+    std::vector<ModRow> rows_; ///< that are shown; none for the placeholder
 };
 
 } // namespace quillbay

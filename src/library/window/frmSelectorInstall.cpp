@@ -131,7 +131,8 @@ void frmSelector::InstallMod() {
         if (!Confirmed(this,
                        QStringLiteral("You have selected the ") + name +
                            QStringLiteral(" mod. Do you want to install it?"),
-                       QStringLiteral("Install ") + name + QStringLiteral(" mod?"))) {
+                       QStringLiteral("Install ") + name + QStringLiteral(" mod?"), QMessageBox::Question,
+                       Describe(Preview(services_.files, PlanInstall(services_.files, *job))))) {
             return;
         }
         busy.SetCaption(QStringLiteral("Installing"));
@@ -181,7 +182,8 @@ void frmSelector::UninstallMod() {
         if (!Confirmed(this,
                        QStringLiteral("Are you sure you want to uninstall the ") + name +
                            QStringLiteral(" mod?"),
-                       QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"))) {
+                       QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"), QMessageBox::Question,
+                       Describe(LookAtInstalled(services_.files, PlanUninstall(services_.files, *job))))) {
             return;
         }
         if (!IsInstalled(services_.files, job->ModFolder()) &&

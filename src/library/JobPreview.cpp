@@ -1,0 +1,55 @@
+#include "library/JobPreview.h"
+
+namespace quillbay {
+
+namespace {
+
+std::string OtherGame(const JobPlan& plan) {
+    return plan.IsOfAnotherGame() ? plan.Record()->game : std::string();
+}
+
+} // namespace
+
+InstallPreview Preview(const FileSystem& files, const InstallPlan& plan) {
+    InstallPreview preview;
+    preview.otherGame = OtherGame(plan);
+    FileOwners owners(files, plan.otherMods);
+    for (const auto& [file, place] : plan.items) {
+        if (place.gameIsBlocked) continue;
+        ++preview.files;
+        if (place.gamePath.empty()) continue;
+        LookedAtFile present(files, place.gamePath, place.gameIsLink);
+        const auto& info = present.Info();
+        if (info && !place.gameIsLink && info->size == file.size && info->modified == file.modified)
+            ++preview.there;
+        else if (const auto* owner = owners.GuessOwner(present, place.position, place.name))
+            ++preview.ofOthers[std::string(owner->Name())];
+        else if (!place.recorded || !present.Resembles(*place.recorded))
+            ++preview.replaced;
+    }
+    return preview;
+}
+
+InstalledState LookAtInstalled(const FileSystem& files, const UninstallPlan& plan) {
+    InstalledState state;
+    state.otherGame = OtherGame(plan);
+    FileOwners owners(files, plan.otherMods);
+    for (const auto& place : plan.places) {
+        if (!place.recorded || place.recorded->state == RecordedState::GivenBack) continue;
+        ++state.files;
+        if (place.gamePath.empty()) {
+            ++state.missing;
+            continue;
+        }
+        LookedAtFile present(files, place.gamePath, place.gameIsLink);
+        if (present.Resembles(*place.recorded))
+            ++state.inPlace;
+        else if (const auto* owner = owners.GuessOwner(present, place.position, place.name))
+            ++state.byOthers[std::string(owner->Name())];
+        else
+            ++(place.savedPath.empty() ? state.changedNew : state.changed);
+    }
+    return state;
+}
+
+} // namespace quillbay
