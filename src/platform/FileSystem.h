@@ -36,19 +36,20 @@ struct DirEntry {
     bool IsPlainFile() const { return kind == EntryKind::File && !hidden; }
 };
 
-/// Equal for two names of one file; all zero where the system does not tell.
+/// Equal for two names of one file or folder. All zero where the system does not tell, which proves nothing.
 struct FileId {
     std::uint64_t volume = 0;
     std::uint64_t file = 0;
 
     bool operator==(const FileId&) const = default;
+    explicit operator bool() const { return volume != 0 || file != 0; }
 };
 
 struct FileInfo : DirEntry {
     unsigned links = 1;   ///< how many names (hard links) the file has
     bool isMount = false; ///< a folder where something is mounted (Windows: such a folder is a link)
-    /// When bytes or attributes last changed, which nobody can set (POSIX: ctime; NTFS: ChangeTime):
-    /// nanoseconds since 1970; 0 where the system does not tell.
+    /// When bytes or attributes last changed, which nobody can set (POSIX: ctime; NTFS: ChangeTime), of what
+    /// a link leads to: nanoseconds since 1970; 0 where the system does not tell.
     std::int64_t changed = 0;
     FileId id; ///< of what a link leads to
 };

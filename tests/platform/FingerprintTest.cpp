@@ -23,10 +23,10 @@ TEST(Fingerprint, IsReadBackFromItsDigitsAlone) {
     const Fingerprint small{0x0123456789abcdef, 0xf};
     EXPECT_EQ(ToHex(small), "0123456789abcdef000000000000000f");
     EXPECT_EQ(FingerprintFromHex(ToHex(small)), small);
-    EXPECT_EQ(FingerprintFromHex("0123456789ABCDEF000000000000000F"), small);
-    for (const char* text : {"", "0", "0123456789abcdef00000000000000f", "0123456789abcdef000000000000000f0",
-                             "0123456789abcdef-00000000000000f", "0123456789abcdeg000000000000000f",
-                             "0x23456789abcdef000000000000000f ", " 123456789abcdef000000000000000f"})
+    for (const char* text : {"", "0", "0123456789ABCDEF000000000000000F", "0123456789abcdef00000000000000f",
+                             "0123456789abcdef000000000000000f0", "0123456789abcdef-00000000000000f",
+                             "0123456789abcdeg000000000000000f", "0x23456789abcdef000000000000000f ",
+                             " 123456789abcdef000000000000000f"})
         EXPECT_FALSE(FingerprintFromHex(text)) << text;
 }
 

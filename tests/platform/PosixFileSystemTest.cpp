@@ -56,12 +56,15 @@ TEST_F(PosixFileSystemTest, LinksAreReportedAsLinksToWhatTheyLeadTo) {
     EXPECT_EQ(disk_->ReadLink(temp_ / "in\\TOFOLDER").ValueOr({}), "../outside");
     EXPECT_EQ(disk_->Read(temp_ / "in\\toFile", 3, 9).ValueOr({}), "45");
     EXPECT_EQ(disk_->SameContents(temp_ / "in\\toFile", temp_ / "outside\\file").ValueOr(false), true);
+    EXPECT_EQ(disk_->FingerprintFile(temp_ / "in\\toFile").ValueOr({}), FingerprintOf("12345"));
+    EXPECT_EQ(InfoOf("in\\toFolder").id, InfoOf("outside").id);
     EXPECT_EQ(disk_->TreeSize(temp_ / "in").ValueOr(99), 0U);
     EXPECT_EQ(disk_->TreeSize(temp_ / "in\\TOFOLDER").ValueOr(0), 5U);
     EXPECT_EQ(disk_->RealPath(temp_ / "in\\toFolder\\FILE").ValueOr({}), DiskText(temp_ / "outside\\file"));
     // A pipe without a writer must not make anybody wait.
     const auto unsupported = std::errc::operation_not_supported;
     EXPECT_EQ(disk_->Read(temp_ / "in\\.pipe", 0, 9).Error(), unsupported);
+    EXPECT_EQ(disk_->FingerprintFile(temp_ / "in\\.pipe").Error(), unsupported);
     EXPECT_EQ(disk_->Copy(temp_ / "in\\.pipe", temp_ / "in\\copy", {}), unsupported);
 }
 
