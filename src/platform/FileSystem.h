@@ -135,9 +135,15 @@ public:
     /// Replaces the whole file, or makes it: temporary name, flush, rename. On failure the old one stays.
     [[nodiscard]] virtual std::error_code WriteFile(std::string_view file, std::string_view bytes) = 0;
     [[nodiscard]] virtual std::error_code SetReadOnly(std::string_view file, bool readOnly) = 0;
-    /// Sets the modification time of a file or folder.
+    /// Sets the modification time of a file or folder and reads it back: operation_not_supported where the
+    /// file system reports success but keeps another one.
     [[nodiscard]] virtual std::error_code SetModified(std::string_view path, FileTime time) = 0;
 };
+
+/// Whether a file system that keeps times to two seconds, as FAT does, would keep `wanted` as `held`.
+constexpr bool IsHeldTime(FileTime wanted, FileTime held) {
+    return std::chrono::abs(wanted - held) < std::chrono::seconds(2);
+}
 
 /// What an interrupted operation leaves behind has this name; it is nobody's data.
 inline constexpr std::string_view kTempNew = "~quillbay.new";

@@ -6,6 +6,7 @@
 #include "modinfo/ModDetails.h"
 #include "platform/FileSystemWrapper.h"
 #include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
 namespace quillbay::test {
@@ -38,6 +39,19 @@ TEST_F(PosixInstallTest, ALinkInTheGameIsSavedAndRestoredAsALink) {
     EXPECT_FALSE(lab.Uninstall("Later").BackupStays());
     EXPECT_EQ(Differences(before, lab.State("game")), "");
     EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+}
+
+TEST_F(PosixInstallTest, SetIdBitsComeBack) {
+    lab.Make({"game/tool", "mods/M/tool"});
+    fs::permissions(lab.Native("game/tool"), fs::perms(06755));
+    const auto before = lab.State("game");
+    FaultyFileSystem files(lab.Files());
+    for (const bool copies : {false, true}) {
+        if (copies) files.ForbidHardLinks();
+        EXPECT_EQ(lab.Install(files, "M").saved, 1u);
+        EXPECT_FALSE(lab.Uninstall(files, "M").BackupStays());
+        EXPECT_EQ(Differences(before, lab.State("game")), "") << copies;
+    }
 }
 
 TEST_F(PosixInstallTest, FilesOfAModAreReadThroughLinks) {

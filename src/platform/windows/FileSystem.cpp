@@ -388,10 +388,16 @@ public:
         if (!path) return path.Error();
         const auto wanted = ToFileTime(time);
         if (!wanted) return std::make_error_code(std::errc::invalid_argument);
-        const Handle handle(CreateFileW(path->c_str(), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        if (!handle || !SetFileTime(handle.Get(), nullptr, nullptr, &*wanted)) return LastError();
-        return {};
+        const Handle handle(CreateFileW(path->c_str(), FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
+                                        kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                        nullptr));
+        FILETIME held{};
+        if (!handle || !SetFileTime(handle.Get(), nullptr, nullptr, &*wanted) ||
+            !GetFileTime(handle.Get(), nullptr, nullptr, &held))
+            return LastError();
+        return IsHeldTime(time, FromFileTime(held))
+                   ? std::error_code{}
+                   : std::make_error_code(std::errc::operation_not_supported);
     }
 
 private:
