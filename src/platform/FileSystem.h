@@ -115,7 +115,8 @@ public:
     /// Removes a file (a read-only one too) or a link itself, never a folder.
     [[nodiscard]] virtual std::error_code RemoveFile(std::string_view file) = 0;
     /// Removes a folder with everything in it, read-only files included; never follows a link, junction or
-    /// mount out of it. Goes on after a failure and reports the first one.
+    /// mount out of it. Goes on after a failure and reports the first one. A folder where something is
+    /// mounted stays as it is, and so do the folders above it: cross_device_link.
     [[nodiscard]] virtual std::error_code RemoveTree(std::string_view folder) = 0;
     /// Copies a file with its modification time, permissions and attributes. The bytes go to `kTempNew`
     /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`; with
