@@ -69,7 +69,7 @@ Result<bool> LookedAtFile::Equals(const std::string& other, bool otherIsLink) {
 
 bool LookedAtFile::IsSameFileAs(const std::string& other) {
     const auto& info = Info();
-    if (!info || info->links < 2 || info->id == FileId{}) return false;
+    if (!info || info->links < 2 || !info->id) return false;
     const auto otherInfo = files_.Stat(other);
     return otherInfo && otherInfo->id == info->id;
 }

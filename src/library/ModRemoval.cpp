@@ -6,6 +6,9 @@
 #include "library/OwnTree.h"
 #include "platform/PathText.h"
 
+#include <optional>
+#include <utility>
+
 namespace quillbay {
 
 namespace {
@@ -34,6 +37,27 @@ void RemoveKnownFiles(FileSystem& files, const std::string& modFolder, const Rem
     }
 }
 
+bool IsMount(const FileSystem& files, std::string_view folder) {
+    const auto found = files.Stat(folder);
+    return found && found->isMount;
+}
+
+/// The first mount in what is left of a tree.
+std::optional<std::string> FindMount(const FileSystem& files, const std::string& root) {
+    std::vector<std::string> pending{root};
+    while (!pending.empty()) {
+        const std::string folder = std::move(pending.back());
+        pending.pop_back();
+        for (const DirEntry& entry : files.List(folder, Detail::Names).ValueOr({})) {
+            if (entry.kind != EntryKind::Folder || entry.isLink) continue;
+            std::string path = Join(folder, entry.name);
+            if (IsMount(files, path)) return path;
+            pending.push_back(std::move(path));
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirectory,
@@ -51,13 +75,19 @@ RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirector
     return RemovalState::Free;
 }
 
-std::error_code RemoveModFolder(FileSystem& files, const std::string& modFolder,
-                                const RemovalProgress& progress) {
-    const auto found = files.Stat(modFolder);
-    if (found && found->isLink) return files.RemoveFile(modFolder);
-    if (found && found->isMount) return std::make_error_code(std::errc::cross_device_link);
+RemovalResult RemoveModFolder(FileSystem& files, const std::string& modFolder,
+                              const RemovalProgress& progress) {
+    if (IsLinkItself(files, modFolder)) return {files.RemoveFile(modFolder), modFolder};
+    if (IsMount(files, modFolder))
+        return {std::make_error_code(std::errc::cross_device_link), modFolder, true};
     RemoveKnownFiles(files, modFolder, progress);
-    return files.RemoveTree(modFolder);
+    RemovalResult result{files.RemoveTree(modFolder), modFolder};
+    if (!result.error) return result;
+    if (auto mount = FindMount(files, modFolder)) {
+        result.stays = std::move(*mount);
+        result.isMount = true;
+    }
+    return result;
 }
 
 } // namespace quillbay

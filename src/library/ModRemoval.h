@@ -22,13 +22,20 @@ enum class RemovalState {
 RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirectory,
                           std::string_view modsFolder, const std::vector<ModRow>& rows, const ModPath& mod);
 
+struct RemovalResult {
+    std::error_code error; ///< the first reason why something stays; none when all is gone
+    std::string stays;    ///< when something stays: the folder where something is mounted, else the mod's own
+    bool isMount = false; ///< `stays` is such a folder, whose contents were not touched
+};
+
 /// Called after each file.
 using RemovalProgress = std::function<void(std::size_t done, std::size_t total)>;
 
 /// Deletes the folder of a mod: first, one by one, the files in its known folders, then all the rest.
 /// Read-only files go too; links, junctions and mounts are never followed out of it, and a folder that is a
-/// link itself goes without what it leads to. What cannot be deleted stays; the first reason is returned.
-std::error_code RemoveModFolder(FileSystem& files, const std::string& modFolder,
-                                const RemovalProgress& progress);
+/// link itself goes without what it leads to. What cannot be deleted stays; nothing is done to a folder that
+/// is a mount itself.
+RemovalResult RemoveModFolder(FileSystem& files, const std::string& modFolder,
+                              const RemovalProgress& progress);
 
 } // namespace quillbay

@@ -25,8 +25,9 @@ public:
         if (indexed_ != position) {
             indexed_ = position;
             names_.clear();
-            for (const auto& file : std::ranges::equal_range(files_, position, {}, &File::position))
-                names_.emplace(FoldCase(file.name), &file);
+            auto file = std::ranges::lower_bound(files_, position, {}, &File::position);
+            for (; file != files_.end() && file->position == position; ++file)
+                names_.emplace(FoldCase(file->name), &*file);
         }
         if (names_.empty()) return nullptr;
         const auto found = names_.find(FoldCase(name));

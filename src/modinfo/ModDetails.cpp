@@ -38,19 +38,35 @@ void AddPictures(ModDetails& details, const std::string& folder, const std::vect
     }
 }
 
-/// The bytes of a mod, without what this program keeps in its folder beside the saved copies.
+/// The bytes that this program keeps in the folder of a mod or an addon beside the saved copies.
+std::uint64_t MeasureKept(const FileSystem& files, const std::string& folder,
+                          const std::vector<DirEntry>& entries) {
+    std::uint64_t kept = 0;
+    for (const auto name : {kChangedName, kTempBackup})
+        if (const auto* entry = FindEntry(entries, name, EntryKind::Folder); entry && !entry->isLink)
+            kept += files.TreeSize(Join(folder, entry->name)).ValueOr(0);
+    if (const auto* backup = FindBackup(entries); backup && !backup->isLink)
+        if (const auto record = files.Stat(Join(Join(folder, backup->name), kRecordName)))
+            kept += record->size;
+    return kept;
+}
+
+/// The bytes of a mod and its addons, without what is kept there.
 std::optional<std::uint64_t> MeasureMod(const FileSystem& files, const std::string& folder,
                                         const std::vector<DirEntry>& entries) {
     const auto whole = files.TreeSize(folder);
     if (!whole) return std::nullopt;
-    std::uint64_t own = 0;
-    for (const auto name : {kChangedName, kTempBackup})
-        if (const auto* entry = FindEntry(entries, name, EntryKind::Folder); entry && !entry->isLink)
-            own += files.TreeSize(Join(folder, entry->name)).ValueOr(0);
-    if (const auto* backup = FindBackup(entries); backup && !backup->isLink)
-        if (const auto record = files.Stat(Join(Join(folder, backup->name), kRecordName)))
-            own += record->size;
-    return *whole - std::min(own, *whole);
+    std::uint64_t kept = MeasureKept(files, folder, entries);
+    const auto* addons = FindEntry(entries, "Addon", EntryKind::Folder);
+    if (addons && !addons->isLink) {
+        const auto addonFolder = Join(folder, addons->name);
+        for (const auto& addon : files.List(addonFolder, Detail::Names).ValueOr({})) {
+            if (addon.kind != EntryKind::Folder || addon.isLink) continue;
+            const auto path = Join(addonFolder, addon.name);
+            kept += MeasureKept(files, path, files.List(path, Detail::Names).ValueOr({}));
+        }
+    }
+    return *whole - std::min(kept, *whole);
 }
 
 /// A file that is there but cannot be read counts as one without fields.
@@ -81,8 +97,6 @@ ModDetails ReadModDetails(const FileSystem& files, std::string_view modFolder) {
     if (auto& root = known[kKnownFolderCount]; !root.empty()) {
         details.fileCount = fileCount;
         details.size = MeasureMod(files, std::string(modFolder), root.front().entries);
-    }
-    if (auto& root = known[kKnownFolderCount]; !root.empty()) {
         plainFiles = std::move(root.front().entries);
         std::erase_if(plainFiles, [](const DirEntry& entry) { return !entry.IsPlainFile(); });
     }

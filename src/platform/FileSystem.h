@@ -36,19 +36,20 @@ struct DirEntry {
     bool IsPlainFile() const { return kind == EntryKind::File && !hidden; }
 };
 
-/// Equal for two names of one file; all zero where the system does not tell.
+/// Equal for two names of one file or folder. All zero where the system does not tell, which proves nothing.
 struct FileId {
     std::uint64_t volume = 0;
     std::uint64_t file = 0;
 
     bool operator==(const FileId&) const = default;
+    explicit operator bool() const { return volume != 0 || file != 0; }
 };
 
 struct FileInfo : DirEntry {
     unsigned links = 1;   ///< how many names (hard links) the file has
     bool isMount = false; ///< a folder where something is mounted (Windows: such a folder is a link)
-    /// When bytes or attributes last changed, which nobody can set (POSIX: ctime; NTFS: ChangeTime):
-    /// nanoseconds since 1970; 0 where the system does not tell.
+    /// When bytes or attributes last changed, which nobody can set (POSIX: ctime; NTFS: ChangeTime), of what
+    /// a link leads to: nanoseconds since 1970; 0 where the system does not tell.
     std::int64_t changed = 0;
     FileId id; ///< of what a link leads to
 };
@@ -114,7 +115,8 @@ public:
     /// Removes a file (a read-only one too) or a link itself, never a folder.
     [[nodiscard]] virtual std::error_code RemoveFile(std::string_view file) = 0;
     /// Removes a folder with everything in it, read-only files included; never follows a link, junction or
-    /// mount out of it. Goes on after a failure and reports the first one.
+    /// mount out of it. Goes on after a failure and reports the first one. A folder where something is
+    /// mounted stays as it is, and so do the folders above it: cross_device_link.
     [[nodiscard]] virtual std::error_code RemoveTree(std::string_view folder) = 0;
     /// Copies a file with its modification time, permissions and attributes. The bytes go to `kTempNew`
     /// beside `to`, which is then renamed, so that no half-written file ever has the name `to`; with
@@ -134,9 +136,15 @@ public:
     /// Replaces the whole file, or makes it: temporary name, flush, rename. On failure the old one stays.
     [[nodiscard]] virtual std::error_code WriteFile(std::string_view file, std::string_view bytes) = 0;
     [[nodiscard]] virtual std::error_code SetReadOnly(std::string_view file, bool readOnly) = 0;
-    /// Sets the modification time of a file or folder.
+    /// Sets the modification time of a file or folder and reads it back: operation_not_supported where the
+    /// file system reports success but keeps another one.
     [[nodiscard]] virtual std::error_code SetModified(std::string_view path, FileTime time) = 0;
 };
+
+/// Whether a file system that keeps times to two seconds, as FAT does, would keep `wanted` as `held`.
+constexpr bool IsHeldTime(FileTime wanted, FileTime held) {
+    return std::chrono::abs(wanted - held) < std::chrono::seconds(2);
+}
 
 /// What an interrupted operation leaves behind has this name; it is nobody's data.
 inline constexpr std::string_view kTempNew = "~quillbay.new";

@@ -1,4 +1,5 @@
 #include "platform/FileSystemWrapper.h"
+#include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 #include "support/ListingFileSystem.h"
 
@@ -120,6 +121,22 @@ TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
         EXPECT_FALSE(lab.Installed(mod)) << mod;
     }
     EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
+TEST_F(InstallTest, WhatTheGameProtectsComesBackProtected) {
+    lab.Make({"game/odf/linked.odf", "game/odf/own.odf", "mods/M/odf/own.odf"});
+    create_hard_link(lab.Native("game/odf/linked.odf"), lab.Native("mods/M/odf/linked.odf"));
+    for (const char* path : {"game/odf/linked.odf", "game/odf/own.odf"})
+        lab.SetReadOnly(path);
+    const auto before = lab.State("game");
+    FaultyFileSystem files(lab.Files());
+    for (const bool copies : {false, true}) {
+        lab.SetReadOnly("mods/M/odf/own.odf");
+        if (copies) files.ForbidHardLinks();
+        EXPECT_EQ(lab.Install(files, "M").installed, 2u);
+        EXPECT_FALSE(lab.Uninstall(files, "M").BackupStays());
+        EXPECT_EQ(Differences(before, lab.State("game")), "") << copies;
+    }
 }
 
 TEST_F(InstallTest, ABackupThatMustStayLetsASecondUninstallationTakeNothingAway) {

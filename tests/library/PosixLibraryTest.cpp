@@ -5,7 +5,9 @@
 #include "library/OwnTree.h"
 #include "modinfo/ModDetails.h"
 #include "platform/FileSystemWrapper.h"
+#include "support/BindMount.h"
 #include "support/DiskTest.h"
+#include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
 namespace quillbay::test {
@@ -38,6 +40,19 @@ TEST_F(PosixInstallTest, ALinkInTheGameIsSavedAndRestoredAsALink) {
     EXPECT_FALSE(lab.Uninstall("Later").BackupStays());
     EXPECT_EQ(Differences(before, lab.State("game")), "");
     EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+}
+
+TEST_F(PosixInstallTest, SetIdBitsComeBack) {
+    lab.Make({"game/tool", "mods/M/tool"});
+    fs::permissions(lab.Native("game/tool"), fs::perms(06755));
+    const auto before = lab.State("game");
+    FaultyFileSystem files(lab.Files());
+    for (const bool copies : {false, true}) {
+        if (copies) files.ForbidHardLinks();
+        EXPECT_EQ(lab.Install(files, "M").saved, 1u);
+        EXPECT_FALSE(lab.Uninstall(files, "M").BackupStays());
+        EXPECT_EQ(Differences(before, lab.State("game")), "") << copies;
+    }
 }
 
 TEST_F(PosixInstallTest, FilesOfAModAreReadThroughLinks) {
@@ -125,7 +140,7 @@ TEST_F(PosixModRemovalTest, NeverLeavesTheModAndLeavesStubbornFilesToTheTree) {
     } files(*disk_);
     const auto expectOne = [](std::size_t done, std::size_t total) { EXPECT_EQ(done + total, 2U); };
     for (const char* mod : {"mods\\M", "mods\\Linked"})
-        EXPECT_FALSE(RemoveModFolder(files, temp_ / mod, expectOne));
+        EXPECT_FALSE(RemoveModFolder(files, temp_ / mod, expectOne).error);
     EXPECT_TRUE(disk_->List(temp_ / "mods", Detail::Names)->empty());
 }
 
@@ -144,6 +159,24 @@ TEST_F(PosixModRemovalTest, WhatIsMountedIsNoPartOfATree) {
     EXPECT_TRUE(FindEntry(*all, "proc", EntryKind::Folder));
     EXPECT_FALSE(FindEntry(*own, "proc", EntryKind::Folder));
     EXPECT_TRUE(FindEntry(*own, "etc", EntryKind::Folder));
+}
+
+TEST_F(PosixModRemovalTest, StopsAtAMountAndNamesIt) {
+    // "x" is entered by descriptor, "Sod" by its path; each holds the game.
+    for (const char* place : {"mods\\M\\x\\y", "mods\\M\\Sod", "mods\\M"}) {
+        PutFolder(temp_ / place);
+        const BindMount mount(temp_ / "game", temp_ / place);
+        if (!mount) GTEST_SKIP() << "only root may mount";
+        EXPECT_TRUE(InfoOf(place).isMount);
+        const auto result = RemoveModFolder(*disk_, temp_ / "mods\\M", [](auto, auto) {});
+        EXPECT_EQ(result.error, std::errc::cross_device_link);
+        EXPECT_TRUE(result.isMount);
+        EXPECT_EQ(result.stays, temp_ / place);
+        EXPECT_EQ(disk_->RemoveTree(temp_ / place), std::errc::cross_device_link);
+        EXPECT_EQ(BytesOf(std::string(place) + "\\odf\\ships\\a.odf"), "game's own");
+    }
+    EXPECT_EQ(RemoveModFolder(*disk_, temp_ / "mods\\M", [](auto, auto) {}).stays, temp_ / "mods\\M");
+    EXPECT_EQ(disk_->List(temp_ / "mods", Detail::Names)->size(), 1U) << "the link to the game";
 }
 
 } // namespace

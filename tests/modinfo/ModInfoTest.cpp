@@ -119,6 +119,19 @@ TEST_F(ModInfo, DetailsComeFromOneListingAndFallBackWhereAFileCannotBeRead) {
     EXPECT_EQ(gone.captions.author, "(File 'ModInfo.txt' not found)");
 }
 
+TEST_F(ModInfo, SizeAndCountAreWithoutWhatTheProgramKeeps) {
+    temp_.Put("file=12345 Backup/odf/saved=123 Addon/A/own=1");
+    const auto expectSame = [&] {
+        EXPECT_EQ(Details().size, 9U);
+        EXPECT_EQ(Details().fileCount, 1U);
+    };
+    expectSame();
+    for (const std::string folder : {"", "Addon/A/"})
+        temp_.Put(folder + "Backup/~quillbay.record=12 " + folder + "Changed/then/odf/a=3 " + folder +
+                  "~quillbay.bak/b=45");
+    expectSame();
+}
+
 TEST_F(ModInfo, TheListingOrderDecidesBetweenPictures) {
     using Paths = std::vector<std::string>;
     const std::string bitmap = temp_ / "ModPic.bmp";

@@ -20,6 +20,7 @@ protected:
             {"ReadLink", disk_->ReadLink(path).Error()},
             {"SameContents", disk_->SameContents(path, file_).Error()},
             {"SameContents with", disk_->SameContents(file_, path).Error()},
+            {"FingerprintFile", disk_->FingerprintFile(path).Error()},
             {"TreeSize", disk_->TreeSize(path).Error()},
             {"RealPath", disk_->RealPath(path).Error()},
             {"RemoveEmptyFolder", disk_->RemoveEmptyFolder(path)},
@@ -62,6 +63,8 @@ TEST_F(FileSystemContractTest, ListsNamesKindsSizesAndTimes) {
     EXPECT_EQ(info.kind, EntryKind::File);
     EXPECT_EQ(info.size, 5U);
     EXPECT_EQ(info.modified, kOldTime);
+    EXPECT_GT(info.changed, std::chrono::nanoseconds(kOldTime.time_since_epoch()).count())
+        << "not set with the other time";
     EXPECT_EQ(disk_->List(temp_ / "Mods\\Some file.TXT", Detail::Names).Error(), std::errc::not_a_directory);
 }
 
@@ -134,6 +137,7 @@ TEST_F(FileSystemContractTest, MakesAndRemovesFoldersAndProtectedFiles) {
     EXPECT_TRUE(disk_->RemoveFile(full));
     EXPECT_TRUE(disk_->Read(full, 0, 1).Error());
     EXPECT_TRUE(disk_->SameContents(file_, full).Error());
+    EXPECT_EQ(disk_->FingerprintFile(full).Error(), std::errc::is_a_directory);
     EXPECT_FALSE(disk_->RemoveTree(temp_ / "tree"));
     EXPECT_EQ(temp_.Contents(), "file=x full/ full/protected=x");
     EXPECT_FALSE(disk_->RemoveFile(full + "\\protected"));
@@ -160,6 +164,7 @@ TEST_F(FileSystemContractTest, CopiesWritesReadsAndComparesEveryByte) {
         }
         ASSERT_FALSE(disk_->SetReadOnly(file_, false));
         EXPECT_EQ(disk_->Read(file_, 0, SIZE_MAX).ValueOr("none"), bytes);
+        EXPECT_EQ(disk_->FingerprintFile(file_).ValueOr({}), FingerprintOf(bytes));
         EXPECT_EQ(disk_->Read(file_, UINT64_MAX, SIZE_MAX).ValueOr("none"), "");
         for (const std::string& same : {file_, copy})
             EXPECT_EQ(isSame(same).ValueOr(false), true);
@@ -201,6 +206,8 @@ TEST_F(FileSystemContractTest, HardLinksAreNamesOfOneFile) {
     ASSERT_FALSE(disk_->HardLink(file_, other, true));
     ASSERT_FALSE(disk_->HardLink(file_, third, true));
     EXPECT_EQ(InfoOf("file").links, 3U);
+    EXPECT_TRUE(InfoOf("file").id && InfoOf("file").id == InfoOf("OTHER").id);
+    EXPECT_FALSE(InfoOf("file").id == InfoOf("new").id || InfoOf("file").id == InfoOf("").id);
     EXPECT_EQ(temp_.Contents(), "file=one new=new other=one third=one");
 
     // Replacing one name leaves the others with the old bytes; a copy onto itself ends the sharing.

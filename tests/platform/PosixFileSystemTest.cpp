@@ -56,12 +56,15 @@ TEST_F(PosixFileSystemTest, LinksAreReportedAsLinksToWhatTheyLeadTo) {
     EXPECT_EQ(disk_->ReadLink(temp_ / "in\\TOFOLDER").ValueOr({}), "../outside");
     EXPECT_EQ(disk_->Read(temp_ / "in\\toFile", 3, 9).ValueOr({}), "45");
     EXPECT_EQ(disk_->SameContents(temp_ / "in\\toFile", temp_ / "outside\\file").ValueOr(false), true);
+    EXPECT_EQ(disk_->FingerprintFile(temp_ / "in\\toFile").ValueOr({}), FingerprintOf("12345"));
+    EXPECT_EQ(InfoOf("in\\toFolder").id, InfoOf("outside").id);
     EXPECT_EQ(disk_->TreeSize(temp_ / "in").ValueOr(99), 0U);
     EXPECT_EQ(disk_->TreeSize(temp_ / "in\\TOFOLDER").ValueOr(0), 5U);
     EXPECT_EQ(disk_->RealPath(temp_ / "in\\toFolder\\FILE").ValueOr({}), DiskText(temp_ / "outside\\file"));
     // A pipe without a writer must not make anybody wait.
     const auto unsupported = std::errc::operation_not_supported;
     EXPECT_EQ(disk_->Read(temp_ / "in\\.pipe", 0, 9).Error(), unsupported);
+    EXPECT_EQ(disk_->FingerprintFile(temp_ / "in\\.pipe").Error(), unsupported);
     EXPECT_EQ(disk_->Copy(temp_ / "in\\.pipe", temp_ / "in\\copy", {}), unsupported);
 }
 
@@ -104,7 +107,13 @@ TEST_F(PosixFileSystemTest, LinksAreCopiedAsAskedFor) {
     EXPECT_FALSE(disk_->Copy(temp_ / "LINK", temp_ / "kept", {.keepLink = true}));
     EXPECT_EQ(NativeInfo("kept").st_mtim.tv_sec, 200);
     EXPECT_EQ(NativeInfo("kept").st_mtim.tv_nsec, 7);
+    // Both times are passed on: some file systems take no single one.
+    EXPECT_EQ(NativeInfo("kept").st_atim.tv_sec, 100);
+    ASSERT_EQ(::utimensat(AT_FDCWD, native.c_str(), times.data(), 0), 0);
     EXPECT_FALSE(disk_->Copy(temp_ / "link", temp_ / "followed", {}));
+    EXPECT_EQ(NativeInfo("followed").st_atim.tv_sec, 100);
+    EXPECT_FALSE(disk_->SetModified(temp_ / "followed", FileTime{std::chrono::seconds(300)}));
+    EXPECT_EQ(NativeInfo("followed").st_atim.tv_sec, 100);
 
     // A link that leads nowhere is something, too.
     PutLink("dangling", "nowhere");
@@ -121,6 +130,23 @@ TEST_F(PosixFileSystemTest, LinksAreCopiedAsAskedFor) {
     EXPECT_FALSE(disk_->Copy(temp_ / "toFollowed", temp_ / "followed", {.replace = true}));
     EXPECT_FALSE(disk_->Copy(temp_ / "followed", temp_ / "toFollowed", {.replace = true}));
     EXPECT_EQ(BytesOf("followed") + BytesOf("toFollowed"), "bytesbytes");
+}
+
+TEST_F(PosixFileSystemTest, RightsAreLentOnlyByTheirOwner) {
+    temp_.Put("file=x");
+    const std::string file = DiskText(temp_ / "file");
+    const auto modeAfterCopy = [&](bool isItself) {
+        EXPECT_FALSE(disk_->Copy(temp_ / "file", temp_ / "copy", {.replace = true, .keepLink = isItself}));
+        return NativeInfo("copy").st_mode & 07777U;
+    };
+    ASSERT_EQ(::chmod(file.c_str(), 06751), 0);
+    EXPECT_EQ(modeAfterCopy(true), 06751U);
+    EXPECT_EQ(modeAfterCopy(false), 0751U);
+    if (::chown(file.c_str(), 12345, 12345) != 0) GTEST_SKIP() << "only root can give a file away";
+    ASSERT_EQ(::chmod(file.c_str(), 06751), 0);
+    EXPECT_EQ(modeAfterCopy(true), 0751U);
+    EXPECT_FALSE(disk_->WriteFile(temp_ / "file", "written"));
+    EXPECT_EQ(NativeInfo("file").st_mode & 07777U, 0751U);
 }
 
 TEST_F(PosixFileSystemTest, TheExactNameGoesBeforeOtherSpellings) {

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace quillbay::test {
 namespace {
@@ -97,6 +100,25 @@ TEST(PosixProgramFolderTest, AnInstalledProgramKeepsItsModsInTheUsersFolder) {
     const ScopedVariable home("HOME", temp.Path());
     const ScopedVariable relative("XDG_DATA_HOME", "somewhere");
     EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/.local/share/quillbay");
+}
+
+TEST(PosixProgramFolderTest, ModsBesideTheProgramCountsForWhoMayWriteToIt) {
+    const TempFolder temp;
+    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/data");
+    const std::string program = temp.Path() + "/program";
+    const std::string mods = program + "/mods";
+    PutFolder(mods);
+    ASSERT_EQ(::chmod(program.c_str(), 0555) + ::chmod(mods.c_str(), 0755), 0);
+    EXPECT_EQ(ChooseProgramFolder(program), program);
+    ASSERT_EQ(::chmod(mods.c_str(), 0555), 0);
+    const pid_t child = ::fork();
+    if (child == 0) { // for root there is no folder without permission
+        const bool isOrdinary = ::geteuid() != 0 || ::setuid(65534) == 0;
+        ::_exit(isOrdinary && ChooseProgramFolder(program) == temp.Path() + "/data/quillbay" ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
 }
 
 } // namespace

@@ -31,7 +31,13 @@ public:
 
     std::function<void()> onChange = [] {};
     mutable int treeSizes = 0; ///< asked once for each time the details panel is filled
+    std::string mount;         ///< the name of a folder where something is mounted
 
+    Result<FileInfo> Stat(std::string_view path) const override {
+        auto info = Base().Stat(path);
+        if (info && !mount.empty()) info->isMount = info->name == mount;
+        return info;
+    }
     std::error_code RemoveFile(std::string_view file) override {
         onChange();
         return Base().RemoveFile(file);

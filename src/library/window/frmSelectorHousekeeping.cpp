@@ -27,6 +27,12 @@ bool RemovalConfirmed(QWidget* window, const QString& name, RemovalState state) 
             : QString());
 }
 
+/// What is still there of a mod, and why.
+QString Remainder(const QString& sentence, const RemovalResult& result) {
+    if (result.isMount) return WithPath(sentence, result.stays, {}) + QStringLiteral("\nmount");
+    return WithPath(sentence, result.stays, result.error);
+}
+
 OutcomeText NothingFound(const ModRow& row) {
     return OutcomeText(QStringLiteral("The folder of ") + ToQString(DisplayName(row.text)) +
                        QStringLiteral(" was not found, so nothing was changed"));
@@ -49,27 +55,26 @@ void frmSelector::RemoveMod() {
     }
     if (!RemovalConfirmed(this, ToQString(row->text), state)) return;
     const std::string folder = Join(mods, row->path.text);
-    std::error_code failure;
+    RemovalResult removal;
     const bool exists = ModExists(files, mods, row->path);
     if (exists) {
         ShownProgress progress(*ui_->pgbPercent);
-        failure = RemoveModFolder(files, folder,
+        removal = RemoveModFolder(files, folder,
                                   [&](std::size_t done, std::size_t total) { progress.Set(done, total); });
     }
     RefreshModList({});
     if (!exists) return ShowOutcome(NothingFound(*row));
     OutcomeText outcome(ToQString(DisplayName(row->text)) +
-                        (failure ? QStringLiteral(" could not be removed whole")
-                                 : QStringLiteral(" is removed from the disk")));
-    if (failure) outcome.Note(WithPath(QStringLiteral("Still there:"), folder, failure));
+                        (removal.error ? QStringLiteral(" could not be removed whole")
+                                       : QStringLiteral(" is removed from the disk")));
+    if (removal.error) outcome.Note(Remainder(QStringLiteral("Still there:"), removal));
     ShowOutcome(outcome);
-    if (failure) {
+    if (removal.error) {
         const QString why =
-            failure == std::errc::cross_device_link
-                ? QStringLiteral("A mount (another drive or folder) is in the mod's folder or is that "
-                                 "folder. What is mounted there was not touched.")
+            removal.isMount
+                ? QStringLiteral("Another drive or folder is mounted there. What is mounted was not touched.")
                 : QStringLiteral("A part of the mod could not be removed and is still there.");
-        ShowError(this, WithPath(why, folder, failure));
+        ShowError(this, Remainder(why, removal));
     }
 }
 

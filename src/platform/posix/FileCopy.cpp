@@ -28,12 +28,9 @@ bool KernelCannotCopy(int error) {
 /// Both, since some file systems in user space take one that is left out for both.
 std::array<timespec, 2> TimesOf(const struct stat& info) { return {info.st_atim, info.st_mtim}; }
 
-/// The permissions of a copy. One that stands for the file itself keeps the bits that lend an owner's rights,
-/// as long as the owner is the same.
-mode_t ModeOfCopy(const struct stat& info, const CopyOptions& options) {
-    mode_t mode = info.st_mode & 0777U;
-    if (options.keepLink && info.st_uid == ::geteuid()) mode |= info.st_mode & mode_t{S_ISUID};
-    if (options.keepLink && info.st_gid == ::getegid()) mode |= info.st_mode & mode_t{S_ISGID};
+/// The permissions of a copy. Only one that stands for the file itself keeps the bits that lend rights.
+mode_t ModeOfCopy(int copy, const struct stat& info, const CopyOptions& options) {
+    const mode_t mode = options.keepLink ? ModeFor(copy, info) : info.st_mode & 0777U;
     return options.makeWritable ? mode | mode_t{S_IWUSR} : mode;
 }
 
@@ -84,11 +81,21 @@ std::error_code CopyEntry(std::string from, std::string to, const CopyOptions& o
         return error;
     }
     const auto times = TimesOf(info);
-    if (::fchmod(copy.Get(), ModeOfCopy(info, options)) != 0) return LastError();
+    if (::fchmod(copy.Get(), ModeOfCopy(copy.Get(), info, options)) != 0) return LastError();
     if (::futimens(copy.Get(), times.data()) != 0) return LastError();
     if (options.flush && ::fsync(copy.Get()) != 0) return LastError();
     if (::close(copy.Release()) != 0) return LastError();
     return temp.MoveToDestination(options.replace);
+}
+
+mode_t ModeFor(int made, const struct stat& old) {
+    const mode_t mode = old.st_mode & 0777U;
+    const mode_t lent = old.st_mode & (S_ISUID | S_ISGID);
+    struct stat info {};
+    if (lent == 0 || ::fstat(made, &info) != 0) return mode;
+    const mode_t users = info.st_uid == old.st_uid ? lent & S_ISUID : 0;
+    const mode_t groups = info.st_gid == old.st_gid ? lent & S_ISGID : 0;
+    return mode | users | groups;
 }
 
 std::error_code CopyBytes(int from, int to, std::uint64_t size) {

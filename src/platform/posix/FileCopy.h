@@ -4,12 +4,17 @@
 
 #include <cstdint>
 #include <string>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace quillbay {
 
 /// FileSystem::Copy on native paths.
 std::error_code CopyEntry(std::string from, std::string to, const CopyOptions& options);
+
+/// The permissions of the file `old` for the open one that takes its place. The set-id bits, which lend the
+/// rights of owner or group, only where these are the same: others have not lent theirs.
+mode_t ModeFor(int made, const struct stat& old);
 
 /// Copies what follows the position of the open file `from`, which should be `size` bytes, to that of `to`;
 /// inside the kernel where the two file systems can.

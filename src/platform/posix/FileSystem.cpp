@@ -279,7 +279,7 @@ public:
         });
         if (makeError) return makeError;
         if (const auto error = WriteAll(written.Get(), bytes.data(), bytes.size())) return error;
-        if (!found && S_ISREG(old.st_mode) && ::fchmod(written.Get(), old.st_mode & 07777U) != 0) {
+        if (!found && S_ISREG(old.st_mode) && ::fchmod(written.Get(), ModeFor(written.Get(), old)) != 0) {
             return LastError();
         }
         if (::fsync(written.Get()) != 0) return LastError();
@@ -297,13 +297,17 @@ public:
         auto path = ToNativePath(entry);
         if (!path) return path.Error();
         const timespec modified{static_cast<time_t>(time.time_since_epoch().count()), 0};
-        return CallOnEntry(*path, [&](const char* text) {
+        struct stat info {};
+        const auto error = CallOnEntry(*path, [&](const char* text) {
             // Some file systems in user space take a time that is left out for both.
-            struct stat info {};
             if (::stat(text, &info) != 0) return -1;
             const std::array<timespec, 2> times = {info.st_atim, modified};
             return ::utimensat(AT_FDCWD, text, times.data(), 0);
         });
+        if (error) return error;
+        if (::stat(path->c_str(), &info) != 0) return LastError();
+        const FileTime held{std::chrono::seconds(info.st_mtim.tv_sec)};
+        return IsHeldTime(time, held) ? std::error_code{} : Failure(std::errc::operation_not_supported);
     }
 };
 

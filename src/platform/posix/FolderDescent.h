@@ -14,7 +14,7 @@ namespace quillbay {
 class FolderDescent {
 public:
     /// Starts at a folder; not_a_directory for anything else, a link to a folder included. With `forRemoval`
-    /// folders that are other mounts are not entered (cross_device_link), and permissions of folders that
+    /// no mount is entered, this first folder included (cross_device_link), and permissions of folders that
     /// stand in the way are widened where that is allowed.
     std::error_code Start(const std::string& root, bool forRemoval);
     /// Goes into a folder of the current one. On failure the current one stays.

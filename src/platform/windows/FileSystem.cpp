@@ -13,6 +13,8 @@
 #include "platform/windows/WinError.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 #include <optional>
 
@@ -126,17 +128,18 @@ std::int64_t ChangeTimeOf(const Handle& file) {
     return std::max<std::int64_t>(ticks, 0) * (1'000'000'000 / kTicksPerSecond);
 }
 
-FileId IdOf(const BY_HANDLE_FILE_INFORMATION& information) {
-    return {information.dwVolumeSerialNumber, Wide(information.nFileIndexHigh, information.nFileIndexLow)};
-}
-
-bool IsSameFile(const Handle& file, const Handle& other) {
-    FILE_ID_INFO a{};
-    FILE_ID_INFO b{};
-    return GetFileInformationByHandleEx(file.Get(), FileIdInfo, &a, sizeof a) &&
-           GetFileInformationByHandleEx(other.Get(), FileIdInfo, &b, sizeof b) &&
-           a.VolumeSerialNumber == b.VolumeSerialNumber &&
-           std::memcmp(&a.FileId, &b.FileId, sizeof a.FileId) == 0;
+FileId IdOf(const Handle& file) {
+    FILE_ID_INFO info{};
+    if (GetFileInformationByHandleEx(file.Get(), FileIdInfo, &info, sizeof info)) {
+        std::array<std::uint64_t, 2> halves{};
+        static_assert(sizeof halves == sizeof info.FileId);
+        std::memcpy(halves.data(), &info.FileId, sizeof halves);
+        // The second half is zero but on ReFS, where it is the number of a folder and the first a small one.
+        return {info.VolumeSerialNumber, halves[0] ^ std::rotl(halves[1], 32)};
+    }
+    BY_HANDLE_FILE_INFORMATION old{};
+    if (!GetFileInformationByHandle(file.Get(), &old)) return {};
+    return {old.dwVolumeSerialNumber, Wide(old.nFileIndexHigh, old.nFileIndexLow)};
 }
 
 Result<std::wstring> FindFinalPath(const std::wstring& path) {
@@ -199,15 +202,16 @@ public:
         if (!found) return found.Error();
         FileInfo info;
         Fill(info, *found, *path);
-        if (IsFolder(*found)) return info;
         const Handle itself = OpenInformation(*path, FILE_FLAG_OPEN_REPARSE_POINT);
+        const Handle target = info.isLink ? OpenInformation(*path) : Handle();
+        if (const Handle& meant = info.isLink ? target : itself) {
+            info.changed = ChangeTimeOf(meant);
+            info.id = IdOf(meant);
+        }
+        if (IsFolder(*found)) return info;
         BY_HANDLE_FILE_INFORMATION now{};
         if (!itself || !GetFileInformationByHandle(itself.Get(), &now)) return LastError();
         info.links = now.nNumberOfLinks;
-        info.changed = ChangeTimeOf(itself);
-        info.id = IdOf(now);
-        if (info.isLink)
-            if (const auto target = ReadInformation(*path)) info.id = IdOf(*target);
         // A folder holds size and time as they were when the file was last opened by this name.
         if (!info.isLink)
             SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow),
@@ -264,7 +268,8 @@ public:
         if (!a) return a.Error();
         const auto b = OpenForReading(*pathB);
         if (!b) return b.Error();
-        if (IsSameFile(*a, *b)) return true;
+        const FileId id = IdOf(*a);
+        if (id && id == IdOf(*b)) return true;
         const auto sizeA = SizeOf(*a);
         if (!sizeA) return sizeA.Error();
         const auto sizeB = SizeOf(*b);
@@ -383,10 +388,16 @@ public:
         if (!path) return path.Error();
         const auto wanted = ToFileTime(time);
         if (!wanted) return std::make_error_code(std::errc::invalid_argument);
-        const Handle handle(CreateFileW(path->c_str(), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr,
-                                        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-        if (!handle || !SetFileTime(handle.Get(), nullptr, nullptr, &*wanted)) return LastError();
-        return {};
+        const Handle handle(CreateFileW(path->c_str(), FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
+                                        kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                                        nullptr));
+        FILETIME held{};
+        if (!handle || !SetFileTime(handle.Get(), nullptr, nullptr, &*wanted) ||
+            !GetFileTime(handle.Get(), nullptr, nullptr, &held))
+            return LastError();
+        return IsHeldTime(time, FromFileTime(held))
+                   ? std::error_code{}
+                   : std::make_error_code(std::errc::operation_not_supported);
     }
 
 private:

@@ -164,6 +164,13 @@ TEST_F(ModList, RemovesTheModItAskedAbout) {
     EXPECT_EQ(boxes.Seen()[2].text, "Are you sure you want to remove the     X mod from your hard drive?");
     EXPECT_TRUE(boxes.Seen()[1].informative.contains("Backup"));
     EXPECT_EQ(boxes.Seen()[3].informative, "");
+
+    files.mount = "bravo";
+    boxes.Then(QMessageBox::Yes);
+    remove(1);
+    EXPECT_TRUE(boxes.Seen()[5].text.endsWith("/program/mods/bravo\nmount"))
+        << boxes.Seen()[5].text.toStdString();
+    EXPECT_EQ(Read("program/mods/bravo/b.txt"), "program/mods/Bravo/b.txt");
 }
 
 TEST_F(ModList, MakesNewModsAndTheirFolders) {
