@@ -157,7 +157,8 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
     SortPlan plan{ListKnownFolders(files, loose.folder, Detail::Names), {}, {}, {}, {}};
     const auto game = files.RealPath(gameDirectory);
     const auto base = files.RealPath(loose.folder);
-    if (game && base) plan.wayIntoGame = FindWayIntoGame(files, *base, plan.folders, *game);
+    const auto library = files.RealPath(Parent(loose.folder)).ValueOr({});
+    if (game && base) plan.wayIntoGame = FindWayIntoGame(files, *base, plan.folders, library, *game);
     if (!plan.wayIntoGame.empty()) return plan;
     AddLeftovers(plan.folders, plan.leftoverFiles);
     const auto chosen = ChooseTypes(loose, checks);

@@ -57,11 +57,19 @@ std::vector<InstalledMod>::iterator FindOwn(const FileSystem& files, const ModJo
     return std::ranges::find(rows, job.mod, &ModRow::path) == rows.end() ? respelled : mods.end();
 }
 
-/// The first link among the folders and files that leads into `root`; empty when none does.
-std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, const std::string& root) {
+/// Whether a real path lies in a real folder, but not in a part of it that does not count; without a part it
+/// is empty.
+bool IsInside(const std::string& path, const std::string& folder, const std::string& part) {
+    return IsSameOrInside(path, folder) && (part.empty() || !IsSameOrInside(path, part));
+}
+
+/// The first link among the folders and files that leads into `root`, but not into a `part` of it that does
+/// not count; empty when none does.
+std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, const std::string& root,
+                         const std::string& part = {}) {
     const auto leadsIn = [&](const std::string& path) {
         const auto real = files.RealPath(path);
-        return real && IsSameOrInside(*real, root);
+        return real && IsInside(*real, root, part);
     };
     for (const auto& atPosition : known) {
         for (const auto& folder : atPosition) {
@@ -76,7 +84,8 @@ std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, con
 }
 
 void FindRefusal(const FileSystem& files, const KnownFolders& modFolders, JobPlan& plan) {
-    plan.refused = FindWayIntoGame(files, plan.modFolder, modFolders, plan.job.gameDirectory);
+    const auto library = files.RealPath(plan.job.modsFolder).ValueOr({});
+    plan.refused = FindWayIntoGame(files, plan.modFolder, modFolders, library, plan.job.gameDirectory);
     if (plan.refused.empty()) plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
     if (!plan.refused.empty()) {
         plan.refusal = Refusal::LeadsIntoGame;
@@ -102,9 +111,10 @@ void ReadLastChanged(const FileSystem& files, const std::vector<DirEntry>& modEn
 } // namespace
 
 std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
-                            const KnownFolders& modFolders, const std::string& game) {
-    if (IsSameOrInside(modFolder, game) || IsSameOrInside(game, modFolder)) return modFolder;
-    return FindLinkInto(files, modFolders, game);
+                            const KnownFolders& modFolders, const std::string& library,
+                            const std::string& game) {
+    if (IsInside(modFolder, game, library) || IsSameOrInside(game, modFolder)) return modFolder;
+    return FindLinkInto(files, modFolders, game, library);
 }
 
 std::string ModJob::ModFolder() const { return mod.Empty() ? std::string() : Join(modsFolder, mod.text); }

@@ -35,9 +35,11 @@ GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view 
                                       std::string_view modsFolder);
 
 /// The folder or file by which a mod leads into the game, or the game lies in the mod; empty when nothing
-/// does. Real paths are compared: `game` and `modFolder` are such, `modFolders` is the mod's listing.
+/// does. Real paths are compared: `game`, `library` and `modFolder` are such, `modFolders` is the mod's
+/// listing. A library that lies in the game's folder, where the program is kept, is no part of the game.
 std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
-                            const KnownFolders& modFolders, const std::string& game);
+                            const KnownFolders& modFolders, const std::string& library,
+                            const std::string& game);
 
 /// Why a job is not begun, whatever the user has answered.
 enum class Refusal {

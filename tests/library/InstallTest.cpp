@@ -45,6 +45,17 @@ TEST_F(InstallTest, CopiesWhatBelongsIntoTheGameAndSavesWhatItReplaces) {
     EXPECT_TRUE(lab.Uninstall("Gone").failure);
 }
 
+TEST_F(InstallTest, ALibraryInTheGamesFolderIsNoPartOfTheGame) {
+    lab.Make({"game/odf/a.odf", "game/Quillbay/mods/M/odf/a.odf"});
+    const auto before = lab.State("game");
+    ModJob job = lab.Job("M");
+    job.modsFolder = job.gameDirectory + "\\Quillbay\\mods";
+    EXPECT_EQ(RunInstall(lab.Files(), PlanInstall(lab.Files(), job), {}).installed, 1u);
+    EXPECT_EQ(lab.Read("game").at("odf/a.odf"), "game/Quillbay/mods/M/odf/a.odf");
+    EXPECT_EQ(RunUninstall(lab.Files(), PlanUninstall(lab.Files(), job), {}).restored, 1u);
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
 /// Neither links nor copies a file whose path ends in one of `parts`.
 class Refusing : public FileSystemWrapper {
 public:
