@@ -59,9 +59,22 @@ std::error_code Duplicate(FileSystem& files, const std::string& from, const std:
     return files.Copy(from, to, {.replace = true, .keepLink = true, .flush = true});
 }
 
+/// Whether removing `source` would take away what `target` holds: it is a link to it, or both are the one
+/// name of a file by different ways.
+Result<bool> IsOnlyAnotherWay(const FileSystem& files, const std::string& source, const std::string& target) {
+    const auto from = files.Stat(source);
+    if (!from) return from.Error();
+    const auto to = files.Stat(target);
+    if (!to) return to.Error();
+    return from->id && from->id == to->id && (from->isLink || (from->links == 1 && !to->isLink));
+}
+
 /// The old file keeps a second name until the loose one has left the base folder, so that it can come back.
 /// Under that name the next operation sweeps it, should this one be interrupted.
 std::error_code MoveOver(FileSystem& files, const std::string& source, const std::string& target) {
+    const auto isSame = IsOnlyAnotherWay(files, source, target);
+    if (!isSame) return isSame.Error();
+    if (*isSame) return std::make_error_code(std::errc::file_exists);
     const auto old = Join(Parent(target), kTempBackup);
     if (const auto error = Duplicate(files, target, old)) return error;
     auto error = Duplicate(files, source, target);
@@ -118,13 +131,24 @@ private:
     std::unordered_map<std::string, Existing> taken_;
 };
 
-/// A folder that is not among the listed ones may be new, or was there and could not be listed. None when it
-/// still cannot: a file in another spelling would go unnoticed. None either when it is the base folder
-/// itself, reached through a link: there each file would replace itself.
-std::optional<Destination> OpenDestination(const FileSystem& files, const std::vector<ListedFolder>& listed,
-                                           const std::string& folder, const std::string& base) {
+/// Whether a destination is the base folder itself, by a link or a mount: there each file would replace
+/// itself.
+Result<bool> LeadsBack(const FileSystem& files, const std::string& folder, const std::string& base) {
     const auto real = files.RealPath(folder);
-    if (!real || *real == files.RealPath(base).ValueOr(*real)) return std::nullopt;
+    if (!real) return real.Error();
+    const auto realBase = files.RealPath(base);
+    if (!realBase) return realBase.Error();
+    const auto info = files.Stat(folder);
+    if (!info) return info.Error();
+    const auto baseInfo = files.Stat(base);
+    if (!baseInfo) return baseInfo.Error();
+    return *real == *realBase || (info->id && info->id == baseInfo->id);
+}
+
+/// A folder that is not among the listed ones may be new, or was there and could not be listed. None when it
+/// still cannot: a file in another spelling would go unnoticed.
+std::optional<Destination> OpenDestination(const FileSystem& files, const std::vector<ListedFolder>& listed,
+                                           const std::string& folder) {
     if (!listed.empty()) return Destination(listed);
     auto entries = files.List(folder, Detail::Names);
     if (!entries) return std::nullopt;
@@ -183,7 +207,7 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
 }
 
 SortResult RunSorting(FileSystem& files, const SortPlan& plan) {
-    SortResult result{0, plan.notListed};
+    SortResult result{0, plan.notListed, {}};
     if (plan.folders.back().empty() || !plan.wayIntoGame.empty()) return result;
     for (const auto& path : plan.leftoverFiles)
         Ignore(files.RemoveFile(path));
@@ -194,8 +218,12 @@ SortResult RunSorting(FileSystem& files, const SortPlan& plan) {
     for (const auto& [name, position] : plan.moves) {
         const auto folder = maker.Ensure(position);
         auto& destination = destinations[position];
-        if (folder && !destination)
-            destination = OpenDestination(files, plan.folders[position], *folder, base);
+        if (folder && !destination) {
+            const auto leadsBack = LeadsBack(files, *folder, base);
+            if (leadsBack && *leadsBack) result.leadsBack = *folder;
+            if (leadsBack && !*leadsBack)
+                destination = OpenDestination(files, plan.folders[position], *folder);
+        }
         if (folder && destination && destination->Take(files, Join(base, name), *folder)) {
             filled[position] = true;
             ++result.moved;

@@ -54,12 +54,13 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
 struct SortResult {
     std::size_t moved = 0;
     std::vector<std::string> notMoved; ///< names; these files are in the base folder as they were
+    std::string leadsBack;             ///< a destination that is the base folder itself, by a link or a mount
 };
 
 /// Moves the files, replacing files of the same name in any letter case, and removes empty known folders.
 /// When a move fails, both the loose file and the one it should have replaced are where they were. Neither
-/// a folder nor a file that was moved in the same run is replaced, and nothing goes into a folder that leads
-/// back to the base folder.
+/// a folder nor a file that was moved in the same run is replaced, no file is by a link to it, and nothing
+/// goes into a folder that leads back to the base folder.
 SortResult RunSorting(FileSystem& files, const SortPlan& plan);
 
 } // namespace quillbay

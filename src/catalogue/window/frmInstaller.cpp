@@ -51,7 +51,10 @@ QString Report(const SortResult& result) {
     text += QStringLiteral(" These could not be moved: ") + names.join(QStringLiteral(", "));
     if (named < result.notMoved.size())
         text += QStringLiteral(" and %1 more").arg(result.notMoved.size() - named);
-    return text + QLatin1Char('.');
+    text += QLatin1Char('.');
+    if (result.leadsBack.empty()) return text;
+    return WithPath(text + QStringLiteral(" This folder leads back to the mod's own one:"), result.leadsBack,
+                    {});
 }
 
 } // namespace
