@@ -17,9 +17,8 @@ namespace {
 QString NothingWasInstalled(InstallOutcome outcome) {
     switch (outcome) {
     case InstallOutcome::Done:
+    case InstallOutcome::Refused: // the refusal says it
         return {};
-    case InstallOutcome::Refused:
-        return {}; // the refusal says it
     case InstallOutcome::Unreadable:
         return QStringLiteral("Nothing was installed, because this could not be read.");
     case InstallOutcome::NoBackup:
