@@ -1,7 +1,6 @@
 #include "library/FileOwners.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace quillbay {
 
@@ -30,18 +29,22 @@ Result<bool> LookedAtFile::Holds(const RecordedFile& recorded, std::int64_t fini
     const auto& present = recorded.versions.back();
     const bool isUntouched = recorded.state == RecordedState::Copied && IsBefore(info->changed, finished);
     if (isUntouched && present.size == info->size && present.modified == info->modified) return true;
-    return ReadsAs(recorded.versions, std::numeric_limits<std::int64_t>::max());
+    return ReadsAs(recorded.versions, [](const FileVersion&) { return true; });
 }
 
 Result<bool> LookedAtFile::HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy) {
-    return isLink_ ? Result<bool>(false) : ReadsAs(recorded.versions, savedBy);
+    if (isLink_) return false;
+    return ReadsAs(recorded.versions, [savedBy](const FileVersion& version) {
+        return version.installed < savedBy && (version.until == 0 || savedBy <= version.until);
+    });
 }
 
-Result<bool> LookedAtFile::ReadsAs(const std::vector<FileVersion>& versions, std::int64_t before) {
+Result<bool> LookedAtFile::ReadsAs(const std::vector<FileVersion>& versions,
+                                   const std::function<bool(const FileVersion&)>& counts) {
     const auto& info = Info();
     if (!info) return info.Error();
     const auto mayBe = [&](const FileVersion& version) {
-        return version.size == info->size && version.installed < before;
+        return version.size == info->size && counts(version);
     };
     if (std::ranges::none_of(versions, mayBe)) return false;
     if (!bytes_) bytes_ = files_.FingerprintFile(path_);

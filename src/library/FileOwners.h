@@ -4,6 +4,7 @@
 #include "library/ModFiles.h"
 #include "platform/FileSystem.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,7 +29,8 @@ public:
     /// at `finished` (as in InstallRecord), and has its size and time and has not changed since, is not read.
     /// A link holds none.
     Result<bool> Holds(const RecordedFile& recorded, std::int64_t finished);
-    /// The same of a saved copy, which the installation of that number has made: the version must be older.
+    /// The same of a saved copy, which the installation of that number has made: the version must have
+    /// been in the game then.
     Result<bool> HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy);
     /// True when size and time say that it is one of the versions; for what is only shown.
     bool Resembles(const RecordedFile& recorded);
@@ -42,7 +44,8 @@ private:
     const FileSystem& files_;
     std::string path_;
     bool isLink_;
-    Result<bool> ReadsAs(const std::vector<FileVersion>& versions, std::int64_t before);
+    Result<bool> ReadsAs(const std::vector<FileVersion>& versions,
+                         const std::function<bool(const FileVersion&)>& counts);
 
     std::optional<Result<FileInfo>> info_;
     std::optional<Result<Fingerprint>> bytes_;

@@ -52,6 +52,13 @@ RecordedFile& GameGuard::ToChange(const InstalledMod& mod, const RecordedFile& r
     return records_.try_emplace(&mod, *mod.record).first->second.files[index];
 }
 
+std::int64_t GameGuard::LastNumber() const {
+    std::int64_t last = plan_.Record() ? plan_.Record()->lastNumber : 0;
+    for (const auto& mod : plan_.otherMods)
+        last = std::max(last, mod.record ? mod.record->lastNumber : mod.order);
+    return last;
+}
+
 void GameGuard::WriteRecords(ReadFailure& failure) {
     for (const auto& [mod, record] : records_) {
         if (failure) return;
@@ -116,7 +123,7 @@ void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFail
                     : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
             failure.Note(place->savedPath, comesBack.Error());
             if (failure) return;
-            if (!*comesBack) ToChange(*mod, *recorded).state = RecordedState::GivenBack;
+            if (!*comesBack) SetGivenBack(ToChange(*mod, *recorded), LastNumber());
         }
     }
     WriteRecords(failure);

@@ -65,6 +65,7 @@ private:
     std::error_code Inherit(const InstalledMod& heir, const RecordedFile& recorded, const GamePlace& place,
                             FolderMaker& folders);
     RecordedFile& ToChange(const InstalledMod& mod, const RecordedFile& recorded);
+    std::int64_t LastNumber() const; ///< of any installation so far
     void WriteRecords(ReadFailure& failure);
     std::optional<std::string> KeptBefore(LookedAtFile& file, const GamePlace& place);
 

@@ -2,8 +2,6 @@
 
 #include "platform/PathText.h"
 
-#include <limits>
-
 namespace quillbay {
 
 PlaceFinder::PlaceFinder(const JobPlan& plan) : game_(plan.gameFolders), saved_(plan.backupFolders) {
@@ -175,7 +173,10 @@ Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string
 
 bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
     if (place.savedIsLink) return false;
-    const auto own = IsInstalledHere(place, place.savedPath, std::numeric_limits<std::int64_t>::max());
+    LookedAtFile file(files_, place.savedPath, false);
+    const auto own = place.recorded          ? file.Holds(*place.recorded, 0)
+                     : place.modPath.empty() ? Result<bool>(false)
+                                             : file.Equals(place.modPath, false);
     return !own || *own;
 }
 

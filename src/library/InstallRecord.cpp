@@ -79,7 +79,9 @@ std::optional<FileVersion> TakeVersion(std::string_view& fields) {
     if (!ReadNumber(Take(fields, '\t'), version.size) || !ReadNumber(Take(fields, '\t'), seconds))
         return std::nullopt;
     const auto bytes = FingerprintFromHex(Take(fields, '\t'));
-    if (!bytes || !ReadNumber(Take(fields, '\t'), version.installed)) return std::nullopt;
+    if (!bytes || !ReadNumber(Take(fields, '\t'), version.installed) ||
+        !ReadNumber(Take(fields, '\t'), version.until))
+        return std::nullopt;
     version.modified = FileTime{std::chrono::seconds{seconds}};
     version.bytes = *bytes;
     return version;
@@ -121,6 +123,12 @@ std::optional<RecordedFile> ParseFile(std::string_view line, std::size_t likelyP
 
 } // namespace
 
+void SetGivenBack(RecordedFile& file, std::int64_t number) {
+    file.state = RecordedState::GivenBack;
+    for (auto& version : file.versions)
+        if (version.until == 0) version.until = number;
+}
+
 std::string ToText(const InstallRecord& record) {
     std::string text(kFirstLine);
     text.reserve(256 + record.files.size() * 96);
@@ -150,6 +158,8 @@ std::string ToText(const InstallRecord& record) {
             (text += '\t') += ToHex(version.bytes);
             text += '\t';
             addNumber(version.installed);
+            text += '\t';
+            addNumber(version.until);
         }
         text += '\n';
     }

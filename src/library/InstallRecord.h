@@ -27,6 +27,8 @@ struct FileVersion {
     FileTime modified{};    ///< of the mod's file, and of the game's after it was copied
     Fingerprint bytes;
     std::int64_t installed = 0; ///< by which installation first: its number
+    /// The number of the last installation that can have met it in the game; 0 while it may be there.
+    std::int64_t until = 0;
 
     friend bool operator==(const FileVersion&, const FileVersion&) = default;
 };
@@ -68,6 +70,9 @@ struct InstallRecord {
 
     friend bool operator==(const InstallRecord&, const InstallRecord&) = default;
 };
+
+/// No version of the file is in the game any more; `number` is the greatest of any installation so far.
+void SetGivenBack(RecordedFile& file, std::int64_t number);
 
 /// UTF-8, lines that end with LF: a head, a line for each file, and a fingerprint of all of them.
 std::string ToText(const InstallRecord& record);

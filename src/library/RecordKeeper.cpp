@@ -25,7 +25,7 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t o
     auto& entry = entries_[item];
     const auto bytes = files_.FingerprintFile(file.path);
     if (!bytes) return bytes.Error();
-    const FileVersion version{file.size, file.modified, *bytes, record_.lastNumber};
+    const FileVersion version{file.size, file.modified, *bytes, record_.lastNumber, 0};
     if (former) {
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
@@ -36,10 +36,11 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t o
     recorded.state = RecordedState::Uncertain;
     if (isSaved) recorded.saved = record_.lastNumber;
     if (over != 0) recorded.over = over;
-    if (former && former->versions.back().bytes == version.bytes) {
-        recorded.versions.back().modified = version.modified;
+    auto& versions = recorded.versions;
+    if (former && versions.back().bytes == version.bytes && versions.back().until == 0) {
+        versions.back().modified = version.modified;
     } else {
-        recorded.versions.push_back(version);
+        versions.push_back(version);
         entry.isNewVersion = true;
     }
     return {};
@@ -52,8 +53,8 @@ void RecordKeeper::Drop(std::size_t item) {
 }
 
 void RecordKeeper::SetGivenBack(const RecordedFile& file) {
-    record_.files[static_cast<std::size_t>(&file - plan_.Record()->files.data())].state =
-        RecordedState::GivenBack;
+    quillbay::SetGivenBack(record_.files[static_cast<std::size_t>(&file - plan_.Record()->files.data())],
+                           record_.lastNumber);
 }
 
 RecordedFile& RecordKeeper::FileOf(std::size_t item) { return record_.files[entries_[item].index]; }
