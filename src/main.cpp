@@ -1,12 +1,12 @@
+#include "common/window/AppSettings.h"
 #include "common/window/ShowMessage.h"
+#include "library/window/Services.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramLocation.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SingleInstance.h"
 #include "platform/SoundPlayer.h"
-#include "shell/window/AppSettings.h"
-#include "shell/window/Services.h"
 #include "shell/window/frmSelector.h"
 
 #include <QApplication>

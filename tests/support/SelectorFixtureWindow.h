@@ -1,10 +1,10 @@
 #pragma once
 
+#include "common/window/AppSettings.h"
 #include "platform/FileSystemWrapper.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SoundPlayer.h"
-#include "shell/window/AppSettings.h"
 #include "shell/window/frmSelector.h"
 #include "support/AnswerBoxesWindow.h"
 

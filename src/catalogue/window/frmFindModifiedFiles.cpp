@@ -6,7 +6,7 @@
 #include "common/window/ShowMessage.h"
 #include "common/window/UpdateLock.h"
 #include "effects/window/EffectHost.h"
-#include "shell/window/frmSelector.h"
+#include "library/window/LibraryHost.h"
 #include "ui_frmFindModifiedFiles.h"
 
 #include <QCoreApplication>
@@ -59,7 +59,7 @@ void SetVisible(bool visible, std::initializer_list<QWidget*> widgets) {
 
 } // namespace
 
-frmFindModifiedFiles::frmFindModifiedFiles(frmSelector& main, QAction* menuItem)
+frmFindModifiedFiles::frmFindModifiedFiles(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmFindModifiedFiles>()) {
     ui_->setupUi(this);
     for (QWidget* row : std::initializer_list<QWidget*>{ui_->lblExtraFiles, ui_->lblTotalModifiedFiles,

@@ -20,7 +20,7 @@ namespace Ui {
 class frmFindModifiedFiles;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// Compares the game directory with FileList.txt, lists new and modified files, and copies, moves or deletes
 /// them.
@@ -28,7 +28,7 @@ class frmFindModifiedFiles : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmFindModifiedFiles(frmSelector& main, QAction* menuItem);
+    frmFindModifiedFiles(LibraryHost& main, QAction* menuItem);
     ~frmFindModifiedFiles() override;
 
 protected:
@@ -87,7 +87,7 @@ private:
     void SetFilesMovedOrDeleted();
     void Report(const FileActionPlan& plan, const FileActionResult& result);
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmFindModifiedFiles> ui_;
 
     // All of this is new with each opening.

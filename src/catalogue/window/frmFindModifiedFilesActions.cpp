@@ -5,8 +5,8 @@
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
 #include "library/GameDirectory.h"
+#include "library/window/LibraryHost.h"
 #include "platform/PathText.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmFindModifiedFiles.h"
 
 #include <QDir>

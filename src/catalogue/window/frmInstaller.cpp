@@ -6,9 +6,9 @@
 #include "common/window/ShowMessage.h"
 #include "common/window/UpdateLock.h"
 #include "library/ModRows.h"
+#include "library/window/LibraryHost.h"
 #include "platform/PathText.h"
 #include "platform/ShellOpener.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmInstaller.h"
 
 #include <QPointer>
@@ -59,7 +59,7 @@ QString Report(const SortResult& result) {
 
 } // namespace
 
-frmInstaller::frmInstaller(frmSelector& main, QAction* menuItem)
+frmInstaller::frmInstaller(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmInstaller>()) {
     ui_->setupUi(this);
     for (const auto& type : LooseFileTypes)

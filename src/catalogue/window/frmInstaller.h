@@ -15,14 +15,14 @@ namespace Ui {
 class frmInstaller;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// Sorts loose files of a mod into its folders: the user chooses the types and, within a type, the files.
 class frmInstaller : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmInstaller(frmSelector& main, QAction* menuItem);
+    frmInstaller(LibraryHost& main, QAction* menuItem);
     ~frmInstaller() override;
 
 protected:
@@ -50,7 +50,7 @@ private:
     void SetButtons();
     void SetListsEnabled(bool enabled);
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmInstaller> ui_;
     LooseFiles loose_;
     std::optional<std::size_t> shownType_; ///< position in LooseFileTypes

@@ -14,7 +14,7 @@ enum class ProgramPhase {
     Ended,   ///< the event loop is being left: no effect goes on and no window opens
 };
 
-/// What the window effects need of the main window, which implements this.
+/// What the window effects and their options need of the main window, which implements this.
 class EffectHost {
 public:
     virtual ~EffectHost() = default;
@@ -29,6 +29,9 @@ public:
     /// The check marks of the Smooth closing submenu.
     virtual ClosingSwitches SmoothClosing() const = 0;
     virtual bool SmoothCloseMainWindowOnly() const = 0;
+    /// The look for changes in the mods folder once a second; on at start-up.
+    virtual bool AutoRefresh() const = 0;
+    virtual void SetAutoRefresh(bool on) = 0;
     virtual QWidget& MainWindow() = 0;
 };
 

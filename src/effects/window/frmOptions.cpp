@@ -1,8 +1,8 @@
 #include "effects/window/frmOptions.h"
 
+#include "common/window/AppSettings.h"
+#include "effects/window/EffectHost.h"
 #include "effects/window/WindowEffects.h"
-#include "shell/window/AppSettings.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmOptions.h"
 
 #include <QSignalBlocker>
@@ -29,8 +29,9 @@ void Mirror(QCheckBox& box, QAction& item) {
 
 } // namespace
 
-frmOptions::frmOptions(frmSelector& main, const SmoothClosingItems& items)
-    : EffectWindow(main, nullptr), main_(main), ui_(std::make_unique<Ui::frmOptions>()), items_(items) {
+frmOptions::frmOptions(EffectHost& host, AppSettings& settings, const SmoothClosingItems& items)
+    : EffectWindow(host, nullptr), settings_(settings), ui_(std::make_unique<Ui::frmOptions>()),
+      items_(items) {
     ui_->setupUi(this);
     connect(ui_->chkAutoRefresh, &QCheckBox::toggled, this, &frmOptions::chkAutoRefresh_Click);
     Mirror(*ui_->chkXAxis, *items.xAxis);
@@ -45,7 +46,7 @@ frmOptions::frmOptions(frmSelector& main, const SmoothClosingItems& items)
 frmOptions::~frmOptions() = default;
 
 void frmOptions::Form_Load() {
-    ui_->chkAutoRefresh->setChecked(!main_.AutoRefresh());
+    ui_->chkAutoRefresh->setChecked(!Host().AutoRefresh());
     ui_->chkXAxis->setChecked(items_.xAxis->isChecked());
     ui_->chkYAxis->setChecked(items_.yAxis->isChecked());
     ui_->chkSimultaneous->setChecked(items_.simultaneous->isChecked());
@@ -53,28 +54,28 @@ void frmOptions::Form_Load() {
     LoadSlider(*ui_->sldFadeIntensity, kFadeIntensityPreference);
     LoadSlider(*ui_->sldFadeSpeed, kFadeSpeedPreference);
     ShowNumbers();
-    IntensityAtLoad = main_.FadeIntensity;
+    IntensityAtLoad = Host().FadeIntensity;
 }
 
 void frmOptions::LoadSlider(QSlider& slider, const Preference& preference) {
-    const double number = ReadNumber(main_.GetServices().settings, preference);
+    const double number = ReadNumber(settings_, preference);
     const QSignalBlocker quiet(slider);
     slider.setValue(static_cast<int>(std::clamp<double>(number, slider.minimum(), slider.maximum())));
 }
 
-void frmOptions::chkAutoRefresh_Click(bool disabled) { main_.SetAutoRefresh(!disabled); }
+void frmOptions::chkAutoRefresh_Click(bool disabled) { Host().SetAutoRefresh(!disabled); }
 
 void frmOptions::sldFadeIntensity_Change(int value) {
-    int shown = ShownOpacity(main_.FadeIntensity);
-    main_.FadeIntensity = static_cast<std::uint8_t>(value);
-    SaveNumber(main_.GetServices().settings, kFadeIntensityPreference, value);
+    int shown = ShownOpacity(Host().FadeIntensity);
+    Host().FadeIntensity = static_cast<std::uint8_t>(value);
+    SaveNumber(settings_, kFadeIntensityPreference, value);
     ShowNumbers();
     if (following_) return;
 
     const QPointer<frmOptions> self = this;
     following_ = true;
-    while (self && isVisible() && shown != main_.FadeIntensity) {
-        const int target = main_.FadeIntensity;
+    while (self && isVisible() && shown != Host().FadeIntensity) {
+        const int target = Host().FadeIntensity;
         FadeBetween(*this, shown, target, kFollowStep);
         shown = target;
     }
@@ -82,8 +83,8 @@ void frmOptions::sldFadeIntensity_Change(int value) {
 }
 
 void frmOptions::sldFadeSpeed_Change(int value) {
-    main_.FadeSpeed = static_cast<std::uint8_t>(value);
-    SaveNumber(main_.GetServices().settings, kFadeSpeedPreference, value);
+    Host().FadeSpeed = static_cast<std::uint8_t>(value);
+    SaveNumber(settings_, kFadeSpeedPreference, value);
     ShowNumbers();
 }
 
@@ -96,8 +97,8 @@ void frmOptions::cmdTest_Click() {
     if (testing_) return;
     const QPointer<frmOptions> self = this;
     testing_ = true;
-    FadeOut(*this, main_);
-    if (self && isVisible()) FadeIn(*this, main_, main_.FadeIntensity);
+    FadeOut(*this, Host());
+    if (self && isVisible()) FadeIn(*this, Host(), Host().FadeIntensity);
     if (self) testing_ = false;
 }
 
@@ -105,8 +106,9 @@ void frmOptions::RunClosingEffects() {
     const QPointer<frmOptions> self = this;
     // Opened again meanwhile the window would no longer know what the others show.
     const int shownByOthers = ShownOpacity(IntensityAtLoad);
-    FadeOut(*this, main_);
-    if (self) FadeOthersBetween(*this, main_, shownByOthers, ShownOpacity(main_.FadeIntensity), kOthersStep);
+    FadeOut(*this, Host());
+    if (self)
+        FadeOthersBetween(*this, Host(), shownByOthers, ShownOpacity(Host().FadeIntensity), kOthersStep);
 }
 
 } // namespace quillbay

@@ -13,7 +13,7 @@ namespace Ui {
 class frmOptions;
 }
 
-class frmSelector;
+class AppSettings;
 struct Preference;
 
 /// The check items of the Smooth closing submenu, which hold and store the switches.
@@ -30,7 +30,7 @@ class frmOptions : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmOptions(frmSelector& main, const SmoothClosingItems& items);
+    frmOptions(EffectHost& host, AppSettings& settings, const SmoothClosingItems& items);
     ~frmOptions() override;
 
     /// The main window's FadeIntensity when this window was opened.
@@ -51,7 +51,7 @@ private:
     void LoadSlider(QSlider& slider, const Preference& preference);
     void ShowNumbers();
 
-    frmSelector& main_;
+    AppSettings& settings_;
     std::unique_ptr<Ui::frmOptions> ui_;
     const SmoothClosingItems items_;
     bool following_ = false; ///< the window's opacity is on its way to the slider's position

@@ -1,13 +1,13 @@
 #include "help/window/frmAbout.h"
 
-#include "shell/window/frmSelector.h"
+#include "effects/window/EffectHost.h"
 #include "ui_frmAbout.h"
 
 #include <QStyle>
 
 namespace quillbay {
 
-frmAbout::frmAbout(frmSelector& main, QAction* menuItem)
+frmAbout::frmAbout(EffectHost& main, QAction* menuItem)
     : OkWindow(main, menuItem), ui_(std::make_unique<Ui::frmAbout>()) {
     ui_->setupUi(this);
     SetUp(*ui_->cmdOK, *ui_->lblVersion);

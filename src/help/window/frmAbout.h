@@ -10,14 +10,14 @@ namespace Ui {
 class frmAbout;
 }
 
-class frmSelector;
+class EffectHost;
 
 /// The program's name, version and purpose.
 class frmAbout : public OkWindow {
     Q_OBJECT
 
 public:
-    frmAbout(frmSelector& main, QAction* menuItem);
+    frmAbout(EffectHost& main, QAction* menuItem);
     ~frmAbout() override;
 
 protected:

@@ -10,14 +10,14 @@ namespace Ui {
 class frmChanges;
 }
 
-class frmSelector;
+class EffectHost;
 
 /// What has changed since the last release.
 class frmChanges : public OkWindow {
     Q_OBJECT
 
 public:
-    frmChanges(frmSelector& main, QAction* menuItem);
+    frmChanges(EffectHost& main, QAction* menuItem);
     ~frmChanges() override;
 
 private:

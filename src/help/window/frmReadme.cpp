@@ -1,9 +1,9 @@
 #include "help/window/frmReadme.h"
 
 #include "common/window/QtText.h"
+#include "library/window/LibraryHost.h"
 #include "platform/FileSystem.h"
 #include "platform/ShellOpener.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmReadme.h"
 
 #include <QKeyEvent>
@@ -27,7 +27,7 @@ bool IsClick(const QLabel& label, const QEvent& event) {
 
 } // namespace
 
-frmReadme::frmReadme(frmSelector& main, QAction* menuItem)
+frmReadme::frmReadme(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmReadme>()),
       topics_(ReadmeTopics()) {
     ui_->setupUi(this);

@@ -12,14 +12,14 @@ namespace Ui {
 class frmReadme;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// The help: a list of topics and the text of the chosen one.
 class frmReadme : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmReadme(frmSelector& main, QAction* menuItem);
+    frmReadme(LibraryHost& main, QAction* menuItem);
     ~frmReadme() override;
 
 protected:
@@ -32,7 +32,7 @@ private:
     void lstChoices_Click();
     void lblEmail_Click();
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmReadme> ui_;
     const std::vector<ReadmeTopic> topics_; ///< in the order of the list
 };

@@ -4,7 +4,7 @@
 #include "common/window/QtText.h"
 #include "library/InstalledMods.h"
 #include "library/window/JobReport.h"
-#include "shell/window/frmSelector.h"
+#include "library/window/LibraryHost.h"
 #include "ui_frmInstalledMods.h"
 
 #include <QHelpEvent>
@@ -14,11 +14,11 @@
 
 namespace quillbay {
 
-frmInstalledMods::frmInstalledMods(frmSelector& main, QAction* menuItem)
+frmInstalledMods::frmInstalledMods(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmInstalledMods>()) {
     ui_->setupUi(this);
     ui_->lstCurrentMods->viewport()->installEventFilter(this);
-    connect(&main, &frmSelector::ModListRebuilt, this, &frmInstalledMods::FollowMainList);
+    connect(&main.Signals, &LibrarySignals::ModListRebuilt, this, &frmInstalledMods::FollowMainList);
 }
 
 frmInstalledMods::~frmInstalledMods() = default;

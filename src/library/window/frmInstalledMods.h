@@ -14,14 +14,14 @@ namespace Ui {
 class frmInstalledMods;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// The list of the mods and addons that are installed.
 class frmInstalledMods : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmInstalledMods(frmSelector& main, QAction* menuItem);
+    frmInstalledMods(LibraryHost& main, QAction* menuItem);
     ~frmInstalledMods() override;
 
 protected:
@@ -37,7 +37,7 @@ private:
     void Fill();
     void Show(const std::vector<ModRow>& rows);
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmInstalledMods> ui_;
     QStringList shown_;
     std::vector<ModRow> rows_; ///< that are shown; none for the placeholder

@@ -76,7 +76,7 @@ void frmSelector::RefreshModList(const RefreshOptions& options) {
         if (controls) controls->SetCaption(QStringLiteral("Refresing mod list"));
         ui_->lstMods->SetRows(ScanModLibrary(files, ModsFolder(ProgramDirectory)));
     }
-    emit ModListRebuilt();
+    emit Signals.ModListRebuilt();
     SetButtonsFor(ui_->lstMods->SelectedRow());
     if (!options.keepDetails) ShowModDetails();
 }

@@ -6,9 +6,9 @@
 #include "common/window/ShownProgress.h"
 #include "library/GameDirectory.h"
 #include "library/ModRows.h"
+#include "library/window/LibraryHost.h"
 #include "modinfo/Compatibility.h"
 #include "platform/PathText.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmCompatability.h"
 
 #include <QKeyEvent>
@@ -66,7 +66,7 @@ void SelectMod(QListWidget& list, const ModPath& path) {
 
 } // namespace
 
-frmCompatability::frmCompatability(frmSelector& main, QAction* menuItem)
+frmCompatability::frmCompatability(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmCompatability>()),
       timAfter_(new QTimer(this)) {
     ui_->setupUi(this);

@@ -16,14 +16,14 @@ namespace Ui {
 class frmCompatability;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// Lists the files that two mods, or a mod and the game directory, have in common.
 class frmCompatability : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmCompatability(frmSelector& main, QAction* menuItem);
+    frmCompatability(LibraryHost& main, QAction* menuItem);
     ~frmCompatability() override;
 
 protected:
@@ -55,7 +55,7 @@ private:
     QString ListCommonFiles(const Side& first, const Side& second);
     void LockResult();
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmCompatability> ui_;
     QTimer* timAfter_;
 };

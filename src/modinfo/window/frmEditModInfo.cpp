@@ -4,9 +4,10 @@
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
+#include "library/window/LibraryHost.h"
 #include "modinfo/ModInfoWriter.h"
+#include "modinfo/window/DetailsPanel.h"
 #include "platform/PathText.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmEditModInfo.h"
 
 #include <QSignalBlocker>
@@ -42,8 +43,8 @@ bool IsBlank(const QString& text) {
 
 } // namespace
 
-frmEditModInfo::frmEditModInfo(frmSelector& main, QAction* menuItem)
-    : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmEditModInfo>()) {
+frmEditModInfo::frmEditModInfo(LibraryHost& main, const DetailsPanel& panel, QAction* menuItem)
+    : EffectWindow(main, menuItem), main_(main), panel_(panel), ui_(std::make_unique<Ui::frmEditModInfo>()) {
     ui_->setupUi(this);
     AddBox(*ui_->txtAuthor, *ui_->lblModsMaker, &ModInfoCaptions::author);
     AddBox(*ui_->txtDescription, *ui_->lblModsDescription, &ModInfoCaptions::description);
@@ -53,8 +54,8 @@ frmEditModInfo::frmEditModInfo(frmSelector& main, QAction* menuItem)
     connect(ui_->cboMod, &QComboBox::currentIndexChanged, this, &frmEditModInfo::cboMod_Click);
     connect(ui_->cmdMakeFile, &QPushButton::clicked, this, &frmEditModInfo::cmdMakeFile_Click);
     connect(ui_->cmdClear, &QPushButton::clicked, this, &frmEditModInfo::cmdClear_Click);
-    connect(&main, &frmSelector::ModListRebuilt, this, &frmEditModInfo::FollowModList);
-    connect(&main, &frmSelector::ModDetailsShown, this, &frmEditModInfo::FollowDetails);
+    connect(&main.Signals, &LibrarySignals::ModListRebuilt, this, &frmEditModInfo::FollowModList);
+    connect(&main.Signals, &LibrarySignals::ModDetailsShown, this, &frmEditModInfo::FollowDetails);
 }
 
 frmEditModInfo::~frmEditModInfo() = default;
@@ -100,7 +101,7 @@ void frmEditModInfo::FollowDetails() {
         // must not be written for a mod that nobody chose.
         const bool keepTexts = isGone && Texts() != filled_;
         Choose(keepTexts ? ModPath{} : followed_);
-        if (!keepTexts) FillBoxes(main_.ShownCaptions());
+        if (!keepTexts) FillBoxes(panel_.ShownCaptions());
     }
     ShowPreviews();
 }
@@ -180,7 +181,7 @@ void frmEditModInfo::cmdMakeFile_Click() {
     main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt of ") + ui_->cboMod->currentText().trimmed() +
                                   QStringLiteral(" is written")));
     main_.ShowModDetails();
-    if (SelectedMod() == mod) FillBoxes(main_.ShownCaptions());
+    if (SelectedMod() == mod) FillBoxes(panel_.ShownCaptions());
     activateWindow();
 }
 
@@ -227,7 +228,7 @@ void frmEditModInfo::FillBoxes(const ModInfoCaptions& captions) {
 
 void frmEditModInfo::ShowPreview(const ValueBox& box) {
     const QString text = box.text();
-    box.preview->setText(IsBlank(text) ? ToQString(main_.ShownCaptions().*box.value) : text);
+    box.preview->setText(IsBlank(text) ? ToQString(panel_.ShownCaptions().*box.value) : text);
 }
 
 void frmEditModInfo::ShowPreviews() {

@@ -18,7 +18,8 @@ namespace Ui {
 class frmEditModInfo;
 }
 
-class frmSelector;
+class DetailsPanel;
+class LibraryHost;
 struct ModInfoResult;
 
 /// Writes the ModInfo.txt of a mod from five text boxes and previews how the details panel will show it. It
@@ -27,7 +28,8 @@ class frmEditModInfo : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmEditModInfo(frmSelector& main, QAction* menuItem);
+    /// `panel` is the main window's.
+    frmEditModInfo(LibraryHost& main, const DetailsPanel& panel, QAction* menuItem);
     ~frmEditModInfo() override;
 
 protected:
@@ -70,7 +72,8 @@ private:
     bool MayLose(const std::vector<std::string_view>& cutFields);
     void Report(const ModInfoResult& result);
 
-    frmSelector& main_;
+    LibraryHost& main_;
+    const DetailsPanel& panel_;
     std::unique_ptr<Ui::frmEditModInfo> ui_;
     std::vector<ValueBox> boxes_;
     ModPath followed_;       ///< the main list's selection when it was looked at last

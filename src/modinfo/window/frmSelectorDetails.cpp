@@ -11,7 +11,7 @@ void frmSelector::ShowModDetails() {
     const auto row = ui_->lstMods->SelectedRow();
     if (!row || row->path.Empty()) {
         details_.ShowNoMod();
-        emit ModDetailsShown();
+        emit Signals.ModDetailsShown();
         return;
     }
     const std::string folder = Join(ModsFolder(ProgramDirectory), row->path.text);
@@ -22,7 +22,7 @@ void frmSelector::ShowModDetails() {
     ShowPictureLayout(details.hasPicture);
     details_.Show(details, picture);
     ui_->lstMods->setFocus();
-    emit ModDetailsShown();
+    emit Signals.ModDetailsShown();
 }
 
 } // namespace quillbay

@@ -1,8 +1,8 @@
 #include "modinfo/window/frmTechTree.h"
 
 #include "common/window/QtText.h"
+#include "library/window/LibraryHost.h"
 #include "modinfo/TechTrees.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmTechTree.h"
 
 #include <QSignalBlocker>
@@ -21,7 +21,7 @@ QString Lines(const std::vector<std::string_view>& names) {
 
 } // namespace
 
-frmTechTree::frmTechTree(frmSelector& main, QAction* menuItem)
+frmTechTree::frmTechTree(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmTechTree>()) {
     ui_->setupUi(this);
     connect(ui_->lstMods, &QListWidget::itemSelectionChanged, this, &frmTechTree::lstMods_Click);

@@ -11,14 +11,14 @@ namespace Ui {
 class frmTechTree;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// The tech tree options that a mod brings, and those it does not.
 class frmTechTree : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmTechTree(frmSelector& main, QAction* menuItem);
+    frmTechTree(LibraryHost& main, QAction* menuItem);
     ~frmTechTree() override;
 
 protected:
@@ -28,7 +28,7 @@ protected:
 private:
     void lstMods_Click();
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmTechTree> ui_;
     std::vector<ModRow> rows_; ///< by row of the list
 };

@@ -3,8 +3,8 @@
 #include "common/Twips.h"
 #include "common/window/QtText.h"
 #include "common/window/UpdateLock.h"
+#include "library/window/LibraryHost.h"
 #include "platform/ShellOpener.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmAnalyzer.h"
 
 #include <QHeaderView>
@@ -39,7 +39,7 @@ QTreeWidgetItem* MakeNode(const TreeFolder& folder, const QString& path) {
 
 } // namespace
 
-frmAnalyzer::frmAnalyzer(frmSelector& main, QAction* menuItem)
+frmAnalyzer::frmAnalyzer(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmAnalyzer>()) {
     ui_->setupUi(this);
     const auto labels = StatisticsLabels();
@@ -57,7 +57,7 @@ frmAnalyzer::frmAnalyzer(frmSelector& main, QAction* menuItem)
 frmAnalyzer::~frmAnalyzer() = default;
 
 void frmAnalyzer::ConnectControls() {
-    connect(&main_, &frmSelector::ModListRebuilt, this, &frmAnalyzer::FollowMainList);
+    connect(&main_.Signals, &LibrarySignals::ModListRebuilt, this, &frmAnalyzer::FollowMainList);
     connect(this, &EffectWindow::Closed, this, &frmAnalyzer::ShowNormalWindow);
 
     connect(ui_->TreeViewer, &QTreeWidget::itemSelectionChanged, this, [this] {

@@ -26,7 +26,7 @@ namespace Ui {
 class frmAnalyzer;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// The mod analyzer: the known folders of every mod as a tree, the files of one folder, what a unit's ODF
 /// file says, pictures, and commands for files.
@@ -34,7 +34,7 @@ class frmAnalyzer : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmAnalyzer(frmSelector& main, QAction* menuItem);
+    frmAnalyzer(LibraryHost& main, QAction* menuItem);
     ~frmAnalyzer() override;
 
     // What the window keeps, also while it is closed; closing it leaves the full-window mode only.
@@ -108,7 +108,7 @@ private:
     void menuPicRightCopy_Click();
     void menuPicRightCenter_Click();
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmAnalyzer> ui_;
     std::array<QString, kUnitKeys.size()> openingCaptions_;
     TreeFolder tree_;

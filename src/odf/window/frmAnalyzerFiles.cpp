@@ -1,11 +1,11 @@
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
+#include "library/window/LibraryHost.h"
 #include "odf/OdfLines.h"
 #include "odf/window/frmAnalyzer.h"
 #include "platform/ShellOpener.h"
 #include "platform/SoundPlayer.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmAnalyzer.h"
 
 #include <QSignalBlocker>

@@ -1,7 +1,7 @@
 #include "common/Twips.h"
 #include "common/window/LoadPicture.h"
+#include "library/window/LibraryHost.h"
 #include "odf/window/frmAnalyzer.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmAnalyzer.h"
 
 #include <QClipboard>

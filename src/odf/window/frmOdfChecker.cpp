@@ -4,12 +4,12 @@
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "library/GameDirectory.h"
+#include "library/window/LibraryHost.h"
 #include "odf/OdfCheckerHelp.h"
 #include "odf/OdfFile.h"
 #include "odf/OdfRepair.h"
 #include "odf/RaceList.h"
 #include "platform/PathText.h"
-#include "shell/window/frmSelector.h"
 #include "ui_frmOdfChecker.h"
 
 #include <QCloseEvent>
@@ -39,7 +39,7 @@ QString FileName(const OdfError& error) { return ToQString(LastComponent(error.p
 
 } // namespace
 
-frmOdfChecker::frmOdfChecker(frmSelector& main, QAction* menuItem)
+frmOdfChecker::frmOdfChecker(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmOdfChecker>()) {
     ui_->setupUi(this);
     ui_->dirDirectory->SetFileSystem(main.GetServices().files);

@@ -16,14 +16,14 @@ namespace Ui {
 class frmOdfChecker;
 }
 
-class frmSelector;
+class LibraryHost;
 
 /// Checks the ODF files of a folder and lets the user repair each error where it stands.
 class frmOdfChecker : public EffectWindow {
     Q_OBJECT
 
 public:
-    frmOdfChecker(frmSelector& main, QAction* menuItem);
+    frmOdfChecker(LibraryHost& main, QAction* menuItem);
     ~frmOdfChecker() override;
 
     /// Asks when the text was edited.
@@ -76,7 +76,7 @@ private:
     void ShowRunning();
     void ShowProgress();
 
-    frmSelector& main_;
+    LibraryHost& main_;
     std::unique_ptr<Ui::frmOdfChecker> ui_;
     State state_ = State::Idle;
     std::optional<OdfCheckRun> run_; ///< from Start to the end of the last folder

@@ -28,7 +28,7 @@ struct Opener {
     std::unique_ptr<EffectWindow> (*make)(frmSelector& main, Ui::frmSelector& controls, QAction* item);
 };
 
-/// For windows that need nothing but the main window.
+/// For windows that need nothing but what they share of the main window.
 template <typename Window>
 std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction* item) {
     return std::make_unique<Window>(main, item);
@@ -36,10 +36,16 @@ std::unique_ptr<EffectWindow> Make(frmSelector& main, Ui::frmSelector&, QAction*
 
 std::unique_ptr<EffectWindow> MakeOptions(frmSelector& main, Ui::frmSelector& controls, QAction*) {
     return std::make_unique<frmOptions>(
-        main, SmoothClosingItems{.xAxis = controls.menuManagerSmoothClosingXAxis,
-                                 .yAxis = controls.menuManagerSmoothClosingYAxis,
-                                 .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
-                                 .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+        main, main.GetServices().settings,
+        SmoothClosingItems{.xAxis = controls.menuManagerSmoothClosingXAxis,
+                           .yAxis = controls.menuManagerSmoothClosingYAxis,
+                           .simultaneous = controls.menuManagerSmoothClosingSimultaneous,
+                           .mainWindowOnly = controls.menuManagerSmoothClosingMainWindowOnly});
+}
+
+/// Previews how the details panel would show what is typed.
+std::unique_ptr<EffectWindow> MakeEditor(frmSelector& main, Ui::frmSelector&, QAction* item) {
+    return std::make_unique<frmEditModInfo>(main, main.Details(), item);
 }
 
 /// Its check mark stands on the submenu's own entry.
@@ -53,7 +59,7 @@ constexpr std::array kOpeners{
     Opener{&Ui::frmSelector::menuManagerFindModifiedFiles, MakeFinder},
     Opener{&Ui::frmSelector::menuManagerOptions, MakeOptions},
     Opener{&Ui::frmSelector::menuModCompatablility, Make<frmCompatability>},
-    Opener{&Ui::frmSelector::menuModEdit, Make<frmEditModInfo>},
+    Opener{&Ui::frmSelector::menuModEdit, MakeEditor},
     Opener{&Ui::frmSelector::menuModAnalyzeMod, Make<frmAnalyzer>},
     Opener{&Ui::frmSelector::menuModTechTree, Make<frmTechTree>},
     Opener{&Ui::frmSelector::menuModOpenOdfChecker, Make<frmOdfChecker>},

@@ -3,9 +3,9 @@
 #include "common/window/Hourglass.h"
 #include "common/window/QtText.h"
 #include "effects/window/EffectHost.h"
+#include "library/window/Services.h"
 #include "platform/DosPath.h"
 #include "platform/PathText.h"
-#include "shell/window/Services.h"
 #include "ui_frmChangeT2Dir.h"
 
 #include <QApplication>
@@ -22,7 +22,7 @@ constexpr int kLongestWaitForWindow = 500; // milliseconds
 
 } // namespace
 
-frmChangeT2Dir::frmChangeT2Dir(EffectHost& host, QAction* menuItem, Services& services,
+frmChangeT2Dir::frmChangeT2Dir(EffectHost& host, QAction* menuItem, const Services& services,
                                std::string& gameDirectory)
     : EffectWindow(host, menuItem), services_(services), gameDirectory_(gameDirectory),
       ui_(std::make_unique<Ui::frmChangeT2Dir>()) {

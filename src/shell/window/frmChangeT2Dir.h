@@ -20,7 +20,7 @@ class frmChangeT2Dir : public EffectWindow {
 
 public:
     /// `gameDirectory` is read at each opening and written when the user confirms another one.
-    frmChangeT2Dir(EffectHost& host, QAction* menuItem, Services& services, std::string& gameDirectory);
+    frmChangeT2Dir(EffectHost& host, QAction* menuItem, const Services& services, std::string& gameDirectory);
     ~frmChangeT2Dir() override;
 
     /// Opens the window modally and returns when it is closed, or when the program ends: the caller then
@@ -51,7 +51,7 @@ private:
     bool WaitUntilVisible();
     bool KnowsNoGame() const { return gameDirectory_ == kGameNotFound; }
 
-    Services& services_;
+    const Services& services_;
     std::string& gameDirectory_;
     std::unique_ptr<Ui::frmChangeT2Dir> ui_;
     bool openModal_ = false;

@@ -43,8 +43,7 @@ QTimer* MakeTimer(QObject* parent, const char* name, int interval) {
 } // namespace
 
 frmSelector::frmSelector(const Services& services)
-    : ProgramDirectory(services.programDirectory), services_(services),
-      ui_(std::make_unique<Ui::frmSelector>()), details_(*ui_),
+    : LibraryHost(services), ui_(std::make_unique<Ui::frmSelector>()), details_(*ui_),
       timRefreshModList_(MakeTimer(this, "timRefreshModList", kRefreshEveryMs)),
       timClickMod_(MakeTimer(this, "timClickMod", kFirstDetailsAfterMs)) {
     ui_->setupUi(this);

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "effects/window/EffectHost.h"
 #include "library/ModJob.h"
-#include "library/ModRows.h"
+#include "library/window/LibraryHost.h"
 #include "modinfo/window/DetailsPanel.h"
-#include "shell/window/Services.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -30,17 +28,9 @@ struct BatchResult;
 struct InstallResult;
 struct UninstallResult;
 
-/// How RefreshModList does its work.
-struct RefreshOptions {
-    bool hideProgress = false; ///< the progress bar stays hidden
-    bool keepControls = false; ///< captions, pointer and enabled states stay, and so does the file count
-    bool skipCount = false;    ///< the game's files are not counted
-    bool keepDetails = false;  ///< the details panel is filled later in the same user action
-};
-
-/// The main window. It lives for the whole run; the other windows are opened from its menus and read what
-/// they share from its public members.
-class frmSelector : public QMainWindow, public EffectHost {
+/// The main window. It lives for the whole run; the other windows are opened from its menus and know it as
+/// their LibraryHost only.
+class frmSelector : public QMainWindow, public LibraryHost {
     Q_OBJECT
 
 public:
@@ -48,19 +38,12 @@ public:
     explicit frmSelector(const Services& services);
     ~frmSelector() override;
 
-    /// The game's installation folder, or kGameNotFound.
-    std::string GameDirectory;
-    /// Without a final separator.
-    std::string ProgramDirectory;
-
     /// Shows the window and does everything that start-up does; steps that fail are skipped. False when the
     /// program ended meanwhile.
     bool Start();
     /// Ends the program at once: no effect runs, no window is asked.
     void EndProgram();
 
-    /// Reads the mods folder and rebuilds the list.
-    void RefreshModList(const RefreshOptions& options);
     /// Ask the user, then install or uninstall the selected mod.
     void InstallMod();
     void UninstallMod();
@@ -71,37 +54,21 @@ public:
     /// Ask the user, then make or remove the game's folders inside the selected mod.
     void MakeModSubfolders();
     void RemoveModSubfolders();
-    /// Fills the details panel for the selected row.
-    void ShowModDetails();
-
-    /// The rows that the list shows; none for the placeholder.
-    const std::vector<ModRow>& ModRows() const;
-    /// The selected row; for the placeholder its text with an empty path.
-    std::optional<ModRow> SelectedMod() const;
-    /// Selects the mod's row, as a click on it does. False when the list does not have it.
-    bool SelectMod(const ModPath& path);
-    /// What the details panel says about the selected mod.
-    const ModInfoCaptions& ShownCaptions() const { return details_.ShownCaptions(); }
-
-    /// The look for changes in the mods folder once a second; on at start-up.
-    bool AutoRefresh() const;
-    void SetAutoRefresh(bool on);
-    /// Says at the window's foot what a command has done; its tool tip names the files concerned.
-    void ShowOutcome(const OutcomeText& outcome);
-    const Services& GetServices() const { return services_; }
-
     /// The Manager, Mod and Help menus, with their shortcuts.
     void SetMainMenusEnabled(bool enabled);
+    const DetailsPanel& Details() const { return details_; }
 
+    void RefreshModList(const RefreshOptions& options) override;
+    const std::vector<ModRow>& ModRows() const override;
+    std::optional<ModRow> SelectedMod() const override;
+    bool SelectMod(const ModPath& path) override;
+    void ShowModDetails() override;
+    void ShowOutcome(const OutcomeText& outcome) override;
+    bool AutoRefresh() const override;
+    void SetAutoRefresh(bool on) override;
     ClosingSwitches SmoothClosing() const override;
     bool SmoothCloseMainWindowOnly() const override;
     QWidget& MainWindow() override { return *this; }
-
-signals:
-    /// The list was rebuilt, whether its rows changed or not.
-    void ModListRebuilt();
-    /// The details panel was filled, for the same mod or another one.
-    void ModDetailsShown();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -162,7 +129,6 @@ private:
     static constexpr int kRefreshEveryMs = 1000;
     static constexpr int kRefreshMinimizedEveryMs = 10'000;
 
-    Services services_;
     std::unique_ptr<Ui::frmSelector> ui_;
     DetailsPanel details_;
     QTimer* timRefreshModList_;

@@ -1,6 +1,6 @@
+#include "common/window/AppSettings.h"
 #include "platform/FileSystem.h"
 #include "shell/ManagerItems.h"
-#include "shell/window/AppSettings.h"
 #include "shell/window/frmChangeT2Dir.h"
 #include "shell/window/frmSelector.h"
 #include "ui_frmSelector.h"

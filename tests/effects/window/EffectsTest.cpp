@@ -19,6 +19,8 @@ public:
     }
     ClosingSwitches SmoothClosing() const override { return switches; }
     bool SmoothCloseMainWindowOnly() const override { return mainWindowOnly; }
+    bool AutoRefresh() const override { return false; }
+    void SetAutoRefresh(bool) override {}
     QWidget& MainWindow() override { return main; }
 
     QWidget main;

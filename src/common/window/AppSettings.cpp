@@ -1,4 +1,4 @@
-#include "shell/window/AppSettings.h"
+#include "common/window/AppSettings.h"
 
 #include "common/modMisc.h"
 #include "common/window/QtText.h"

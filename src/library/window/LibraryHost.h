@@ -1,0 +1,67 @@
+#pragma once
+
+#include "effects/window/EffectHost.h"
+#include "library/ModRows.h"
+#include "library/window/Services.h"
+
+#include <QObject>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillbay {
+
+class OutcomeText;
+
+/// How RefreshModList does its work.
+struct RefreshOptions {
+    bool hideProgress = false; ///< the progress bar stays hidden
+    bool keepControls = false; ///< captions, pointer and enabled states stay, and so does the file count
+    bool skipCount = false;    ///< the game's files are not counted
+    bool keepDetails = false;  ///< the details panel is filled later in the same user action
+};
+
+/// What the main window tells the other ones.
+class LibrarySignals : public QObject {
+    Q_OBJECT
+
+signals:
+    /// The list was rebuilt, whether its rows changed or not.
+    void ModListRebuilt();
+    /// The details panel was filled, for the same mod or another one.
+    void ModDetailsShown();
+};
+
+/// All that the other windows know of the main window, which implements this: what they share of it.
+class LibraryHost : public EffectHost {
+public:
+    /// The game's installation folder, or kGameNotFound.
+    std::string GameDirectory;
+    /// Without a final separator.
+    std::string ProgramDirectory;
+    LibrarySignals Signals;
+
+    const Services& GetServices() const { return services_; }
+
+    /// Reads the mods folder and rebuilds the list.
+    virtual void RefreshModList(const RefreshOptions& options) = 0;
+    /// The rows that the list shows; none for the placeholder.
+    virtual const std::vector<ModRow>& ModRows() const = 0;
+    /// The selected row; for the placeholder its text with an empty path.
+    virtual std::optional<ModRow> SelectedMod() const = 0;
+    /// Selects the mod's row, as a click on it does. False when the list does not have it.
+    virtual bool SelectMod(const ModPath& path) = 0;
+    /// Fills the details panel for the selected row.
+    virtual void ShowModDetails() = 0;
+    /// Says at the main window's foot what a command has done; its tool tip names the files concerned.
+    virtual void ShowOutcome(const OutcomeText& outcome) = 0;
+
+protected:
+    explicit LibraryHost(const Services& services);
+
+    const Services services_;
+};
+
+} // namespace quillbay
