@@ -4,6 +4,7 @@
 #include "library/ModJob.h"
 #include "library/ModRows.h"
 #include "modinfo/window/DetailsPanel.h"
+#include "platform/Registry.h"
 #include "shell/window/Services.h"
 
 #include <QMainWindow>
@@ -116,6 +117,7 @@ private:
     void ShowPictureLayout(bool withPicture);
     void ReadSettings();
     void CountGameFilesAtStart();
+    void TellTakenPrefix();
     void AskForGameDirectory();
 
     // Menus
@@ -132,6 +134,8 @@ private:
     void LaunchMapEditor();
     void InstallMapEditor();
     void StartBatchFile(const BatchResult& batch);
+    /// The Wine prefix whose registry named the game directory; empty when the user chose the directory.
+    std::string GamePrefix() const;
     void OpenFolder(const std::string& folder);
     void OpenSelectedFolder();
     void OpenSelectedReadme();
@@ -164,6 +168,7 @@ private:
 
     Services services_;
     std::unique_ptr<Ui::frmSelector> ui_;
+    RegisteredFolder registeredGame_;
     DetailsPanel details_;
     QTimer* timRefreshModList_;
     QTimer* timClickMod_;
