@@ -14,9 +14,8 @@ constexpr std::string_view kInstallPath = "INSTALLPATH";
 
 } // namespace
 
-std::string ReadGameDirectory(const Registry& registry) {
-    const std::string dosPath = registry.ReadRegistryString(kGameKey, kInstallPath);
-    return dosPath.empty() ? std::string() : NativePath(dosPath);
+RegisteredFolder ReadGameDirectory(const Registry& registry) {
+    return registry.FindRegisteredFolder(kGameKey, kInstallPath);
 }
 
 bool IsExistingFolder(const FileSystem& files, std::string_view path) {

@@ -11,8 +11,8 @@ namespace quillbay {
 inline constexpr std::string_view kGameNotFound = "(Tempest II directory not found)";
 inline constexpr std::string_view kGameExecutable = "Tempest2.exe";
 
-/// The install path of the game's registry entry as a path of this system; empty when there is none.
-std::string ReadGameDirectory(const Registry& registry);
+/// The folder that the game's registry entry names.
+RegisteredFolder ReadGameDirectory(const Registry& registry);
 
 /// True when the text names an existing folder (the marker and the empty text do not).
 bool IsExistingFolder(const FileSystem& files, std::string_view path);

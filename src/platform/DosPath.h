@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// DOS paths (`C:\Games`) and the file system's own. On Windows they are the same; on POSIX the
 /// `dosdevices` of a Wine prefix connect them.
@@ -15,13 +16,16 @@ namespace quillbay {
 std::string NativePath(std::string_view dosPath);
 
 /// The folder in a form that an 8-bit batch file can hold: on Windows its 8.3 path (the long path where the
-/// volume has no 8.3 names), on POSIX its DOS path inside the Wine prefix that holds it (on no other drive of
-/// that prefix: its `Z:` form, when the prefix has that drive). An error when there is none.
-Result<std::string> ShortPath(std::string_view folder);
+/// volume has no 8.3 names), on POSIX its DOS path in the Wine prefix `prefix`, or where that is empty in the
+/// one that holds it (on no other drive of that prefix: its `Z:` form, when the prefix has that drive). An
+/// error when there is none.
+Result<std::string> ShortPath(std::string_view folder, std::string_view prefix = {});
 
-/// Where a search for the game starts: on Windows the drive of `programDirectory` (`C:`), on POSIX the drive
-/// of the Wine prefix that holds it, unless that drive is `/`, else the prefix's `drive_c`.
-std::string SearchRoot(std::string_view programDirectory);
+/// Where to search for the game, one after the other: on Windows the drive of `programDirectory` (`C:`). On
+/// POSIX the `drive_c` of every Wine prefix where Registry looks, in its order, then the drive of the prefix
+/// that holds `programDirectory` (unless that drive is `/`: the prefix's `drive_c`); each existing folder
+/// once.
+std::vector<std::string> SearchRoots(std::string_view programDirectory);
 
 /// The drive root that a user would call his own: on Windows that of `programDirectory` (its first three
 /// characters), on POSIX `C:\`.

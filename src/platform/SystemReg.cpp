@@ -13,8 +13,6 @@ namespace {
 constexpr std::string_view kHeader = "WINE REGISTRY Version 2";
 constexpr std::string_view kSoftware = "Software\\";
 constexpr std::string_view kView32 = "Wow6432Node\\";
-/// A longer line (there are such among binary values) holds no path.
-constexpr std::size_t kLongestLine = 64 * 1024;
 
 constexpr std::pair<char, char16_t> kEscapes[] = {
     {'a', u'\a'}, {'b', u'\b'}, {'e', u'\x1b'}, {'f', u'\f'},
@@ -96,6 +94,34 @@ std::optional<std::string> ReadText(std::string_view line, std::size_t& at, char
     return std::nullopt;
 }
 
+/// False when the ASCII characters at the beginning tell that the escaped text is not `key`, so that it need
+/// not be decoded: hardly any key of a registry passes.
+bool MayBe(std::string_view escaped, std::string_view key) {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; };
+    std::size_t at = 0;
+    for (const char expected : key) {
+        if (at == escaped.size()) return false;
+        const char c = escaped[at++];
+        if (c == '\\') {
+            if (at == escaped.size() || escaped[at] != '\\') return true;
+            ++at;
+        }
+        if (!isAscii(c) || !isAscii(expected)) return true;
+        if (lower(c) != lower(expected)) return false;
+    }
+    return !key.empty();
+}
+
+/// How many bytes lie before the next line that begins a key, where `bytes` begins a line; without such a
+/// line, before the last line, which may go on behind `bytes`.
+std::size_t BytesBeforeKey(std::string_view bytes) {
+    for (auto at = bytes.find('['); at != std::string_view::npos; at = bytes.find('[', at + 1)) {
+        if (at == 0 || bytes[at - 1] == '\n') return at;
+    }
+    return bytes.rfind('\n') + 1; // npos + 1 is 0
+}
+
 } // namespace
 
 SystemRegSearch::SystemRegSearch(std::string_view key, std::string_view valueName) : valueName_(valueName) {
@@ -107,6 +133,10 @@ SystemRegSearch::SystemRegSearch(std::string_view key, std::string_view valueNam
 
 bool SystemRegSearch::Feed(std::string_view bytes) {
     while (!bytes.empty() && state_ != State::Over) {
+        if (state_ == State::Body && !section_ && partialLine_.empty() && !lineTooLong_) {
+            bytes.remove_prefix(BytesBeforeKey(bytes));
+            if (bytes.empty()) break;
+        }
         const auto end = bytes.find('\n');
         const auto part = bytes.substr(0, end);
         lineTooLong_ = lineTooLong_ || partialLine_.size() + part.size() > kLongestLine;
@@ -136,6 +166,13 @@ std::optional<std::string> SystemRegSearch::Finish() {
     return std::nullopt;
 }
 
+std::optional<std::string> SystemRegSearch::KeyOf(std::string_view line) {
+    std::size_t at = 1;
+    auto key = line.starts_with('[') ? ReadText(line, at, ']') : std::nullopt;
+    if (key && key->empty()) key.reset();
+    return key;
+}
+
 void SystemRegSearch::TakeLine(std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (state_ == State::Header) {
@@ -149,6 +186,7 @@ void SystemRegSearch::TakeLine(std::string_view line) {
 
 void SystemRegSearch::TakeSection(std::string_view line) {
     section_.reset();
+    if (std::ranges::none_of(keys_, [line](const auto& key) { return MayBe(line.substr(1), key); })) return;
     std::size_t at = 1;
     const auto key = ReadText(line, at, ']');
     if (!key || key->empty()) return;

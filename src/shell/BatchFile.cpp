@@ -46,8 +46,8 @@ EncodedText BatchText(std::string_view dosFolder, std::string_view rest, std::st
     return EncodeSystemText(text.append(rest).append("\r\n").append(lastLines));
 }
 
-BatchResult WriteBatch(FileSystem& files, std::string_view gameDirectory, std::string_view name,
-                       const std::function<EncodedText(const std::string&)>& textFor) {
+BatchResult WriteBatch(FileSystem& files, std::string_view gameDirectory, std::string_view prefix,
+                       std::string_view name, const std::function<EncodedText(const std::string&)>& textFor) {
     BatchResult result;
     result.name = name;
     result.path = gameDirectory;
@@ -57,7 +57,7 @@ BatchResult WriteBatch(FileSystem& files, std::string_view gameDirectory, std::s
         return result;
     };
     if (!IsExistingFolder(files, gameDirectory)) return stop(BatchOutcome::GameMissing);
-    const auto dosFolder = ShortPath(gameDirectory);
+    const auto dosFolder = ShortPath(gameDirectory, prefix);
     if (!dosFolder) return stop(BatchOutcome::NoDosPath, dosFolder.Error());
     const EncodedText text = textFor(*dosFolder);
     if (text.unencodable) {
@@ -81,15 +81,15 @@ EncodedText MapEditorBatchText(std::string_view dosFolder, std::string_view file
     return BatchText(dosFolder, std::string(" /edit ").append(fileName), "Cls\r\n");
 }
 
-BatchResult WriteGameBatch(FileSystem& files, std::string_view gameDirectory) {
-    return WriteBatch(files, gameDirectory, kGameBatch, GameBatchText);
+BatchResult WriteGameBatch(FileSystem& files, std::string_view gameDirectory, std::string_view prefix) {
+    return WriteBatch(files, gameDirectory, prefix, kGameBatch, GameBatchText);
 }
 
-BatchResult WriteMapEditorBatch(FileSystem& files, std::string_view gameDirectory,
-                                std::string_view fileName) {
-    return WriteBatch(files, gameDirectory, kMapEditorBatch, [fileName](const std::string& dosFolder) {
-        return MapEditorBatchText(dosFolder, fileName);
-    });
+BatchResult WriteMapEditorBatch(FileSystem& files, std::string_view gameDirectory, std::string_view fileName,
+                                std::string_view prefix) {
+    return WriteBatch(
+        files, gameDirectory, prefix, kMapEditorBatch,
+        [fileName](const std::string& dosFolder) { return MapEditorBatchText(dosFolder, fileName); });
 }
 
 } // namespace quillbay

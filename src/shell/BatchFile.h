@@ -32,8 +32,10 @@ struct BatchResult {
     std::error_code error;
 };
 
-/// Writes the batch file anew, which runs in the game directory.
-BatchResult WriteGameBatch(FileSystem& files, std::string_view gameDirectory);
-BatchResult WriteMapEditorBatch(FileSystem& files, std::string_view gameDirectory, std::string_view fileName);
+/// Writes the batch file anew, which runs in the game directory. `prefix` is the Wine prefix in which it will
+/// be started, as for ShortPath.
+BatchResult WriteGameBatch(FileSystem& files, std::string_view gameDirectory, std::string_view prefix = {});
+BatchResult WriteMapEditorBatch(FileSystem& files, std::string_view gameDirectory, std::string_view fileName,
+                                std::string_view prefix = {});
 
 } // namespace quillbay

@@ -74,6 +74,8 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
     const std::string prefix = DiskText(temp_ / "prefix");
     EXPECT_EQ(TakeRecord(),
               "start\n/unix\n" + prefix + "/drive_c/T2/Go.BAT\n" + prefix + "\n" + prefix + "/drive_c/T2\n");
+    EXPECT_FALSE(opener_->OpenWithShell(game + "\\go.bat", game, "/chosen"));
+    EXPECT_NE(TakeRecord().find("Go.BAT\n/chosen\n"), std::string::npos);
     EXPECT_EQ(opener_->OpenWithShell(game + "\\go.bat", temp_ / "none"),
               std::errc::no_such_file_or_directory);
 }

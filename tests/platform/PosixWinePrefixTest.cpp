@@ -61,11 +61,11 @@ TEST_F(PosixWinePrefixTest, FoldersHaveADosPathInThePrefixThatHoldsThem) {
     EXPECT_EQ(ShortPath(temp_ / "disk\\T2").Error(), std::errc::no_such_file_or_directory);
 }
 
-TEST_F(PosixWinePrefixTest, TheSearchStartsAtTheProgramsDriveAndFollowsNoLinks) {
+TEST_F(PosixWinePrefixTest, TheSearchEndsAtTheProgramsDriveAndFollowsNoLinks) {
     const std::string root = prefix_ + "/drive_c";
-    EXPECT_EQ(SearchRoot(temp_ / "prefix\\drive_c\\Games"), root);
-    EXPECT_EQ(SearchRoot(temp_ / "disk\\T2"), disk_);
-    EXPECT_EQ(SearchRoot(temp_.Path()), root);
+    EXPECT_EQ(SearchRoots(temp_ / "prefix\\drive_c\\Games"), std::vector{root});
+    EXPECT_EQ(SearchRoots(temp_ / "disk\\T2"), (std::vector{root, disk_}));
+    EXPECT_EQ(SearchRoots(temp_.Path()), std::vector{root});
     EXPECT_EQ(DriveRootText("/anywhere"), "C:\\");
 
     PutFile(temp_ / "disk\\T2\\Tempest2.exe", "x");

@@ -1,6 +1,10 @@
 #include "platform/SystemReg.h"
 
+#include "platform/OrderedSystemReg.h"
+
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 
 namespace quillbay {
@@ -71,6 +75,75 @@ TEST(SystemRegTest, AnyDamageInAnyPiecesIsSurvivedAlike) {
         damaged.resize(damaged.size() - random() % (damaged.size() / 2 * (round % 2) + 1));
         ASSERT_EQ(Find(damaged), Find(damaged, 1 + random() % 40)) << damaged;
     }
+}
+
+OrderedRegResult FindOrdered(std::string_view text, std::size_t piece, std::size_t* bytes = nullptr) {
+    const auto pieceAt = [&](std::uint64_t offset) {
+        const auto found = text.substr(std::min<std::uint64_t>(offset, text.size()), piece);
+        if (bytes != nullptr) *bytes += found.size();
+        return found;
+    };
+    return FindInOrderedReg(text.size(), pieceAt, kKey, kValue);
+}
+
+/// A registry as Wine writes it, with some of the wanted keys among many alike.
+std::string OrderedText(std::mt19937& random) {
+    constexpr const char* kNames[] = {"Brightgate", "brightgat", "Brightgate_", "Brightgates",
+                                      "Tempest II", "Tempest",   "Tempest IIa", "v1.0",
+                                      "v1.0 ",      "v1",        "Wow6432Node", "\u00e4"};
+    std::map<std::vector<std::string>, std::string> sections; // by the components in lower case
+    const auto add = [&](const std::vector<std::string>& names, const std::string& values) {
+        std::vector<std::string> lower{"software"};
+        std::string line = "[Software";
+        for (const auto& name : names) {
+            lower.push_back(name);
+            std::ranges::transform(name, lower.back().begin(),
+                                   [](unsigned char c) { return std::tolower(c); });
+            line += "\\\\" + name;
+        }
+        sections[lower] = line + "] 1\n" + values + '\n';
+    };
+    for (int i = 0; i < 400; ++i) {
+        std::vector<std::string> names(1 + random() % 5);
+        for (auto& name : names)
+            name = random() % 2 ? kNames[random() % std::size(kNames)] : std::to_string(random() % 50);
+        add(names, kGood.substr(0, 12) + "b\"=\"" +
+                       std::string(random() % 20 ? random() % 200 : 30'000, 'x') + "\"\n");
+    }
+    if (random() % 2) add({"Brightgate", "Tempest II", "v1.0"}, std::string(random() % 9'000, '\n') + kGood);
+    if (random() % 2) add({"Wow6432Node", "Brightgate", "Tempest II", "v1.0"}, "\"INSTALLPATH\"=\"D:\"\n");
+    std::string text = kHead;
+    for (const auto& [key, section] : sections)
+        text += section;
+    return text;
+}
+
+TEST(OrderedSystemRegTest, FindsInAFewPiecesWhatAWholeReadingFinds) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 150; ++round) {
+        std::string text = OrderedText(random);
+        const std::size_t piece = round % 2 ? 4096 : 2 + random() % 300;
+        const auto value = Find(text);
+        const auto found = FindOrdered(text, piece);
+        ASSERT_TRUE(found.ordered);
+        ASSERT_EQ(found.value, value) << round;
+        // What was put at one of its ends by hand stands in no order, or is found.
+        for (const bool first : {true, false}) {
+            auto other = kHead + (first ? kSection + kGood : "") + text + (first ? "" : kSection + kGood);
+            const auto seen = FindOrdered(other, piece);
+            ASSERT_TRUE(!seen.ordered || seen.value == "C:\\T2");
+        }
+        for (int i = 0; i < 2'000; ++i)
+            text[random() % text.size()] = "\n[]\\\"x"[random() % 6];
+        FindOrdered(text, piece);
+    }
+    std::string large = kHead;
+    for (int i = 100'000; i < 150'000; ++i)
+        large += "[Software\\\\a" + std::to_string(i) + "] 1\n\"Name\"=\"text\"\n\n";
+    std::size_t bytes = 0;
+    EXPECT_EQ(FindOrdered(large + kSection + kGood, 4096, &bytes).value, "C:\\T2");
+    EXPECT_LT(bytes, large.size() / 5);
+    EXPECT_TRUE(FindOrdered("REGEDIT4\n" + large, 4096).ordered);
 }
 
 } // namespace

@@ -45,8 +45,8 @@ TEST_F(WindowsDosPathTest, FindsAFileAnywhereBelow) {
 }
 
 TEST_F(WindowsDosPathTest, TellsDrives) {
-    EXPECT_EQ(SearchRoot("D:\\Games\\Quillbay"), "D:");
-    EXPECT_EQ(SearchRoot("\\\\server\\share\\folder"), "\\\\server\\share");
+    EXPECT_EQ(SearchRoots("D:\\Games\\Quillbay"), std::vector<std::string>{"D:"});
+    EXPECT_EQ(SearchRoots("\\\\server\\share\\folder"), std::vector<std::string>{"\\\\server\\share"});
     EXPECT_EQ(DriveRootText("D:\\Games"), "D:\\");
     EXPECT_EQ(DriveRootText("D:"), "D:\\");
     EXPECT_EQ(NativePath("C:\\Games\\"), "C:\\Games\\");

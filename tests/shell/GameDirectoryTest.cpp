@@ -21,9 +21,9 @@ public:
 
 TEST_F(GameDirectoryTest, ComesFromTheGamesOwnRegistryEntry) {
     OneValueRegistry registry;
-    EXPECT_EQ(ReadGameDirectory(registry), "");
+    EXPECT_EQ(ReadGameDirectory(registry).path, "");
     registry.value = "C:\\T2\\";
-    EXPECT_EQ(ReadGameDirectory(registry), NativePath("C:\\T2\\"));
+    EXPECT_EQ(ReadGameDirectory(registry).path, NativePath("C:\\T2\\"));
 }
 
 TEST_F(GameDirectoryTest, CandidateTakesFoldersInExactLetterCaseOnly) {

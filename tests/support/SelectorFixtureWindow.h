@@ -58,9 +58,13 @@ public:
 
 class FakeRegistry : public Registry {
 public:
-    std::string path;
+    std::string path, prefix;
+    bool otherPrefixes = false;
     std::string ReadRegistryString(std::string_view, std::string_view, std::string_view) const override {
         return path;
+    }
+    RegisteredFolder FindRegisteredFolder(std::string_view key, std::string_view name) const override {
+        return {Registry::FindRegisteredFolder(key, name).path, prefix, otherPrefixes};
     }
 };
 
@@ -79,12 +83,13 @@ public:
 class FakeShell : public ShellOpener {
 public:
     struct Opened {
-        std::string target, workingFolder;
+        std::string target, workingFolder, prefix;
     };
     std::vector<Opened> opened;
     std::error_code answer;
-    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
-        opened.push_back({std::string(target), std::string(workingFolder)});
+    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder,
+                                  std::string_view prefix) override {
+        opened.push_back({std::string(target), std::string(workingFolder), std::string(prefix)});
         return answer;
     }
 };

@@ -1,7 +1,7 @@
 #include "platform/DosPath.h"
 
-#include "platform/PathText.h"
 #include "platform/RealPath.h"
+#include "platform/posix/LauncherPrefixes.h"
 #include "platform/posix/WinePrefix.h"
 
 #include <algorithm>
@@ -10,36 +10,29 @@ namespace quillbay {
 
 namespace {
 
-bool IsDosPath(std::string_view path) {
-    if (path.size() < 2 || path[1] != ':' || (path.size() > 2 && !IsSeparator(path[2]))) return false;
-    const char letter = static_cast<char>(path[0] & ~0x20);
-    return letter >= 'A' && letter <= 'Z';
-}
-
 /// The prefix that holds a folder; the user's own one for a folder outside any.
 std::string PrefixFor(const std::string& realPath) {
     auto prefix = PrefixHolding(realPath);
     return prefix.empty() ? EnvironmentPrefix() : prefix;
 }
 
-} // namespace
-
-std::string NativePath(std::string_view dosPath) {
-    if (!IsDosPath(dosPath)) return std::string(dosPath);
-    const char letter = static_cast<char>(dosPath[0] & ~0x20);
-    for (auto& drive : DrivesOf(EnvironmentPrefix())) {
-        if (drive.letter != letter) continue;
-        std::string rest(dosPath.substr(2));
-        std::replace(rest.begin(), rest.end(), '\\', '/');
-        return drive.root == "/" && !rest.empty() ? rest : drive.root + rest;
-    }
-    return std::string(dosPath);
+/// The drive of the prefix that holds the folder, unless that drive is `/`, else the prefix's `drive_c`.
+std::string OwnDrive(std::string_view folder) {
+    const auto real = FindRealPath(folder).ValueOr(std::string(folder));
+    const auto prefix = PrefixFor(real);
+    const auto drives = DrivesOf(prefix);
+    const auto* drive = DriveHolding(drives, real);
+    return drive != nullptr && drive->root != "/" ? drive->root : prefix + "/drive_c";
 }
 
-Result<std::string> ShortPath(std::string_view folder) {
+} // namespace
+
+std::string NativePath(std::string_view dosPath) { return NativePathIn(EnvironmentPrefix(), dosPath); }
+
+Result<std::string> ShortPath(std::string_view folder, std::string_view prefix) {
     const auto real = FindRealPath(folder);
     if (!real) return real.Error();
-    const auto drives = DrivesOf(PrefixFor(*real));
+    const auto drives = DrivesOf(prefix.empty() ? PrefixFor(*real) : std::string(prefix));
     const auto* drive = DriveHolding(drives, *real);
     if (drive == nullptr) return std::errc::no_such_file_or_directory;
     std::string rest = drive->root == "/" ? *real : real->substr(drive->root.size());
@@ -48,12 +41,19 @@ Result<std::string> ShortPath(std::string_view folder) {
     return std::string{drive->letter, ':'} + rest;
 }
 
-std::string SearchRoot(std::string_view programDirectory) {
-    const auto real = FindRealPath(programDirectory).ValueOr(std::string(programDirectory));
-    const auto prefix = PrefixFor(real);
-    const auto drives = DrivesOf(prefix);
-    const auto* drive = DriveHolding(drives, real);
-    return drive != nullptr && drive->root != "/" ? drive->root : prefix + "/drive_c";
+std::vector<std::string> SearchRoots(std::string_view programDirectory) {
+    std::vector<std::string> folders = {EnvironmentPrefix() + "/drive_c"};
+    if (!PrefixIsChosen()) {
+        for (const auto& prefix : LauncherPrefixes())
+            folders.push_back(prefix.path + "/drive_c");
+    }
+    folders.push_back(OwnDrive(programDirectory));
+    std::vector<std::string> roots;
+    for (const auto& folder : folders) {
+        const auto real = FindRealPath(folder);
+        if (real && std::ranges::find(roots, *real) == roots.end()) roots.push_back(*real);
+    }
+    return roots;
 }
 
 std::string DriveRootText(std::string_view) { return "C:\\"; }

@@ -27,14 +27,14 @@ bool IsBatchFile(const std::string& path) {
            EqualFolded(std::string_view(path).substr(path.size() - kExtension.size()), kExtension);
 }
 
-Result<Command> BatchCommand(const std::string& file) {
+Result<Command> BatchCommand(const std::string& file, std::string_view chosenPrefix) {
     Command command;
     const auto wine = FindProgram("wine");
     if (wine.empty()) return std::errc::no_such_file_or_directory;
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(file.c_str(), nullptr), &std::free);
     if (!real) return LastError();
     command.arguments = {wine, "start", "/unix", real.get()};
-    const auto prefix = PrefixHolding(real.get());
+    const auto prefix = chosenPrefix.empty() ? PrefixHolding(real.get()) : std::string(chosenPrefix);
     if (!prefix.empty()) command.environment = {{"WINEPREFIX", prefix}};
     return command;
 }
@@ -45,17 +45,18 @@ Result<Command> DesktopCommand(std::string target) {
     return Command{{opener, std::move(target)}, {}, {}};
 }
 
-Result<Command> MakeCommand(std::string_view target) {
+Result<Command> MakeCommand(std::string_view target, std::string_view prefix) {
     if (IsWebAddress(target)) return DesktopCommand(std::string(target));
     auto path = FindArgumentPath(target);
     if (!path) return path.Error();
-    return IsBatchFile(*path) ? BatchCommand(*path) : DesktopCommand(std::move(*path));
+    return IsBatchFile(*path) ? BatchCommand(*path, prefix) : DesktopCommand(std::move(*path));
 }
 
 class DesktopShellOpener : public ShellOpener {
 public:
-    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
-        auto command = MakeCommand(target);
+    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder,
+                                  std::string_view prefix) override {
+        auto command = MakeCommand(target, prefix);
         if (!command) return command.Error();
         if (!workingFolder.empty() && !IsWebAddress(target)) {
             auto folder = FindArgumentPath(workingFolder);

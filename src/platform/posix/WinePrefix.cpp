@@ -1,7 +1,9 @@
 #include "platform/posix/WinePrefix.h"
 
+#include "platform/PathText.h"
 #include "platform/posix/FolderListing.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -12,16 +14,6 @@
 namespace quillbay {
 
 namespace {
-
-std::string HomeFolder() {
-    const char* home = std::getenv("HOME");
-    if (home != nullptr && *home != '\0') return home;
-    passwd entry{};
-    passwd* found = nullptr;
-    std::array<char, 16 * 1024> texts{};
-    const int failed = ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
-    return failed == 0 && found != nullptr ? found->pw_dir : "";
-}
 
 bool IsFolder(const std::string& path) {
     struct stat info {};
@@ -41,11 +33,31 @@ char DriveLetter(const std::string& name) {
     return letter >= 'A' && letter <= 'Z' ? letter : '\0';
 }
 
+bool IsDosPath(std::string_view path) {
+    if (path.size() < 2 || path[1] != ':' || (path.size() > 2 && !IsSeparator(path[2]))) return false;
+    const char letter = static_cast<char>(path[0] & ~0x20);
+    return letter >= 'A' && letter <= 'Z';
+}
+
 } // namespace
 
-std::string EnvironmentPrefix() {
+std::string HomeFolder() {
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && *home != '\0') return home;
+    passwd entry{};
+    passwd* found = nullptr;
+    std::array<char, 16 * 1024> texts{};
+    const int failed = ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
+    return failed == 0 && found != nullptr ? found->pw_dir : "";
+}
+
+bool PrefixIsChosen() {
     const char* prefix = std::getenv("WINEPREFIX");
-    return prefix != nullptr && *prefix != '\0' ? prefix : HomeFolder() + "/.wine";
+    return prefix != nullptr && *prefix != '\0';
+}
+
+std::string EnvironmentPrefix() {
+    return PrefixIsChosen() ? std::getenv("WINEPREFIX") : HomeFolder() + "/.wine";
 }
 
 std::string PrefixHolding(std::string_view realPath) {
@@ -69,6 +81,18 @@ std::vector<DosDrive> DrivesOf(const std::string& prefix) {
         if (root) drives.push_back({letter, root.get()});
     }
     return drives;
+}
+
+std::string NativePathIn(const std::string& prefix, std::string_view dosPath) {
+    if (!IsDosPath(dosPath)) return std::string(dosPath);
+    const char letter = static_cast<char>(dosPath[0] & ~0x20);
+    for (auto& drive : DrivesOf(prefix)) {
+        if (drive.letter != letter) continue;
+        std::string rest(dosPath.substr(2));
+        std::replace(rest.begin(), rest.end(), '\\', '/');
+        return drive.root == "/" && !rest.empty() ? rest : drive.root + rest;
+    }
+    return std::string(dosPath);
 }
 
 const DosDrive* DriveHolding(const std::vector<DosDrive>& drives, std::string_view realPath) {

@@ -12,8 +12,17 @@ struct DosDrive {
     std::string root;  ///< the folder it leads to, links resolved
 };
 
+/// `$HOME`, else the home folder of the user's entry; empty when there is none.
+std::string HomeFolder();
+
+/// True when `$WINEPREFIX` is set, so that no other prefix counts.
+bool PrefixIsChosen();
+
 /// `$WINEPREFIX`, else `~/.wine`, whether it exists or not.
 std::string EnvironmentPrefix();
+
+/// NativePath by the drives of one prefix.
+std::string NativePathIn(const std::string& prefix, std::string_view dosPath);
 
 /// The nearest folder from `realPath` upwards that is a prefix; empty when there is none.
 std::string PrefixHolding(std::string_view realPath);

@@ -20,7 +20,7 @@ bool HasDrive(std::string_view path) { return path.size() >= 2 && path[1] == ':'
 
 std::string NativePath(std::string_view dosPath) { return std::string(dosPath); }
 
-Result<std::string> ShortPath(std::string_view folder) {
+Result<std::string> ShortPath(std::string_view folder, std::string_view) {
     const auto path = LongPath(folder);
     if (!path) return path.Error();
     std::wstring shortPath(path->size() + 1, L'\0');
@@ -34,14 +34,14 @@ Result<std::string> ShortPath(std::string_view folder) {
     }
 }
 
-std::string SearchRoot(std::string_view programDirectory) {
-    if (HasDrive(programDirectory)) return std::string(programDirectory.substr(0, 2));
+std::vector<std::string> SearchRoots(std::string_view programDirectory) {
+    if (HasDrive(programDirectory)) return {std::string(programDirectory.substr(0, 2))};
     // A share has no drive: `\\server\share`.
     constexpr std::string_view kSeparators = "\\/";
     const auto server = programDirectory.find_first_not_of(kSeparators);
     const auto share =
         programDirectory.find_first_not_of(kSeparators, programDirectory.find_first_of(kSeparators, server));
-    return std::string(programDirectory.substr(0, programDirectory.find_first_of(kSeparators, share)));
+    return {std::string(programDirectory.substr(0, programDirectory.find_first_of(kSeparators, share)))};
 }
 
 std::string DriveRootText(std::string_view programDirectory) {

@@ -37,7 +37,8 @@ private:
 
 class WindowsShellOpener : public ShellOpener {
 public:
-    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder) override {
+    std::error_code OpenWithShell(std::string_view target, std::string_view workingFolder,
+                                  std::string_view) override {
         const auto file = ShellText(target);
         if (!file) return file.Error();
         const auto folder = ShellText(workingFolder);

@@ -72,7 +72,10 @@ void frmChangeT2Dir::SearchGame() {
     std::string found;
     {
         const Hourglass hourglass;
-        found = FindFileInTree(SearchRoot(services_.programDirectory), kGameExecutable);
+        for (const auto& root : SearchRoots(services_.programDirectory)) {
+            found = FindFileInTree(root, kGameExecutable);
+            if (!found.empty()) break;
+        }
     }
     if (!found.empty()) {
         ShowFolder(std::string(Parent(found)));

@@ -4,6 +4,7 @@
 #include "common/window/OutcomeText.h"
 #include "common/window/PaintClock.h"
 #include "common/window/PlainToolTip.h"
+#include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "effects/window/WindowEffects.h"
 #include "library/GameDirectory.h"
@@ -80,7 +81,8 @@ bool frmSelector::Start() {
         showNormal();
     }
     repaint();
-    GameDirectory = ReadGameDirectory(services_.registry);
+    registeredGame_ = ReadGameDirectory(services_.registry);
+    GameDirectory = registeredGame_.path;
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
@@ -92,10 +94,19 @@ bool frmSelector::Start() {
         return false;
     }
     setWindowTitle(QLatin1String(kProgramTitle));
+    TellTakenPrefix();
     if (!IsExistingFolder(services_.files, GameDirectory)) {
         AskForGameDirectory();
     }
     return Phase != ProgramPhase::Ended;
+}
+
+void frmSelector::TellTakenPrefix() {
+    if (!registeredGame_.otherPrefixes) return;
+    ShowOutcome(OutcomeText(QStringLiteral("The game is taken from one of several Wine prefixes: ") +
+                            ToQString(registeredGame_.prefix))
+                    .Note(QStringLiteral("Its registry was changed last. The game directory: ") +
+                          ToQString(GameDirectory)));
 }
 
 void frmSelector::CountGameFilesAtStart() {

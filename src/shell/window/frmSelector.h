@@ -3,6 +3,7 @@
 #include "library/ModJob.h"
 #include "library/window/LibraryHost.h"
 #include "modinfo/window/DetailsPanel.h"
+#include "platform/Registry.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -83,6 +84,7 @@ private:
     void ShowPictureLayout(bool withPicture);
     void ReadSettings();
     void CountGameFilesAtStart();
+    void TellTakenPrefix();
     void AskForGameDirectory();
 
     // Menus
@@ -99,6 +101,8 @@ private:
     void LaunchMapEditor();
     void InstallMapEditor();
     void StartBatchFile(const BatchResult& batch);
+    /// The Wine prefix whose registry named the game directory; empty when the user chose the directory.
+    std::string GamePrefix() const;
     void OpenFolder(const std::string& folder);
     void OpenSelectedFolder();
     void OpenSelectedReadme();
@@ -130,6 +134,7 @@ private:
     static constexpr int kRefreshMinimizedEveryMs = 10'000;
 
     std::unique_ptr<Ui::frmSelector> ui_;
+    RegisteredFolder registeredGame_;
     DetailsPanel details_;
     QTimer* timRefreshModList_;
     QTimer* timClickMod_;

@@ -77,7 +77,7 @@ void frmSelector::ConnectOpeners() {
 
 void frmSelector::LaunchGame() {
     if (Phase == ProgramPhase::Running && windows_->MayEnd())
-        StartBatchFile(WriteGameBatch(services_.files, GameDirectory));
+        StartBatchFile(WriteGameBatch(services_.files, GameDirectory, GamePrefix()));
 }
 
 void frmSelector::LaunchMapEditor() {
@@ -91,7 +91,8 @@ void frmSelector::LaunchMapEditor() {
         ShowMessage(this, QStringLiteral("Invalid name."));
         return;
     }
-    if (windows_->MayEnd()) StartBatchFile(WriteMapEditorBatch(services_.files, GameDirectory, entered));
+    if (windows_->MayEnd())
+        StartBatchFile(WriteMapEditorBatch(services_.files, GameDirectory, entered, GamePrefix()));
 }
 
 void frmSelector::InstallMapEditor() {
@@ -121,8 +122,12 @@ void frmSelector::StartBatchFile(const BatchResult& batch) {
         ReportUnwritten(this, batch);
         return;
     }
-    Ignore(services_.shell.OpenWithShell(batch.path, GameDirectory));
+    Ignore(services_.shell.OpenWithShell(batch.path, GameDirectory, GamePrefix()));
     EndProgram();
+}
+
+std::string frmSelector::GamePrefix() const {
+    return GameDirectory == registeredGame_.path ? registeredGame_.prefix : std::string();
 }
 
 void frmSelector::OpenFolder(const std::string& folder) {

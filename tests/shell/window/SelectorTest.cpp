@@ -126,6 +126,23 @@ private:
     std::size_t seen_ = 0;
 };
 
+TEST_F(LaunchWindow, StartsTheGameInThePrefixThatNamedIt) {
+    for (const bool chosen : {false, true}) {
+        registry.prefix = Path("named").toStdString();
+        registry.otherPrefixes = !chosen;
+        MakeFolder("named/dosdevices");
+        QFile::link(Path("game"), Path("named/dosdevices/s:"));
+        ASSERT_TRUE(Start());
+        auto& outcome = Control<QLabel>("lblOutcome");
+        EXPECT_EQ(outcome.text().contains(Path("named")), !chosen) << qPrintable(outcome.text());
+        if (chosen) window->GameDirectory += '/';
+        Item("menuManagerLaunchT2").trigger();
+        ASSERT_FALSE(shell.opened.empty());
+        EXPECT_EQ(shell.opened.back().prefix, chosen ? "" : registry.prefix);
+        EXPECT_TRUE(Read("game/T2QB Launch T2.bat").contains(chosen ? "CD G:\\game\r" : "CD S:\\\r"));
+    }
+}
+
 TEST_F(LaunchWindow, EndsOnceTheBatchFileIsWrittenWhateverTheShellSays) {
     Write("game/t2qb launch t2.BAT", "old");
     ASSERT_TRUE(Start());
