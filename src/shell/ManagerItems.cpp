@@ -1,6 +1,6 @@
 #include "shell/ManagerItems.h"
 
-#include "catalogue/FileListText.h"
+#include "catalogue/FileList.h"
 #include "library/GameDirectory.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
