@@ -1,4 +1,4 @@
-#include "catalogue/FileListWriter.h"
+#include "catalogue/FileList.h"
 #include "library/ModInstaller.h"
 #include "library/ModRows.h"
 #include "library/ModUninstaller.h"

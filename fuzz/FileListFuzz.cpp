@@ -1,5 +1,5 @@
 #include "catalogue/FileCatalogue.h"
-#include "catalogue/FileListText.h"
+#include "catalogue/FileList.h"
 #include "library/GameFolders.h"
 
 #include <cstddef>
@@ -16,8 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (quillbay::CountRecords(bytes).records != records + 1) std::abort();
 
     const quillbay::FileCatalogue catalogue(bytes);
-    const std::string key = quillbay::FoldFileName(name);
-    if (catalogue.GetSizeFromFile(key, quillbay::kGameFolderCount, quillbay::GetLengthBucket(key)) != 5)
-        std::abort();
+    const auto* record = catalogue.Find(quillbay::kKnownFolderCount, name);
+    if (!record || record->size != 5) std::abort();
     return 0;
 }

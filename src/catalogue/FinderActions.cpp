@@ -4,33 +4,23 @@
 #include "library/ModFiles.h"
 #include "platform/PathText.h"
 
-#include <algorithm>
-
 namespace quillbay {
 
 namespace {
 
 using Cause = FileActionRefusal::Cause;
 
-/// The position of a GameFolders entry; that of the last look-up is tried first. kGameFolderCount when there
-/// is none.
-std::size_t PositionOf(std::string_view folder, std::size_t last) {
-    if (last < kGameFolderCount && GameFolders[last] == folder) return last;
-    return static_cast<std::size_t>(std::ranges::find(GameFolders, folder) - GameFolders.begin());
-}
-
 /// Looks the names up in what was listed: they come folder by folder, as EntryIndex wants them.
 void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector<std::string>& names,
                const FileCatalogue* catalogue) {
     EntryIndex inGame(game);
     EntryIndex inDestination(plan.destinationFolders);
-    std::size_t position = 0;
     for (const std::string& name : names) {
         const std::string_view file = LastComponent(name);
-        position = PositionOf(std::string_view(name).substr(0, name.size() - file.size()), position);
+        const auto position = PositionOfFolder(std::string_view(name).substr(0, name.size() - file.size()));
         const DirEntry* source = position < kGameFolderCount ? inGame.Find(position, file) : nullptr;
         if (source && source->kind != EntryKind::File) source = nullptr;
-        if (source && catalogue && catalogue->Compare(*source, FolderCodeAt(position)) == FileChange::None) {
+        if (source && catalogue && catalogue->Compare(position, *source) == FileChange::None) {
             plan.unchanged.push_back(name);
             continue;
         }

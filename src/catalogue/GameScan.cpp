@@ -6,14 +6,6 @@
 
 namespace quillbay {
 
-namespace {
-
-std::string RelativePath(std::uint8_t folderCode, const DirEntry& file) {
-    return std::string(GameFolders[folderCode - 1U]) + file.name;
-}
-
-} // namespace
-
 GameTotals CountGame(const FileSystem& files, std::string_view gameDirectory) {
     GameTotals totals;
     for (const auto& folders : ListKnownFolders(files, gameDirectory, Detail::Full)) {
@@ -37,33 +29,21 @@ bool GameScan::Step() {
         position_ = 0;
         walk_.reset();
     }
-    if (!walk_) walk_.emplace(files_, gameDirectory_, DetailFor(FolderCodeAt(kKnownFolderCount)));
-
-    const std::uint8_t folderCode = FolderCodeAt(position_);
-    ForEachGameFile(walk_->List(position_, DetailFor(folderCode)), [&](const DirEntry& file) {
-        if (secondPass_)
-            FindModified(folderCode, file);
-        else
-            FindNew(folderCode, file);
+    if (!walk_) walk_.emplace(files_, gameDirectory_, DetailFor(kKnownFolderCount));
+    ForEachGameFile(walk_->List(position_, DetailFor(position_)), [&](const DirEntry& file) {
+        const bool isFound = secondPass_ ? catalogue_.Compare(position_, file) == FileChange::Modified
+                                         : !catalogue_.Find(position_, file.name);
+        if (isFound)
+            (secondPass_ ? found_.modifiedFiles : found_.newFiles)
+                .push_back(std::string(GameFolders[position_]) + file.name);
         ++processed_;
     });
     ++position_;
     return true;
 }
 
-Detail GameScan::DetailFor(std::uint8_t folderCode) const {
-    return secondPass_ && catalogue_.HasRecords(folderCode) ? Detail::Full : Detail::Names;
-}
-
-void GameScan::FindNew(std::uint8_t folderCode, const DirEntry& file) {
-    const std::string name = FoldFileName(file.name);
-    if (catalogue_.CheckIfFileExists(name, folderCode, GetLengthBucket(name))) return;
-    found_.newFiles.push_back(RelativePath(folderCode, file));
-}
-
-void GameScan::FindModified(std::uint8_t folderCode, const DirEntry& file) {
-    if (catalogue_.Compare(file, folderCode) == FileChange::Modified)
-        found_.modifiedFiles.push_back(RelativePath(folderCode, file));
+Detail GameScan::DetailFor(std::size_t position) const {
+    return secondPass_ && catalogue_.HasRecords(position) ? Detail::Full : Detail::Names;
 }
 
 } // namespace quillbay

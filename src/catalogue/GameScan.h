@@ -42,9 +42,7 @@ public:
 
 private:
     /// Sizes and times only where something is compared with them.
-    Detail DetailFor(std::uint8_t folderCode) const;
-    void FindNew(std::uint8_t folderCode, const DirEntry& file);
-    void FindModified(std::uint8_t folderCode, const DirEntry& file);
+    Detail DetailFor(std::size_t position) const;
 
     const FileSystem& files_;
     const std::string gameDirectory_;

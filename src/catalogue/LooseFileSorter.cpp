@@ -4,6 +4,7 @@
 #include "library/InstalledMods.h"
 #include "library/ModFiles.h"
 #include "library/ModJob.h"
+#include "odf/OdfLines.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
@@ -17,15 +18,14 @@ namespace quillbay {
 
 namespace {
 
-constexpr std::string_view kOdfEnding = ".odf";
-
 /// The base names of the ODF files among the entries of one folder, and the question whether a file lies
 /// beside the one of its name.
 class OdfNames {
 public:
     explicit OdfNames(const std::vector<DirEntry>& entries) {
         for (const auto& entry : entries)
-            if (entry.IsPlainFile() && EndsIn(entry.name, kOdfEnding)) names_.insert(BaseName(entry.name));
+            if (entry.IsPlainFile() && EndsFolded(entry.name, kOdfEnding))
+                names_.insert(BaseName(entry.name));
     }
     bool HasOdf(std::string_view name) const { return names_.contains(BaseName(name)); }
 
@@ -34,12 +34,6 @@ private:
 
     std::unordered_set<std::string> names_;
 };
-
-std::size_t PositionOf(std::string_view destination) {
-    const auto found =
-        std::ranges::find_if(GameFolders, [&](auto folder) { return EqualFolded(folder, destination); });
-    return static_cast<std::size_t>(found - GameFolders.begin());
-}
 
 /// By name: the position in LooseFileTypes of the first checked type in which the file is flagged.
 std::unordered_map<std::string_view, std::size_t> ChooseTypes(const LooseFiles& loose,
@@ -166,7 +160,7 @@ LooseFiles ListLooseFiles(const FileSystem& files, std::string_view folder) {
     for (const auto& entry : *entries) {
         if (!entry.IsPlainFile()) continue;
         LooseFile file{entry.name, {}, odfs.HasOdf(entry.name)};
-        if (EndsIn(entry.name, kOdfEnding))
+        if (EndsFolded(entry.name, kOdfEnding))
             file.odfClasses = OdfIncludesClass(files, Join(folder, entry.name));
         for (std::size_t type = 0; type < kLooseFileTypeCount; ++type)
             if (LooseFileTypes[type].isOffered && LooseFileTypes[type].Matches(file))
@@ -200,7 +194,7 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
         if (found == chosen.end()) continue;
         const auto& type = LooseFileTypes[found->second];
         if (type.needsOdf && !odfs.HasOdf(entry.name)) continue;
-        (type.needsOdf ? plan.moves : others).push_back({entry.name, PositionOf(type.destination)});
+        (type.needsOdf ? plan.moves : others).push_back({entry.name, PositionOfFolder(type.destination)});
     }
     std::ranges::move(others, std::back_inserter(plan.moves));
     return plan;

@@ -61,30 +61,30 @@ const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes = std::to_ar
     {R"(Odf\Weapons\Phasers)",
      {".odf"},
      IsPhaser,
-     R"(odf\weapons\phasers\)",
+     R"(odf\weapons\Phasers\)",
      "*phas*.odf",
      R"(odf\Weapons\Phasers)"},
     {R"(Odf\Weapons\Photons)",
      {".odf"},
      IsPhoton,
-     R"(odf\weapons\photons\)",
+     R"(odf\weapons\Photons\)",
      "*phot*.odf or *artil*.odf or *plas*.odf",
      R"(odf\Weapons\Photons)"},
     {R"(Odf\Weapons\Pulse)",
      {".odf"},
      IsPulse,
-     R"(odf\weapons\pulse\)",
+     R"(odf\weapons\Pulse\)",
      "*pulse*.odf",
      R"(odf\Weapons\Pulse)"},
-    {"Objectives", {".txt"}, StartsWithT2, R"(Objectives\)", "t2*.txt", "Objectives"},
-    {"Missions", {".drl", ".dsl"}, nullptr, R"(Missions\)", "*.drl, *.dsl", "Missions"},
-    {R"(Ai\Aips)", {".aip"}, nullptr, R"(Ai\Aips\)", "*.aip", R"(Ai\Aips)"},
+    {"Objectives", {".txt"}, StartsWithT2, R"(objectives\)", "t2*.txt", "Objectives"},
+    {"Missions", {".drl", ".dsl"}, nullptr, R"(missions\)", "*.drl, *.dsl", "Missions"},
+    {R"(Ai\Aips)", {".aip"}, nullptr, R"(Ai\AIPs\)", "*.aip", R"(Ai\Aips)"},
     {"Ai", {".txt"}, IsAiConfig, R"(Ai\)", "strategic_AI_config.txt", "Ai"},
-    {"Animations", {".bik"}, IsAnimation, R"(Animations\)", "t2*.bik, Intro.bik, other intros", "Animations"},
+    {"Animations", {".bik"}, IsAnimation, R"(animations\)", "t2*.bik, Intro.bik, other intros", "Animations"},
     {"ShipImages",
      {".bmp"},
      nullptr,
-     R"(Bitmaps\AdmiralsLog\ShipImages\)",
+     R"(bitmaps\AdmiralsLog\ShipImages\)",
      "(filename).bmp when (filename).odf exists",
      R"(bitmaps\AdmiralsLog\ShipImages)",
      /*isOffered=*/true,
@@ -92,14 +92,11 @@ const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes = std::to_ar
 });
 
 bool LooseFileType::Matches(const LooseFile& file) const {
-    const auto has = [&](std::string_view ending) { return !ending.empty() && EndsIn(file.name, ending); };
-    return std::ranges::any_of(endings, has) && (!needsOdf || file.hasOdf) &&
+    const auto has = [&](std::string_view ending) {
+        return !ending.empty() && EndsFolded(file.name, ending);
+    };
+    return file.name.size() > 3 && std::ranges::any_of(endings, has) && (!needsOdf || file.hasOdf) &&
            (!furtherTest || furtherTest(file));
-}
-
-bool EndsIn(std::string_view name, std::string_view ending) {
-    return name.size() > 3 && name.size() >= ending.size() &&
-           EqualFolded(name.substr(name.size() - ending.size()), ending);
 }
 
 std::optional<std::string> LooseFileHelp(std::string_view name) {

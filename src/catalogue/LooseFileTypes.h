@@ -22,12 +22,13 @@ struct LooseFileType {
     std::string_view name; ///< the text of its row; in lower case the key of its help
     std::array<std::string_view, 2> endings;
     bool (*furtherTest)(const LooseFile& file); ///< null: the ending is enough
-    std::string_view destination;               ///< relative to the mod, with a final backslash
+    std::string_view destination;               ///< an entry of GameFolders, in the mod
     std::string_view filesIncluded;
     std::string_view copiedTo;
     bool isOffered = true;
     bool needsOdf = false; ///< see LooseFile::hasOdf
 
+    /// A name of three characters or fewer has no ending.
     bool Matches(const LooseFile& file) const;
 };
 
@@ -35,9 +36,6 @@ inline constexpr std::size_t kLooseFileTypeCount = 19;
 
 /// In the order of the rows. A file can belong to several of the ODF types, to one of the others at most.
 extern const std::array<LooseFileType, kLooseFileTypeCount> LooseFileTypes;
-
-/// True when `name` ends in `ending`, letter case ignored; a name of three characters or fewer has no ending.
-bool EndsIn(std::string_view name, std::string_view ending);
 
 /// The two lines of help for a type, by its name in any letter case; none when no type is named so.
 std::optional<std::string> LooseFileHelp(std::string_view name);

@@ -62,6 +62,11 @@ bool ContainsText(std::string_view text, std::string_view part) {
     return FoldCase(text).find(FoldCase(part)) != std::string::npos;
 }
 
+std::string_view TrimBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 double RoundToDigits(double value, int digits) {
     const double scale = std::pow(10.0, digits);
     return std::floor(value * scale + 0.5) / scale;

@@ -11,6 +11,9 @@ namespace quillbay {
 /// everywhere.
 bool ContainsText(std::string_view text, std::string_view part);
 
+/// `text` without the blanks at both ends.
+std::string_view TrimBlanks(std::string_view text);
+
 /// Rounds half up: the largest whole number not above value x 10^digits + 0.5, divided by 10^digits.
 double RoundToDigits(double value, int digits);
 

@@ -12,11 +12,14 @@ inline constexpr std::string_view kContactAddress = "author@quillbay.example";
 struct ReadmeTopic {
     std::string_view name;
     int level; ///< 0 to 3
-    /// As it is written here: ReadmeText makes it what the user reads.
+    /// As it is written in readme.txt: ReadmeText makes it what the user reads.
     std::string_view source;
 };
 
-/// All topics in the order of the list.
+/// The file readme.txt: the topics in the order of the list. Each begins with a line of a number sign for
+/// each level and one more, a blank and the topic's name; no other line begins with a number sign.
+extern const std::string_view kReadmeSource;
+
 std::vector<ReadmeTopic> ReadmeTopics();
 
 /// The topic's row in the list: four blanks a level, then its name.

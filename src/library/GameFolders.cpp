@@ -1,5 +1,7 @@
 #include "library/GameFolders.h"
 
+#include <algorithm>
+
 namespace quillbay {
 
 const std::array<std::string_view, kGameFolderCount> GameFolders = {
@@ -83,5 +85,9 @@ const std::array<std::string_view, kGameFolderCount> GameFolders = {
     R"(Textures\Rgb\)",
     "",
 };
+
+std::size_t PositionOfFolder(std::string_view entry) {
+    return static_cast<std::size_t>(std::ranges::find(GameFolders, entry) - GameFolders.begin());
+}
 
 } // namespace quillbay

@@ -15,4 +15,8 @@ inline constexpr std::size_t kKnownFolderCount = 78;
 /// the game catalogue.
 extern const std::array<std::string_view, kGameFolderCount> GameFolders;
 
+/// Where exactly this entry stands in GameFolders, counted from 0 (one less than GetFolderCode, as the
+/// catalogue counts from 1); kGameFolderCount when it is none.
+std::size_t PositionOfFolder(std::string_view entry);
+
 } // namespace quillbay

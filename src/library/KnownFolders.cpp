@@ -24,8 +24,7 @@ std::array<TreePlace, kKnownFolderCount> MakeTreePlaces() {
         const std::string_view parent = GameFolders[i].substr(0, Parent(folder).size() + 1);
         places[i].name = LastComponent(folder);
         if (parent.size() + places[i].name.size() == folder.size()) {
-            const auto at = std::find(GameFolders.begin(), GameFolders.end(), parent);
-            places[i].parent = static_cast<std::size_t>(at - GameFolders.begin());
+            places[i].parent = PositionOfFolder(parent);
             places[places[i].parent].isParent = true;
         }
     }
@@ -140,12 +139,6 @@ std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
         if (goOn && !goOn(position, total)) break;
     }
     return total;
-}
-
-std::size_t CountFilesInFolder(const FileSystem& files, std::string_view folder) {
-    if (folder.empty()) return 0;
-    const auto entries = files.List(folder, Detail::Names);
-    return entries ? CountPlainFiles(*entries) : 0;
 }
 
 } // namespace quillbay

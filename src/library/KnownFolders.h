@@ -80,7 +80,8 @@ private:
     KnownFolders known_;
 };
 
-/// Plain files among the entries of one folder, or in all folders of one position.
+/// Plain files (no folders, not hidden) among the entries of one folder, or in all folders of one position:
+/// CountFilesInFolder of what has been listed already.
 std::size_t CountPlainFiles(const std::vector<DirEntry>& entries);
 std::size_t CountPlainFiles(const std::vector<ListedFolder>& folders);
 
@@ -96,8 +97,5 @@ void ForEachGameFile(const std::vector<ListedFolder>& folders, Use use) {
 /// count with false; it may be empty.
 std::size_t CountKnownFiles(const FileSystem& files, std::string_view root,
                             const std::function<bool(std::size_t, std::size_t)>& goOn = {});
-
-/// Plain files (no folders, not hidden) in one folder; 0 when it does not exist.
-std::size_t CountFilesInFolder(const FileSystem& files, std::string_view folder);
 
 } // namespace quillbay

@@ -1,5 +1,6 @@
 #include "odf/OdfIncludes.h"
 
+#include "common/modMisc.h"
 #include "platform/CaseFold.h"
 #include "platform/TextLines.h"
 
@@ -31,19 +32,13 @@ bool Holds(std::span<const std::string_view> names, std::string_view name) {
     return std::ranges::any_of(names, [&](std::string_view one) { return EqualFolded(one, name); });
 }
 
-std::string_view TrimBlanks(std::string_view line) {
-    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-    return line.substr(0, line.find_last_not_of(' ') + 1);
-}
-
 void NoteLine(std::string_view line, OdfClasses& found) {
     line = TrimBlanks(line);
     if (line.size() < kBeforeName.size() + kAfterName.size()) return;
     if (!EqualFolded(line.substr(0, kBeforeName.size()), kBeforeName)) return;
     line.remove_prefix(kBeforeName.size());
-    const std::size_t nameLength = line.size() - kAfterName.size();
-    if (!EqualFolded(line.substr(nameLength), kAfterName)) return;
-    const auto name = line.substr(0, nameLength);
+    if (!EndsFolded(line, kAfterName)) return;
+    const auto name = line.substr(0, line.size() - kAfterName.size());
     if (Holds(kStationNames, name)) found.set(OdfStation);
     if (Holds(kShipNames, name)) found.set(OdfShip);
     if (Holds(kCommandNames, name)) found.set(OdfCommand);

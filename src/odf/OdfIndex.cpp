@@ -11,11 +11,7 @@ namespace quillbay {
 
 namespace {
 
-bool IsOdf(const DirEntry& entry) {
-    const std::string_view name = entry.name;
-    return entry.IsPlainFile() && name.size() >= kOdfEnding.size() &&
-           EqualFolded(name.substr(name.size() - kOdfEnding.size()), kOdfEnding);
-}
+bool IsOdf(const DirEntry& entry) { return entry.IsPlainFile() && EndsFolded(entry.name, kOdfEnding); }
 
 std::vector<std::string> ListFolderOdfs(const std::vector<ListedFolder>& spellings) {
     std::vector<std::string> paths;

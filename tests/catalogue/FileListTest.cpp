@@ -1,7 +1,7 @@
+#include "catalogue/FileList.h"
+
 #include "catalogue/CatalogueTime.h"
 #include "catalogue/FileCatalogue.h"
-#include "catalogue/FileListText.h"
-#include "catalogue/FileListWriter.h"
 #include "catalogue/GameScan.h"
 #include "platform/PathText.h"
 #include "support/DiskTest.h"
@@ -45,11 +45,6 @@ protected:
     }
 };
 
-bool Has(const FileCatalogue& catalogue, std::string_view name, std::uint8_t folderCode) {
-    const std::string key = FoldFileName(name);
-    return catalogue.CheckIfFileExists(key, folderCode, GetLengthBucket(key));
-}
-
 TEST_F(FileListTest, RoundTripOfAnOddGame) {
     const std::string longName = "odf\\" + std::string(31, 'n');
     const std::string green = "odf\\ships\\gr\xC3\xBCn.odf";
@@ -90,16 +85,14 @@ TEST_F(FileListTest, ReaderTakesGoodLinesAndPassesOverBadOnes) {
                                   "folder = ODF\\\r\nlost;1;1/2/2003\r\n"
                                   "folder = 'rootdir'\rroot; 12 ;1/2/2003\r"
                                   "folder = odf\\\r\nagain;1;1/2/2003 \r\n Folder = x;1;1/2/2003");
-    const std::uint8_t odf = GetFolderCode("odf\\");
+    const std::size_t odf = PositionOfFolder("odf\\");
     for (const char* name : {"good", "again", " Folder = x"})
-        EXPECT_TRUE(Has(catalogue, name, odf)) << name;
+        EXPECT_TRUE(catalogue.Find(odf, name)) << name;
     for (const char* name : {"early", "nosize", "empty", "word", "notime", "badtime", "lost", "root"})
-        EXPECT_FALSE(Has(catalogue, name, odf)) << name;
-    EXPECT_TRUE(Has(catalogue, "ROOT", kGameFolderCount));
-    const std::string good = FoldFileName("good");
-    EXPECT_EQ(catalogue.GetSizeFromFile(good, odf, GetLengthBucket(good)), 7U) << "the first record counts";
-    EXPECT_EQ(catalogue.GetDateFromFile(good, odf, GetLengthBucket(good)),
-              ParseCatalogueTime("1/2/2003 16:05:06"));
+        EXPECT_FALSE(catalogue.Find(odf, name)) << name;
+    EXPECT_TRUE(catalogue.Find(kKnownFolderCount, "ROOT"));
+    EXPECT_EQ(catalogue.Find(odf, "good")->size, 7U) << "the first record counts";
+    EXPECT_EQ(catalogue.Find(odf, "good")->modified, ParseCatalogueTime("1/2/2003 16:05:06"));
     EXPECT_EQ(CountRecords("a;20000000000000000000\r\nb;4096x\r\nc;x5").bytes, 2e19 + 4096);
 
     // A list that names no folder would make every file new.
@@ -142,7 +135,7 @@ TEST_F(FileListTest, RandomBytesDoNotHideWhatFollows) {
             bytes += static_cast<char>(random());
         }
         bytes += "\rfolder = odf\\\r\nlast name;5;1/2/2003\r\n";
-        EXPECT_TRUE(Has(FileCatalogue(bytes), "LAST NAME", GetFolderCode("odf\\"))) << round;
+        EXPECT_TRUE(FileCatalogue(bytes).Find(PositionOfFolder("odf\\"), "LAST NAME")) << round;
     }
 }
 

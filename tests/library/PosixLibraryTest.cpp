@@ -1,7 +1,6 @@
 #include "library/FindEntry.h"
 #include "library/InstalledMods.h"
-#include "library/ModRemoval.h"
-#include "library/ModSubfolders.h"
+#include "library/ModHousekeeping.h"
 #include "library/OwnTree.h"
 #include "modinfo/ModDetails.h"
 #include "platform/FileSystemWrapper.h"

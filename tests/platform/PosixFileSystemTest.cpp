@@ -1,5 +1,5 @@
 #include "platform/posix/FileCopy.h"
-#include "platform/posix/RenameEntry.h"
+#include "platform/posix/TempEntry.h"
 #include "platform/posix/UniqueFd.h"
 #include "support/DiskTest.h"
 

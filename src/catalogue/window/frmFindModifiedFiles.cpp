@@ -1,6 +1,6 @@
 #include "catalogue/window/frmFindModifiedFiles.h"
 
-#include "catalogue/FileListText.h"
+#include "catalogue/FileList.h"
 #include "common/window/PaintClock.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"

@@ -1,4 +1,4 @@
-#include "catalogue/FileListWriter.h"
+#include "catalogue/FileList.h"
 #include "common/window/Hourglass.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"

@@ -7,7 +7,6 @@
 #include "platform/posix/FolderListing.h"
 #include "platform/posix/FolderTree.h"
 #include "platform/posix/NativePath.h"
-#include "platform/posix/RenameEntry.h"
 #include "platform/posix/TempEntry.h"
 #include "platform/posix/UniqueFd.h"
 
@@ -129,7 +128,7 @@ std::error_code LinkEntry(std::string from, std::string to, bool replace) {
     return found ? replaceBy(*found) : error;
 }
 
-class PosixFileSystem : public FileSystem {
+class DiskFileSystem : public FileSystem {
 public:
     Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override {
         auto path = ToNativePath(folder);
@@ -328,6 +327,6 @@ Result<std::string> FindRealPath(std::string_view entry) {
     return found;
 }
 
-std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<PosixFileSystem>(); }
+std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<DiskFileSystem>(); }
 
 } // namespace quillbay

@@ -1,12 +1,12 @@
 #include "platform/ShellOpener.h"
 
 #include "platform/CaseFold.h"
+#include "platform/RealPath.h"
 #include "platform/posix/NativePath.h"
 #include "platform/posix/Process.h"
 #include "platform/posix/WinePrefix.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 
 namespace quillbay {
@@ -21,20 +21,14 @@ bool IsWebAddress(std::string_view target) {
                        [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
 }
 
-bool IsBatchFile(const std::string& path) {
-    constexpr std::string_view kExtension = ".bat";
-    return path.size() > kExtension.size() &&
-           EqualFolded(std::string_view(path).substr(path.size() - kExtension.size()), kExtension);
-}
-
 Result<Command> BatchCommand(const std::string& file, std::string_view chosenPrefix) {
     Command command;
     const auto wine = FindProgram("wine");
     if (wine.empty()) return std::errc::no_such_file_or_directory;
-    const std::unique_ptr<char, decltype(&std::free)> real(::realpath(file.c_str(), nullptr), &std::free);
-    if (!real) return LastError();
-    command.arguments = {wine, "start", "/unix", real.get()};
-    const auto prefix = chosenPrefix.empty() ? PrefixHolding(real.get()) : std::string(chosenPrefix);
+    const auto real = FindRealPath(file);
+    if (!real) return real.Error();
+    command.arguments = {wine, "start", "/unix", *real};
+    const auto prefix = chosenPrefix.empty() ? PrefixHolding(*real) : std::string(chosenPrefix);
     if (!prefix.empty()) command.environment = {{"WINEPREFIX", prefix}};
     return command;
 }
@@ -49,7 +43,7 @@ Result<Command> MakeCommand(std::string_view target, std::string_view prefix) {
     if (IsWebAddress(target)) return DesktopCommand(std::string(target));
     auto path = FindArgumentPath(target);
     if (!path) return path.Error();
-    return IsBatchFile(*path) ? BatchCommand(*path, prefix) : DesktopCommand(std::move(*path));
+    return EndsFolded(*path, ".bat") ? BatchCommand(*path, prefix) : DesktopCommand(std::move(*path));
 }
 
 class DesktopShellOpener : public ShellOpener {

@@ -1,15 +1,16 @@
 #include "platform/posix/WinePrefix.h"
 
 #include "platform/PathText.h"
+#include "platform/RealPath.h"
 #include "platform/posix/FolderListing.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <memory>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace quillbay {
 
@@ -76,9 +77,7 @@ std::vector<DosDrive> DrivesOf(const std::string& prefix) {
     for (const auto& entry : ListFolder(links, Detail::Names).ValueOr({})) {
         const char letter = DriveLetter(entry.name);
         if (letter == 0 || entry.kind != EntryKind::Folder) continue;
-        const std::unique_ptr<char, decltype(&std::free)> root(
-            ::realpath((links + '/' + entry.name).c_str(), nullptr), &std::free);
-        if (root) drives.push_back({letter, root.get()});
+        if (auto root = FindRealPath(links + '/' + entry.name)) drives.push_back({letter, std::move(*root)});
     }
     return drives;
 }

@@ -7,7 +7,7 @@
 #include "platform/PathText.h"
 #include "platform/ShellOpener.h"
 #include "shell/BatchFile.h"
-#include "shell/MapEditorMarkers.h"
+#include "shell/ManagerItems.h"
 #include "shell/window/MenuWindows.h"
 #include "shell/window/frmSelector.h"
 #include "ui_frmSelector.h"

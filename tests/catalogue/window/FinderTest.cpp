@@ -1,4 +1,4 @@
-#include "catalogue/FileListWriter.h"
+#include "catalogue/FileList.h"
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 

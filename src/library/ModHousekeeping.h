@@ -6,11 +6,27 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
-/// Deleting a mod from the disk.
+/// Making the folders inside a mod, and removing them or the whole mod.
 namespace quillbay {
+
+struct SubfolderResult {
+    std::size_t made = 0;
+    std::string failed; ///< the first folder that could not be made
+    std::error_code error;
+};
+
+/// Makes the game's known folders, for an author to drop files into, where the mod does not have them in any
+/// letter case; goes on after a failure. What is linked or mounted into the mod is left as it is, here and
+/// below.
+SubfolderResult MakeSubfolders(FileSystem& files, const std::string& modFolder);
+
+/// Removes the known folders that are empty, children first, and returns how many. What cannot be removed
+/// stays.
+std::size_t RemoveSubfolders(FileSystem& files, const std::string& modFolder);
 
 enum class RemovalState {
     Free,

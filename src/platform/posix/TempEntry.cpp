@@ -1,7 +1,4 @@
-#include "platform/posix/RenameEntry.h"
-
-#include "platform/Result.h"
-#include "platform/posix/SystemError.h"
+#include "platform/posix/TempEntry.h"
 
 #include <cstdio>
 #include <fcntl.h>
