@@ -32,6 +32,7 @@ constexpr int kListWidth = TwipsToPixels(2790);
 constexpr int kFirstDetailsAfterMs = 1000;
 
 constexpr double kOutcomeFontSize = 0.85;   ///< of the window's: fits below the list
+constexpr int kShownPrefixFolders = 3;      ///< `compatdata/123/pfx`
 constexpr qsizetype kLongestOutcome = 8000; ///< characters of its tool tip
 
 QTimer* MakeTimer(QObject* parent, const char* name, int interval) {
@@ -103,9 +104,12 @@ bool frmSelector::Start() {
 
 void frmSelector::TellTakenPrefix() {
     if (!registeredGame_.otherPrefixes) return;
-    ShowOutcome(OutcomeText(QStringLiteral("The game is taken from one of several Wine prefixes: ") +
-                            ToQString(registeredGame_.prefix))
-                    .Note(QStringLiteral("Its registry was changed last. The game directory: ") +
+    // Prefixes differ at their ends, which have to fit into the line.
+    const QString prefix = ToQString(registeredGame_.prefix);
+    const QString end = prefix.section(u'/', -kShownPrefixFolders);
+    ShowOutcome(OutcomeText(QStringLiteral("Several Wine prefixes have a game; this is that of ") + end)
+                    .Note(prefix)
+                    .Note(QStringLiteral("Its registry changed last. The game directory: ") +
                           ToQString(GameDirectory)));
 }
 

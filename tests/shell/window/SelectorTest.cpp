@@ -134,7 +134,8 @@ TEST_F(LaunchWindow, StartsTheGameInThePrefixThatNamedIt) {
         QFile::link(Path("game"), Path("named/dosdevices/s:"));
         ASSERT_TRUE(Start());
         auto& outcome = Control<QLabel>("lblOutcome");
-        EXPECT_EQ(outcome.text().contains(Path("named")), !chosen) << qPrintable(outcome.text());
+        EXPECT_EQ(outcome.text().endsWith("/named."), !chosen) << qPrintable(outcome.text());
+        EXPECT_EQ(outcome.toolTip().contains(Path("named")), !chosen);
         if (chosen) window->GameDirectory += '/';
         Item("menuManagerLaunchT2").trigger();
         ASSERT_FALSE(shell.opened.empty());
