@@ -168,8 +168,7 @@ TEST_F(ModList, RemovesTheModItAskedAbout) {
     files.mount = "bravo";
     boxes.Then(QMessageBox::Yes);
     remove(1);
-    EXPECT_TRUE(boxes.Seen()[5].text.endsWith("bravo\nmount"))
-        << boxes.Seen()[5].text.toStdString();
+    EXPECT_TRUE(boxes.Seen()[5].text.endsWith("bravo\nmount")) << boxes.Seen()[5].text.toStdString();
     EXPECT_EQ(Read("program/mods/bravo/b.txt"), "program/mods/Bravo/b.txt");
 }
 
