@@ -1,5 +1,7 @@
 #include "support/SelectorFixtureWindow.h"
 
+#include "shell/window/frmSelector.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QTimer>
@@ -28,9 +30,12 @@ SelectorFixture::~SelectorFixture() {
 }
 
 bool SelectorFixture::Start(FileSystem& withFiles) {
-    window = std::make_unique<frmSelector>(
+    auto made = std::make_unique<frmSelector>(
         Services{withFiles, registry, settings, shell, sound, Path("program").toStdString()});
-    return window->Start();
+    frmSelector& selector = *made;
+    main = &selector;
+    window = std::move(made);
+    return selector.Start();
 }
 
 void SelectorFixture::Write(const QString& relative, const QByteArray& bytes) const {

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "common/window/AppSettings.h"
+#include "library/window/LibraryHost.h"
 #include "platform/FileSystemWrapper.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SoundPlayer.h"
-#include "shell/window/frmSelector.h"
 #include "support/AnswerBoxesWindow.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -153,7 +154,8 @@ protected:
     FakeSettings settings;
     FakeShell shell;
     FakeSound sound;
-    std::unique_ptr<frmSelector> window;
+    std::unique_ptr<QMainWindow> window;
+    LibraryHost* main = nullptr; ///< the same, once it is started
 
 private:
     QTemporaryDir root_;

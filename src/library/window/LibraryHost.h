@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+class QAction;
+
 namespace quillbay {
 
 class OutcomeText;
@@ -44,6 +46,8 @@ public:
     LibrarySignals Signals;
 
     const Services& GetServices() const { return services_; }
+    /// Whether a command may begin: keys come while its menu item is disabled, and while the program ends.
+    bool CanStart(const QAction& item) const;
 
     /// Reads the mods folder and rebuilds the list.
     virtual void RefreshModList(const RefreshOptions& options) = 0;
@@ -55,8 +59,12 @@ public:
     virtual bool SelectMod(const ModPath& path) = 0;
     /// Fills the details panel for the selected row.
     virtual void ShowModDetails() = 0;
+    /// The number of files of the selected mod, as the details panel shows it.
+    virtual std::optional<std::size_t> ShownFileCount() const = 0;
     /// Says at the main window's foot what a command has done; its tool tip names the files concerned.
     virtual void ShowOutcome(const OutcomeText& outcome) = 0;
+    /// The Manager, Mod and Help menus, with their shortcuts.
+    virtual void SetMainMenusEnabled(bool enabled) = 0;
 
 protected:
     explicit LibraryHost(const Services& services);

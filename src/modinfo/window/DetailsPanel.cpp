@@ -1,12 +1,18 @@
 #include "modinfo/window/DetailsPanel.h"
 
 #include "common/modMisc.h"
+#include "common/window/LoadPicture.h"
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
-#include "modinfo/window/ModPicture.h"
-#include "ui_frmSelector.h"
+#include "common/window/UpdateLock.h"
+#include "modinfo/ModDetails.h"
 
+#include <QAction>
+#include <QLabel>
 #include <QLocale>
+#include <QPixmap>
+
+#include <algorithm>
 
 namespace quillbay {
 
@@ -34,54 +40,70 @@ void SetCutText(QLabel& label, const QString& text) {
     label.setToolTip(cut ? PlainToolTip(text) : QString());
 }
 
+/// The last of these files that decodes as a bitmap or JPEG (by content), cut to the picture area; null when
+/// none does.
+QPixmap LoadModPicture(const FileSystem& files, const std::vector<std::string>& paths) {
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path) {
+        const QImage image = LoadPicture(files, *path, {"bmp", "jpeg"});
+        if (image.isNull()) continue;
+        return QPixmap::fromImage(image.copy(0, 0, std::min(image.width(), DetailsPanel::kPictureWidth),
+                                             std::min(image.height(), DetailsPanel::kPictureHeight)));
+    }
+    return {};
+}
+
 } // namespace
 
 void DetailsPanel::ShowBeforeStart() {
     SetCaptions(MakeModInfoCaptions(std::nullopt));
-    controls_.lblModNumOfFiles->setText(QStringLiteral("Number of files in current mod:"));
+    controls_.fileCount.setText(QStringLiteral("Number of files in current mod:"));
 }
 
 void DetailsPanel::ShowNoMod() {
     SetCaptions({kNoModSelected, kNoModSelected, kNoModSelected, kNoModSelected, kOtherHeading});
-    controls_.lblModNumOfFiles->setText(FileCountCaption(std::nullopt));
-    controls_.lblModSize->setText(QStringLiteral("Size of current mod: ") + QLatin1String(kNoModSelected));
+    controls_.fileCount.setText(FileCountCaption(std::nullopt));
+    controls_.size.setText(QStringLiteral("Size of current mod: ") + QLatin1String(kNoModSelected));
     shownFileCount_.reset();
 }
 
-void DetailsPanel::Show(const ModDetails& details, const QPixmap& picture) {
+void DetailsPanel::ShowMod(std::string_view folder) {
+    const ModDetails details = ReadModDetails(files_, folder);
+    const UpdateLock lock(*controls_.author.window());
+    controls_.readmeItem.setEnabled(details.hasReadme);
+    layOut_(details.hasPicture);
     shownFileCount_ = details.fileCount;
-    controls_.lblModSize->setText(SizeCaption(details.size));
-    controls_.lblModNumOfFiles->setText(FileCountCaption(details.fileCount));
-    if (details.hasPicture) {
-        ShowPicture(picture);
-    } else {
+    controls_.size.setText(SizeCaption(details.size));
+    controls_.fileCount.setText(FileCountCaption(details.fileCount));
+    if (details.hasPicture)
+        ShowPicture(details.pictures);
+    else
         HidePicture();
-    }
     SetCaptions(details.captions);
 }
 
 void DetailsPanel::SetCaptions(const ModInfoCaptions& captions) {
     shown_ = captions;
-    SetCutText(*controls_.lblModsMaker, ToQString(captions.author));
-    SetCutText(*controls_.lblModsVersion, ToQString(captions.version));
-    SetCutText(*controls_.lblModsOtherHeading, ToQString(captions.otherHeading));
-    controls_.lblModsDescription->setText(ToQString(captions.description));
-    controls_.lblModsOther->setText(ToQString(captions.other));
+    SetCutText(controls_.author, ToQString(captions.author));
+    SetCutText(controls_.version, ToQString(captions.version));
+    SetCutText(controls_.otherHeading, ToQString(captions.otherHeading));
+    controls_.description.setText(ToQString(captions.description));
+    controls_.other.setText(ToQString(captions.other));
 }
 
-void DetailsPanel::ShowPicture(const QPixmap& picture) {
-    controls_.picModsPic->setPixmap(picture);
+void DetailsPanel::ShowPicture(const std::vector<std::string>& paths) {
+    const QPixmap picture = LoadModPicture(files_, paths);
+    controls_.picture.setPixmap(picture);
     // An area that holds no picture is one line high and leaves its place to the message.
-    controls_.picModsPic->resize(kPictureWidth, picture.isNull() ? 1 : kPictureHeight);
-    controls_.picModsPic->show();
-    controls_.lblInvalidPic->setVisible(picture.isNull());
+    controls_.picture.resize(kPictureWidth, picture.isNull() ? 1 : kPictureHeight);
+    controls_.picture.show();
+    controls_.invalidPicture.setVisible(picture.isNull());
 }
 
 void DetailsPanel::HidePicture() {
-    controls_.lblInvalidPic->hide();
-    controls_.picModsPic->clear();
-    controls_.picModsPic->resize(kPictureWidth, kPictureHeight);
-    controls_.picModsPic->hide();
+    controls_.invalidPicture.hide();
+    controls_.picture.clear();
+    controls_.picture.resize(kPictureWidth, kPictureHeight);
+    controls_.picture.hide();
 }
 
 } // namespace quillbay

@@ -1,29 +1,51 @@
 #pragma once
 
-#include "modinfo/ModDetails.h"
-
-#include <QPixmap>
+#include "modinfo/ModInfo.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QAction;
+class QLabel;
 
 namespace quillbay {
 
-namespace Ui {
-class frmSelector;
-}
+class FileSystem;
 
-/// The labels and the picture of the main window that tell about the selected mod.
+/// The main window's controls that tell about the selected mod.
+struct DetailsControls {
+    QLabel& author;
+    QLabel& description;
+    QLabel& version;
+    QLabel& otherHeading;
+    QLabel& other;
+    QLabel& fileCount;
+    QLabel& size;
+    QLabel& picture;
+    QLabel& invalidPicture;
+    QAction& readmeItem;
+};
+
+/// Shows the description, the picture and the size of a mod.
 class DetailsPanel {
 public:
-    explicit DetailsPanel(Ui::frmSelector& controls) : controls_(controls) {}
+    /// The picture area in pixels. A picture is drawn unscaled from its top left corner and cut to it.
+    static constexpr int kPictureWidth = 457;
+    static constexpr int kPictureHeight = 89;
+
+    /// `layOut` gives the picture area its place in the window, or takes it away.
+    DetailsPanel(const FileSystem& files, const DetailsControls& controls, std::function<void(bool)> layOut)
+        : files_(files), controls_(controls), layOut_(std::move(layOut)) {}
 
     /// What stands there until the first mod is shown.
     void ShowBeforeStart();
     /// Leaves the picture as it is.
     void ShowNoMod();
-    /// `picture` may be null although the mod has one: it does not decode then.
-    void Show(const ModDetails& details, const QPixmap& picture);
+    void ShowMod(std::string_view folder);
 
     const ModInfoCaptions& ShownCaptions() const { return shown_; }
     /// The number of files that the panel shows at the moment.
@@ -31,10 +53,13 @@ public:
 
 private:
     void SetCaptions(const ModInfoCaptions& captions);
-    void ShowPicture(const QPixmap& picture);
+    /// The last one that decodes, or the message when none does.
+    void ShowPicture(const std::vector<std::string>& paths);
     void HidePicture();
 
-    Ui::frmSelector& controls_;
+    const FileSystem& files_;
+    const DetailsControls controls_;
+    const std::function<void(bool)> layOut_;
     ModInfoCaptions shown_;
     std::optional<std::size_t> shownFileCount_;
 };

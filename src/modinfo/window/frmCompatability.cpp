@@ -1,6 +1,6 @@
 #include "modinfo/window/frmCompatability.h"
 
-#include "common/window/Disabled.h"
+#include "common/window/BusyGuard.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
@@ -28,9 +28,9 @@ constexpr QLatin1String kOutOfMemory("Out of memory");
 /// The controls of a check that takes a while, for as long as it lives.
 struct LongCheck {
     explicit LongCheck(Ui::frmCompatability& controls)
-        : first(*controls.lstBox1), second(*controls.lstBox2), progress(*controls.pgbProgress) {}
+        : lists({controls.lstBox1, controls.lstBox2}), progress(*controls.pgbProgress) {}
 
-    const Disabled<QListWidget> first, second;
+    const BusyGuard lists;
     ShownProgress progress;
 };
 
@@ -114,7 +114,7 @@ void frmCompatability::CheckCompatibility() {
     const QPointer<QWidget> focus = focusWidget();
     QString error;
     {
-        const Disabled busy(*ui_->cmdCheck);
+        const BusyGuard busy({ui_->cmdCheck});
         ui_->lblMod1->setText(QStringLiteral("Mods: ") + first->Name() + QStringLiteral(" and"));
         ui_->lblMod2->setText(QString(kNameIndent, u' ') + second->Name());
         ui_->lstIncompatable->setReadOnly(false);

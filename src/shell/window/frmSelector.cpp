@@ -1,16 +1,22 @@
 #include "shell/window/frmSelector.h"
 
+#include "catalogue/window/RecompileCommand.h"
 #include "common/Twips.h"
+#include "common/window/AppSettings.h"
 #include "common/window/OutcomeText.h"
-#include "common/window/PaintClock.h"
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "effects/window/WindowEffects.h"
 #include "library/GameDirectory.h"
-#include "library/KnownFolders.h"
-#include "modinfo/window/ModPicture.h"
+#include "library/window/HousekeepingCommands.h"
+#include "library/window/InstallCommands.h"
+#include "library/window/ModListRefresher.h"
+#include "modinfo/window/DetailsPanel.h"
+#include "platform/PathText.h"
 #include "platform/window/LayeredWindow.h"
+#include "shell/window/LaunchCommands.h"
+#include "shell/window/MainMenus.h"
 #include "shell/window/MenuWindows.h"
 #include "shell/window/frmChangeT2Dir.h"
 #include "ui_frmSelector.h"
@@ -20,6 +26,8 @@
 #include <QFontInfo>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace quillbay {
 
@@ -30,6 +38,8 @@ constexpr int kWidth = TwipsToPixels(7095);
 constexpr int kListWidth = TwipsToPixels(2790);
 
 constexpr int kFirstDetailsAfterMs = 1000;
+constexpr int kRefreshEveryMs = 1000;
+constexpr int kRefreshMinimizedEveryMs = 10'000;
 
 constexpr double kOutcomeFontSize = 0.85;   ///< of the window's: fits below the list
 constexpr int kShownPrefixFolders = 3;      ///< `compatdata/123/pfx`
@@ -42,19 +52,68 @@ QTimer* MakeTimer(QObject* parent, const char* name, int interval) {
     return timer;
 }
 
+/// A stored number; 0 when it does not fit.
+std::uint8_t ReadByte(const AppSettings& settings, const Preference& preference) {
+    const double number = ReadNumber(settings, preference);
+    return number >= 0 && number <= 255 ? static_cast<std::uint8_t>(number) : std::uint8_t{0};
+}
+
 } // namespace
 
+struct frmSelector::Parts {
+    Parts(frmSelector& main, Ui::frmSelector& ui)
+        : menus(main, ui), details(main.services_.files,
+                                   {.author = *ui.lblModsMaker,
+                                    .description = *ui.lblModsDescription,
+                                    .version = *ui.lblModsVersion,
+                                    .otherHeading = *ui.lblModsOtherHeading,
+                                    .other = *ui.lblModsOther,
+                                    .fileCount = *ui.lblModNumOfFiles,
+                                    .size = *ui.lblModSize,
+                                    .picture = *ui.picModsPic,
+                                    .invalidPicture = *ui.lblInvalidPic,
+                                    .readmeItem = *ui.menuModCurrentModViewReadme},
+                                   [&main](bool withPicture) { main.ShowPictureLayout(withPicture); }),
+          modList(main, {.mods = *ui.lstMods,
+                         .sortItems = *ui.lstSortItems,
+                         .gameFiles = *ui.lblT2NumOfFiles,
+                         .refresh = *ui.cmdRefresh,
+                         .refreshItem = *ui.menuModRefreshModList,
+                         .install = *ui.cmdInstallMod,
+                         .uninstall = *ui.cmdUninstallMod,
+                         .progress = *ui.pgbPercent}),
+          installing(main, {.install = *ui.cmdInstallMod,
+                            .installItem = *ui.menuModInstall,
+                            .uninstall = *ui.cmdUninstallMod,
+                            .uninstallItem = *ui.menuModUninstall,
+                            .progress = *ui.pgbPercent}),
+          housekeeping(main, {.mods = *ui.lstMods,
+                              .removeItem = *ui.menuModCurrentModRemoveMod,
+                              .newFolderItem = *ui.menuModMakeNewFolder,
+                              .makeSubfoldersItem = *ui.menuModCurrentModSubfolders,
+                              .removeSubfoldersItem = *ui.menuModCurrentModRemoveSubfolders,
+                              .progress = *ui.pgbPercent}),
+          launching(main), chooser(main, ui.modChangeT2Directory, main.services_, main.GameDirectory),
+          windows(main, ui) {}
+
+    MainMenus menus;
+    DetailsPanel details;
+    ModListRefresher modList;
+    InstallCommands installing;
+    HousekeepingCommands housekeeping;
+    LaunchCommands launching;
+    frmChangeT2Dir chooser;
+    MenuWindows windows;
+};
+
 frmSelector::frmSelector(const Services& services)
-    : LibraryHost(services), ui_(std::make_unique<Ui::frmSelector>()), details_(*ui_),
+    : LibraryHost(services), ui_(std::make_unique<Ui::frmSelector>()),
       timRefreshModList_(MakeTimer(this, "timRefreshModList", kRefreshEveryMs)),
       timClickMod_(MakeTimer(this, "timClickMod", kFirstDetailsAfterMs)) {
     ui_->setupUi(this);
-    NameSeparators();
-    chooser_ = std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
-    windows_ = std::make_unique<MenuWindows>(*this, *ui_);
-    connect(chooser_.get(), &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
+    parts_ = std::make_unique<Parts>(*this, *ui_);
     ConnectControls();
-    ConnectMenus();
+    ConnectCommands();
     FitToFont();
 }
 
@@ -63,19 +122,52 @@ frmSelector::~frmSelector() = default;
 void frmSelector::ConnectControls() {
     connect(ui_->cmdInstallMod, &QPushButton::clicked, this, &frmSelector::InstallMod);
     connect(ui_->cmdUninstallMod, &QPushButton::clicked, this, &frmSelector::UninstallMod);
-    connect(ui_->cmdRefresh, &QPushButton::clicked, this, &frmSelector::menuModRefreshModList_Click);
+    connect(ui_->cmdRefresh, &QPushButton::clicked, this, [this] { RefreshModList({}); });
     connect(ui_->lstMods, &QListWidget::itemSelectionChanged, this, &frmSelector::lstMods_Click);
     connect(ui_->lstMods, &ModListView::InstallRequested, this, &frmSelector::InstallMod);
     connect(ui_->lstMods, &ModListView::UninstallRequested, this, &frmSelector::UninstallMod);
     connect(ui_->lstMods, &ModListView::MenuRequested, this, &frmSelector::lstMods_MouseDown);
     connect(timRefreshModList_, &QTimer::timeout, this, &frmSelector::timRefreshModList_Timer);
     connect(timClickMod_, &QTimer::timeout, this, &frmSelector::timClickMod_Timer);
+    connect(&parts_->chooser, &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
+}
+
+void frmSelector::ConnectCommands() {
+    Parts& parts = *parts_;
+    const auto open = [&parts](const char* address) {
+        return [&parts, address] { parts.launching.Open(address); };
+    };
+    const std::pair<QAction*, std::function<void()>> commands[] = {
+        {ui_->modChangeT2Directory, [&parts] { parts.chooser.Open(); }},
+        {ui_->menuManagerModFilesRecompile,
+         [this] { RecompileFromMenu(*this, *ui_->menuManagerFindModifiedFiles); }},
+        {ui_->menuManagerInstallMapEditor, [&parts] { parts.launching.InstallMapEditor(); }},
+        {ui_->menuManagerLaunchT2, [&parts] { parts.launching.LaunchGame(); }},
+        {ui_->menuManagerLaunchMapEditor, [&parts] { parts.launching.LaunchMapEditor(); }},
+        {ui_->menuManagarLaunchT2Dir, [this] { parts_->launching.OpenFolder(GameDirectory); }},
+        {ui_->menuManagerLaunchQuillbayDir, [this] { parts_->launching.OpenFolder(ProgramDirectory); }},
+        {ui_->menuManagerLaunchNimb, open("https://tempest-universe.example/")},
+        {ui_->menuManagerLaunchZeph, open("https://tempest-fleet-command.example/")},
+        {ui_->menuManagerLaunchLodestar, open("https://lodestar.example/")},
+        {ui_->menuQuit, [this] { EndProgram(); }},
+        {ui_->menuModInstall, [this] { InstallMod(); }},
+        {ui_->menuModRefreshModList, [this] { RefreshModList({}); }},
+        {ui_->menuModUninstall, [this] { UninstallMod(); }},
+        {ui_->menuModCurrentModRemoveMod, [this] { RemoveMod(); }},
+        {ui_->menuModCurrentModViewReadme, [&parts] { parts.launching.OpenSelectedReadme(); }},
+        {ui_->menuModCurrentModOpen, [&parts] { parts.launching.OpenSelectedFolder(); }},
+        {ui_->menuModCurrentModSubfolders, [&parts] { parts.housekeeping.MakeModSubfolders(); }},
+        {ui_->menuModCurrentModRemoveSubfolders, [&parts] { parts.housekeeping.RemoveModSubfolders(); }},
+        {ui_->menuModMakeNewFolder, [&parts] { parts.housekeeping.MakeNewModFolder(); }},
+    };
+    for (const auto& [item, command] : commands)
+        parts.menus.Connect(*item, command);
 }
 
 bool frmSelector::Start() {
     timRefreshModList_->start();
     timClickMod_->start();
-    details_.ShowBeforeStart();
+    parts_->details.ShowBeforeStart();
     SetWindowAlpha(*this, 1);
     show();
     if (isMaximized()) {
@@ -90,7 +182,7 @@ bool frmSelector::Start() {
     if (Phase == ProgramPhase::Ended) {
         return false;
     }
-    CountGameFilesAtStart();
+    parts_->modList.CountAtStart();
     if (Phase == ProgramPhase::Ended) {
         return false;
     }
@@ -113,32 +205,12 @@ void frmSelector::TellTakenPrefix() {
                           ToQString(GameDirectory)));
 }
 
-void frmSelector::CountGameFilesAtStart() {
-    std::size_t total = 0;
-    PaintClock clock;
-    const auto showCount = [&](std::size_t, std::size_t soFar) {
-        ui_->lblT2NumOfFiles->setText(QString::number(soFar));
-        if (clock.Due()) {
-            ui_->lblT2NumOfFiles->repaint();
-            QCoreApplication::processEvents();
-        }
-        return Phase != ProgramPhase::Ended;
-    };
-    if (IsExistingFolder(services_.files, GameDirectory)) {
-        total = CountKnownFiles(services_.files, GameDirectory, showCount);
-    }
-    if (Phase != ProgramPhase::Ended) {
-        ui_->lblT2NumOfFiles->setText(QString::number(total));
-        QCoreApplication::processEvents();
-    }
-}
-
 void frmSelector::AskForGameDirectory() {
-    ui_->lblT2NumOfFiles->setText(QLatin1String(kNoFolderCount));
+    parts_->modList.ShowNoGame();
     GameDirectory = kGameNotFound;
     ShowMessage(this, QStringLiteral("Pause"));
     if (Phase != ProgramPhase::Ended) {
-        chooser_->OpenModal();
+        parts_->chooser.OpenModal();
     }
 }
 
@@ -157,7 +229,7 @@ void frmSelector::FitToFont() {
     quiet.setPointSizeF(QFontInfo(quiet).pointSizeF() * kOutcomeFontSize); // also of a font in pixels
     ui_->lblOutcome->setFont(quiet);
     const bool withPicture = !ui_->pictureFrame->isHidden();
-    const int pictureHeight = withPicture ? kPictureHeight : 0;
+    const int pictureHeight = withPicture ? DetailsPanel::kPictureHeight : 0;
     ui_->centralWidget->layout()->invalidate();
     const int needed = menuBar()->sizeHint().height() + ui_->centralWidget->minimumSizeHint().height();
     const int extra = ui_->lstMods->FullHeight() - ModListView::kShownRows * ModListView::kStandardRowHeight -
@@ -169,12 +241,14 @@ void frmSelector::FitToFont() {
 void frmSelector::ShowPictureLayout(bool withPicture) {
     const bool switches = withPicture == ui_->pictureFrame->isHidden();
     // The list keeps its place on the screen, unless the title bar would leave it.
-    const int shift = !switches ? 0 : withPicture ? -kPictureHeight : kPictureHeight;
+    const int shift = !switches     ? 0
+                      : withPicture ? -DetailsPanel::kPictureHeight
+                                    : DetailsPanel::kPictureHeight;
     const int screenTop = screen()->geometry().top();
     const int top = withPicture ? std::max(screenTop, y() + shift) : y() + shift;
     if (switches) {
         ui_->pictureFrame->setVisible(withPicture);
-        setFixedHeight(baseHeight_ + (withPicture ? kPictureHeight : 0));
+        setFixedHeight(baseHeight_ + (withPicture ? DetailsPanel::kPictureHeight : 0));
     }
     if (top != y()) move(x(), top);
     layout()->activate();
@@ -187,6 +261,62 @@ void frmSelector::changeEvent(QEvent* event) {
         // The children take the new font after their window.
         QMetaObject::invokeMethod(this, &frmSelector::FitToFont, Qt::QueuedConnection);
     }
+}
+
+void frmSelector::ReadSettings() {
+    const AppSettings& settings = services_.settings;
+    parts_->menus.ReadSwitches(settings);
+    FadeIntensity = ReadByte(settings, kFadeIntensityPreference);
+    FadeSpeed = ReadByte(settings, kFadeSpeedPreference);
+}
+
+void frmSelector::InstallMod() { parts_->installing.InstallMod(); }
+
+void frmSelector::UninstallMod() { parts_->installing.UninstallMod(); }
+
+void frmSelector::RemoveMod() { parts_->housekeeping.RemoveMod(); }
+
+void frmSelector::RefreshModList(const RefreshOptions& options) { parts_->modList.RefreshModList(options); }
+
+void frmSelector::ShowModDetails() {
+    const auto row = SelectedMod();
+    if (row && !row->path.Empty()) {
+        parts_->details.ShowMod(Join(ModsFolder(ProgramDirectory), row->path.text));
+        ui_->lstMods->setFocus();
+    } else {
+        parts_->details.ShowNoMod();
+    }
+    emit Signals.ModDetailsShown();
+}
+
+std::string frmSelector::GamePrefix() const {
+    return GameDirectory == registeredGame_.path ? registeredGame_.prefix : std::string();
+}
+
+const DetailsPanel& frmSelector::Details() const { return parts_->details; }
+
+std::optional<std::size_t> frmSelector::ShownFileCount() const { return parts_->details.ShownFileCount(); }
+
+void frmSelector::SetMainMenusEnabled(bool enabled) { parts_->menus.SetEnabled(enabled); }
+
+bool frmSelector::MayEnd() { return parts_->windows.MayEnd(); }
+
+void frmSelector::lstMods_Click() {
+    parts_->modList.SetButtons();
+    ShowModDetails();
+}
+
+void frmSelector::lstMods_MouseDown(QPoint globalPosition) { ui_->menuModCurrentMod->popup(globalPosition); }
+
+void frmSelector::timRefreshModList_Timer() {
+    const int interval = isMinimized() ? kRefreshMinimizedEveryMs : kRefreshEveryMs;
+    if (timRefreshModList_->interval() != interval) timRefreshModList_->setInterval(interval);
+    parts_->modList.FollowDisk();
+}
+
+void frmSelector::timClickMod_Timer() {
+    timClickMod_->stop();
+    ShowModDetails();
 }
 
 const std::vector<ModRow>& frmSelector::ModRows() const { return ui_->lstMods->Rows(); }
@@ -227,7 +357,7 @@ void frmSelector::closeEvent(QCloseEvent* event) {
     }
     // The effects end with the end of the program, which hides the window.
     event->ignore();
-    if (Phase == ProgramPhase::Running && !windows_->MayEnd()) return;
+    if (Phase == ProgramPhase::Running && !MayEnd()) return;
     CloseProgramWithEffects(*this, *timRefreshModList_, [this] { EndProgram(); });
 }
 

@@ -158,7 +158,7 @@ TEST_F(FinderWindow, CancelKeepsWhatWasFoundAndClosingEndsTheScan) {
         Uncheck(0);
     });
     EXPECT_EQ(Listed().front(), '(' + new_.front() + ')');
-    ScanAnd([&] { window->EndProgram(); });
+    ScanAnd([&] { Item("menuQuit").trigger(); });
     EXPECT_FALSE(finder_->isVisible());
     EXPECT_TRUE(In<QPushButton>("cmdStart").isHidden()) << "the scan went on to its end";
 }
@@ -177,7 +177,7 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     EXPECT_EQ(boxes.Seen().back().text, "Compilation complete.");
     const QByteArray after = Read("program/FileList.txt");
     EXPECT_TRUE(after.contains("\r\nnew.odf;2;"));
-    window->GameDirectory = Path("nowhere").toStdString();
+    main->GameDirectory = Path("nowhere").toStdString();
     recompile.trigger();
     EXPECT_EQ(boxes.Seen().back().title, "Error!");
     EXPECT_EQ(Read("program/FileList.txt"), after);

@@ -258,7 +258,7 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
         now += key.section('/', 1) + '=' + value + ' ';
     EXPECT_EQ(now,
               "Intensity=100 Speed=30 Main Window Only=False Simultaneous=True XAxis=False YAxis=False ");
-    EXPECT_EQ(window->FadeIntensity + window->FadeSpeed, 130);
+    EXPECT_EQ(main->FadeIntensity + main->FadeSpeed, 130);
     EXPECT_EQ(Control<QLabel>(*options, "lblFadeIntensity").text(), "100");
 
     settings.values["Fade/Intensity"] = "77.5";
@@ -266,9 +266,9 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
     Close(*options);
     Open();
     EXPECT_EQ(Intensity().value(), 78) << "read afresh";
-    EXPECT_TRUE(Check("chkAutoRefresh").isChecked() && !window->AutoRefresh());
+    EXPECT_TRUE(Check("chkAutoRefresh").isChecked() && !main->AutoRefresh());
     Check("chkAutoRefresh").click();
-    EXPECT_TRUE(window->AutoRefresh());
+    EXPECT_TRUE(main->AutoRefresh());
 }
 
 TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
@@ -292,7 +292,7 @@ TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
     Close(*options);
     EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 230, 223}));
 
-    window->FadeIntensity = 0; // as after a start with a text that is no number
+    main->FadeIntensity = 0; // as after a start with a text that is no number
     Open();
     Close(*options);
     EXPECT_EQ(layers.Last(*window), 255) << "not invisible";

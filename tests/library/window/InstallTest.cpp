@@ -123,7 +123,7 @@ TEST_F(InstallWindow, WithoutAGameOrWithOneInTheLibraryThereIsNoQuestion) {
         refused << Path(path);
     QString titles;
     for (const QString& game : refused) {
-        window->GameDirectory = game.toStdString();
+        main->GameDirectory = game.toStdString();
         Run("Install");
         Run("Uninstall");
         titles += "X Error!|X Error!|";
@@ -131,7 +131,7 @@ TEST_F(InstallWindow, WithoutAGameOrWithOneInTheLibraryThereIsNoQuestion) {
     }
     Item("menuModRefreshModList").trigger();
     EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
-    window->GameDirectory = Path("program/mods2").toStdString();
+    main->GameDirectory = Path("program/mods2").toStdString();
     Run("Install");
     EXPECT_EQ(Titles(boxes), titles + "? Install Alpha mod?");
 }

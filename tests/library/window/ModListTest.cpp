@@ -124,8 +124,8 @@ TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
     // After an installation the main list is rebuilt: addons come with the next activation.
     Make({"program/mods/Alpha/Backup/", "program/mods/Alpha/Addon/Extra/Backup/",
           "program/mods/Beta/Backup/"});
-    window->SelectMod({"Beta"});
-    window->RefreshModList({});
+    main->SelectMod({"Beta"});
+    main->RefreshModList({});
     EXPECT_EQ(listed(), (QStringList{"Alpha", "Beta *"}));
 
     window->activateWindow();
@@ -148,9 +148,9 @@ TEST_F(ModList, RemovesTheModItAskedAbout) {
         Mods().setCurrentRow(row);
         Item("menuModCurrentModRemoveMod").trigger();
     };
-    window->GameDirectory = Path("program/mods/Alpha/odf").toStdString();
+    main->GameDirectory = Path("program/mods/Alpha/odf").toStdString();
     remove(0);
-    window->GameDirectory = Path("game").toStdString();
+    main->GameDirectory = Path("game").toStdString();
     boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes, [this](QMessageBox&) {
         Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
         Tick();

@@ -28,7 +28,7 @@ protected:
         registry.path = Path("gone").toStdString();
         boxes.Then(QMessageBox::Ok, [this](QMessageBox&) {
             EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "(T2 folder not found)");
-            EXPECT_EQ(window->GameDirectory, kGameNotFound);
+            EXPECT_EQ(main->GameDirectory, kGameNotFound);
         });
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, [&] {
@@ -49,7 +49,7 @@ protected:
     bool WaitUntilClosed() const {
         return WaitFor([&] { return !chooser->isVisible(); });
     }
-    QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(window->GameDirectory)); }
+    QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(main->GameDirectory)); }
 
     AnswerBoxes boxes;
     QWidget* chooser = nullptr;
@@ -59,7 +59,7 @@ TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
     Open();
     EXPECT_TRUE(Item("modChangeT2Directory").isChecked());
     EXPECT_TRUE(Control<QLabel>(*chooser, "lblChangeT2Info").text().endsWith("PS: It is case sensative."));
-    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), main->GameDirectory);
     EXPECT_EQ(Typed(), Native("game"));
 
     Box().setText("something else");
@@ -71,7 +71,7 @@ TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
 
     Press("cmdCancel");
     ASSERT_TRUE(WaitUntilClosed());
-    window->GameDirectory = Path("gone").toStdString();
+    main->GameDirectory = Path("gone").toStdString();
     Open();
     EXPECT_EQ(Typed(), Native("program"));
 }
@@ -87,7 +87,7 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     Box().setText(Path("Other Copy/"));
     QTest::keyClick(&Control<QPushButton>(*chooser, "cmdApply"), Qt::Key_Return);
     EXPECT_EQ(Game(), Native("Other Copy"));
-    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), window->GameDirectory);
+    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), main->GameDirectory);
     EXPECT_FALSE(CanApply());
     EXPECT_TRUE(chooser->isVisible());
 
@@ -118,7 +118,7 @@ TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
     EXPECT_EQ(Typed(), sorry);
     EXPECT_TRUE(chooser->isVisible() && chooser->isModal());
     QTest::keyClick(chooser, Qt::Key_Escape);
-    EXPECT_EQ(window->Phase, ProgramPhase::Ended);
+    EXPECT_EQ(main->Phase, ProgramPhase::Ended);
 }
 
 TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
@@ -126,7 +126,7 @@ TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
     EXPECT_TRUE(StartWithoutAGame(Native("prefix/drive_c/Games/T2"), [&] {
         EXPECT_TRUE(chooser->isModal());
         EXPECT_TRUE(CanApply());
-        EXPECT_EQ(window->GameDirectory, kGameNotFound) << "only a confirmation stores it";
+        EXPECT_EQ(main->GameDirectory, kGameNotFound) << "only a confirmation stores it";
         Press("cmdOK");
     }));
     EXPECT_EQ(Game(), Native("prefix/drive_c/Games/T2"));

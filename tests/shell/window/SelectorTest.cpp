@@ -45,7 +45,7 @@ constexpr char kMenus[] =
 TEST_F(Selector, HasItsMenusInOrder) {
     Make({"program/mods/Alpha/readme.txt", "program/FileList.txt"});
     ASSERT_TRUE(Start());
-    window->ShowModDetails();
+    main->ShowModDetails();
     emit Control<QMenu>("menuSelector").aboutToShow();
     QString text;
     for (const QAction* menu : window->menuBar()->actions())
@@ -63,18 +63,17 @@ TEST_F(Selector, StartsWithGameModsAndSettings) {
     EXPECT_EQ(SelectedText(), "Alpha");
     EXPECT_EQ(window->size(), QSize(473, 410)) << "at the standard font";
     EXPECT_FALSE(Item("menuManagerSmoothClosingXAxis").isChecked());
-    EXPECT_TRUE(window->SmoothCloseMainWindowOnly());
-    EXPECT_EQ(window->FadeIntensity, 0);
-    EXPECT_EQ(window->FadeSpeed, 13);
+    EXPECT_TRUE(main->SmoothCloseMainWindowOnly());
+    EXPECT_EQ(main->FadeIntensity, 0);
+    EXPECT_EQ(main->FadeSpeed, 13);
 }
 
 TEST_F(Selector, NothingResumesAfterQuittingDuringStart) {
     registry.path.clear();
     AnswerBoxes boxes;
-    window = std::make_unique<frmSelector>(
-        Services{files, registry, settings, shell, sound, Path("program").toStdString()});
-    QTimer::singleShot(0, window.get(), [this] { Item("menuQuit").trigger(); });
-    EXPECT_FALSE(window->Start());
+    // Runs in the first events that the start lets run.
+    QTimer::singleShot(0, qApp, [this] { Item("menuQuit").trigger(); });
+    EXPECT_FALSE(Start());
     EXPECT_EQ(window->windowTitle(), "Quillbay - Loading");
     EXPECT_TRUE(boxes.Seen().empty());
     EXPECT_TRUE(window->isHidden());
@@ -90,16 +89,16 @@ TEST_F(Selector, KeysWorkWithoutOpeningTheMenusUnlessTheyAreDisabled) {
     };
     AnswerBoxes boxes;
     press(Qt::Key_I);
-    window->SetMainMenusEnabled(false);
+    main->SetMainMenusEnabled(false);
     press(Qt::Key_I);
     EXPECT_EQ(boxes.Seen().size(), 1u);
-    window->SetMainMenusEnabled(true);
+    main->SetMainMenusEnabled(true);
     press(Qt::Key_D);
     EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
     window->close();
     EXPECT_TRUE(
         WaitFor([] { return QApplication::topLevelWidgets().isEmpty() || !QApplication::activeWindow(); }));
-    EXPECT_EQ(window->Phase, ProgramPhase::Ended);
+    EXPECT_EQ(main->Phase, ProgramPhase::Ended);
     EXPECT_TRUE(window->isHidden());
 }
 
@@ -136,7 +135,7 @@ TEST_F(LaunchWindow, StartsTheGameInThePrefixThatNamedIt) {
         auto& outcome = Control<QLabel>("lblOutcome");
         EXPECT_EQ(outcome.text().endsWith("/named."), !chosen) << qPrintable(outcome.text());
         EXPECT_EQ(outcome.toolTip().contains(Path("named")), !chosen);
-        if (chosen) window->GameDirectory += '/';
+        if (chosen) main->GameDirectory += '/';
         Item("menuManagerLaunchT2").trigger();
         ASSERT_FALSE(shell.opened.empty());
         EXPECT_EQ(shell.opened.back().prefix, chosen ? "" : registry.prefix);

@@ -1,4 +1,6 @@
-#include "common/window/Hourglass.h"
+#include "library/window/InstallCommands.h"
+
+#include "common/window/BusyGuard.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
@@ -6,58 +8,19 @@
 #include "library/ModInstaller.h"
 #include "library/ModUninstaller.h"
 #include "library/window/JobReport.h"
-#include "shell/window/frmSelector.h"
-#include "ui_frmSelector.h"
+#include "library/window/LibraryHost.h"
 
+#include <QAction>
 #include <QApplication>
-#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
 
 #include <optional>
 
 namespace quillbay {
 
 namespace {
-
-/// What a command takes away while it works, and gives back on every way out.
-class BusyCommand {
-public:
-    BusyCommand(frmSelector& window, QPushButton& button, QAction& item)
-        : window_(window), button_(button), item_(item), idleCaption_(button.text()),
-          focus_(window.focusWidget()) {
-        SetEnabled(false);
-        focusMeanwhile_ = window.focusWidget();
-    }
-    ~BusyCommand() {
-        SetCaption(idleCaption_);
-        window_.SetMainMenusEnabled(true);
-        SetEnabled(true);
-        if (focus_ && window_.focusWidget() == focusMeanwhile_) focus_->setFocus();
-    }
-    BusyCommand(const BusyCommand&) = delete;
-    BusyCommand& operator=(const BusyCommand&) = delete;
-
-    void SetCaption(const QString& text) {
-        if (button_.text() == text) return;
-        button_.setText(text);
-        button_.repaint();
-    }
-    void ShowHourglass() { hourglass_.emplace(); }
-    void ShowArrow() { hourglass_.reset(); }
-
-private:
-    void SetEnabled(bool enabled) {
-        button_.setEnabled(enabled);
-        item_.setEnabled(enabled);
-    }
-
-    frmSelector& window_;
-    QPushButton& button_;
-    QAction& item_;
-    const QString idleCaption_;
-    QPointer<QWidget> focus_;
-    QPointer<QWidget> focusMeanwhile_; ///< where the toolkit moved it when the button was disabled
-    std::optional<Hourglass> hourglass_;
-};
 
 void TellFolderGone(QWidget* window) {
     ShowMessage(window,
@@ -86,58 +49,57 @@ bool HasGame(QWidget* window, GameDirectoryState state) {
 
 } // namespace
 
-bool frmSelector::CanStart(const QAction& item) const {
-    return item.isEnabled() && Phase == ProgramPhase::Running;
-}
+InstallCommands::InstallCommands(LibraryHost& main, const InstallControls& controls)
+    : main_(main), controls_(controls), files_(main.GetServices().files), window_(&main.MainWindow()) {}
 
-std::optional<ModJob> frmSelector::JobForSelection(QString& displayName) {
-    const auto row = ui_->lstMods->SelectedRow();
+std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
+    const auto row = main_.SelectedMod();
     if (row && row->text == kNoModsRow) {
-        ShowMessage(this,
+        ShowMessage(window_,
                     QStringLiteral("You must place a mod into the mods\\(mod's name) folder before you can "
                                    "install. You can find instructions in the Help\\View Readme menu."),
                     QStringLiteral("Install mod first"), QMessageBox::Warning);
         return std::nullopt;
     }
     if (!row || row->path.Empty()) {
-        ShowMessage(this, QStringLiteral("Please select a mod."), QStringLiteral("Select a mod"),
+        ShowMessage(window_, QStringLiteral("Please select a mod."), QStringLiteral("Select a mod"),
                     QMessageBox::Warning);
         return std::nullopt;
     }
-    ModJob job{GameDirectory, ModsFolder(ProgramDirectory), row->path};
-    if (!HasGame(this, CheckGameDirectory(services_.files, job.gameDirectory, job.modsFolder))) {
+    ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), row->path};
+    if (!HasGame(window_, CheckGameDirectory(files_, job.gameDirectory, job.modsFolder))) {
         return std::nullopt;
     }
     displayName = ToQString(DisplayName(row->text));
     return job;
 }
 
-bool frmSelector::ModStillThere(const ModJob& job) {
-    RefreshModList({.hideProgress = true, .keepControls = true, .keepDetails = true});
-    if (ModExists(services_.files, job.modsFolder, job.mod)) return true;
+bool InstallCommands::ModStillThere(const ModJob& job) {
+    main_.RefreshModList({.hideProgress = true, .keepControls = true, .keepDetails = true});
+    if (ModExists(files_, job.modsFolder, job.mod)) return true;
     // The list has selected another mod meanwhile.
-    ShowModDetails();
+    main_.ShowModDetails();
     return false;
 }
 
-void frmSelector::InstallMod() {
-    if (!CanStart(*ui_->menuModInstall)) return;
+void InstallCommands::InstallMod() {
+    if (!main_.CanStart(controls_.installItem)) return;
     InstallResult result;
     QString name;
     {
-        BusyCommand busy(*this, *ui_->cmdInstallMod, *ui_->menuModInstall);
+        BusyGuard busy(controls_.install, {&controls_.installItem});
         const auto job = JobForSelection(name);
         if (!job) return;
-        if (!Confirmed(this,
+        if (!Confirmed(window_,
                        QStringLiteral("You have selected the ") + name +
                            QStringLiteral(" mod. Do you want to install it?"),
                        QStringLiteral("Install ") + name + QStringLiteral(" mod?"), QMessageBox::Question,
-                       Describe(Preview(services_.files, PlanInstall(services_.files, *job))))) {
+                       Describe(Preview(files_, PlanInstall(files_, *job))))) {
             return;
         }
         busy.SetCaption(QStringLiteral("Installing"));
-        if (IsInstalled(services_.files, job->ModFolder()) &&
-            !Confirmed(this,
+        if (IsInstalled(files_, job->ModFolder()) &&
+            !Confirmed(window_,
                        QStringLiteral("It appears that the ") + name +
                            QStringLiteral(" mod is already installed. Continue?"),
                        QStringLiteral("Continue installation?"), QMessageBox::Warning)) {
@@ -146,48 +108,49 @@ void frmSelector::InstallMod() {
         busy.ShowHourglass();
         if (!ModStillThere(*job)) {
             busy.ShowArrow();
-            TellFolderGone(this);
+            TellFolderGone(window_);
             return;
         }
-        SetMainMenusEnabled(false);
+        main_.SetMainMenusEnabled(false);
+        const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         result = CopyMod(*job, [&busy] { busy.SetCaption(QStringLiteral("Copying files")); });
-        RefreshModList({});
+        main_.RefreshModList({});
     }
-    ShowOutcome(Describe(result, name));
+    main_.ShowOutcome(Describe(result, name));
     if (const QString why = WhyNotInstalled(result); !why.isEmpty())
-        ShowError(this, why);
+        ShowError(window_, why);
     else
         QApplication::beep();
 }
 
-InstallResult frmSelector::CopyMod(const ModJob& job, const std::function<void()>& onCopying) {
-    ShownProgress progress(*ui_->pgbPercent);
-    const InstallPlan plan = PlanInstall(services_.files, job);
-    const std::size_t shownFiles = details_.ShownFileCount().value_or(plan.items.size());
-    return RunInstall(services_.files, plan, [&](JobPhase phase, std::size_t done, std::size_t) {
+InstallResult InstallCommands::CopyMod(const ModJob& job, const std::function<void()>& onCopying) {
+    ShownProgress progress(controls_.progress);
+    const InstallPlan plan = PlanInstall(files_, job);
+    const std::size_t shownFiles = main_.ShownFileCount().value_or(plan.items.size());
+    return RunInstall(files_, plan, [&](JobPhase phase, std::size_t done, std::size_t) {
         if (phase != JobPhase::Copying) return;
         onCopying();
         progress.Set(done, shownFiles);
     });
 }
 
-void frmSelector::UninstallMod() {
-    if (!CanStart(*ui_->menuModUninstall)) return;
+void InstallCommands::UninstallMod() {
+    if (!main_.CanStart(controls_.uninstallItem)) return;
     UninstallResult result;
     QString name;
     {
-        BusyCommand busy(*this, *ui_->cmdUninstallMod, *ui_->menuModUninstall);
+        BusyGuard busy(controls_.uninstall, {&controls_.uninstallItem});
         const auto job = JobForSelection(name);
         if (!job) return;
-        if (!Confirmed(this,
+        if (!Confirmed(window_,
                        QStringLiteral("Are you sure you want to uninstall the ") + name +
                            QStringLiteral(" mod?"),
                        QStringLiteral("Uninstall ") + name + QStringLiteral(" mod?"), QMessageBox::Question,
-                       Describe(LookAtInstalled(services_.files, PlanUninstall(services_.files, *job))))) {
+                       Describe(LookAtInstalled(files_, PlanUninstall(files_, *job))))) {
             return;
         }
-        if (!IsInstalled(services_.files, job->ModFolder()) &&
-            !Confirmed(this,
+        if (!IsInstalled(files_, job->ModFolder()) &&
+            !Confirmed(window_,
                        QStringLiteral("This mod does not appear to be installed. If there is no backup for a "
                                       "file, it will be deleted and not replaced. Continue anyway?"),
                        QStringLiteral("Mod not installed"), QMessageBox::Warning)) {
@@ -196,23 +159,24 @@ void frmSelector::UninstallMod() {
         busy.ShowHourglass();
         if (!ModStillThere(*job)) {
             busy.ShowArrow();
-            TellFolderGone(this);
+            TellFolderGone(window_);
             return;
         }
         busy.SetCaption(QStringLiteral("Uninstalling"));
-        SetMainMenusEnabled(false);
+        main_.SetMainMenusEnabled(false);
+        const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         result = TakeModOut(*job, [&busy](const QString& caption) { busy.SetCaption(caption); });
-        RefreshModList({.hideProgress = true, .keepControls = true});
+        main_.RefreshModList({.hideProgress = true, .keepControls = true});
     }
-    ShowOutcome(Describe(result, name));
-    if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(this, why);
+    main_.ShowOutcome(Describe(result, name));
+    if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(window_, why);
 }
 
-UninstallResult frmSelector::TakeModOut(const ModJob& job,
-                                        const std::function<void(const QString&)>& setCaption) {
-    ShownProgress progress(*ui_->pgbPercent);
-    const UninstallPlan plan = PlanUninstall(services_.files, job);
-    return RunUninstall(services_.files, plan, [&](JobPhase phase, std::size_t done, std::size_t total) {
+UninstallResult InstallCommands::TakeModOut(const ModJob& job,
+                                            const std::function<void(const QString&)>& setCaption) {
+    ShownProgress progress(controls_.progress);
+    const UninstallPlan plan = PlanUninstall(files_, job);
+    return RunUninstall(files_, plan, [&](JobPhase phase, std::size_t done, std::size_t total) {
         switch (phase) {
         case JobPhase::Deleting:
             setCaption(QStringLiteral("Deleting files"));

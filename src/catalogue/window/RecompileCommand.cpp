@@ -1,10 +1,13 @@
+#include "catalogue/window/RecompileCommand.h"
+
 #include "catalogue/FileList.h"
 #include "common/window/Hourglass.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
-#include "shell/window/frmSelector.h"
-#include "ui_frmSelector.h"
+#include "library/window/LibraryHost.h"
+
+#include <QAction>
 
 namespace quillbay {
 
@@ -40,8 +43,8 @@ OutcomeText Describe(const RecompileResult& result) {
 
 } // namespace
 
-void frmSelector::menuManagerModFilesRecompile_Click() {
-    if (!Confirmed(this,
+void RecompileFromMenu(LibraryHost& main, QAction& openFinder) {
+    if (!Confirmed(&main.MainWindow(),
                    QStringLiteral("This will recompile the definition file used in the Find Modified/New "
                                   "files window. More information in the readme. Do you wish to continue?"),
                    QStringLiteral("Recompile file list?")))
@@ -49,12 +52,12 @@ void frmSelector::menuManagerModFilesRecompile_Click() {
     RecompileResult result;
     {
         const Hourglass busy;
-        result = RecompileFileList(services_.files, GameDirectory, ProgramDirectory);
+        result = RecompileFileList(main.GetServices().files, main.GameDirectory, main.ProgramDirectory);
     }
-    ShowOutcome(Describe(result));
-    if (result.outcome != RecompileOutcome::Done) return ReportFailure(this, result);
-    ui_->menuManagerFindModifiedFiles->setEnabled(true);
-    ShowMessage(this, QStringLiteral("Compilation complete."));
+    main.ShowOutcome(Describe(result));
+    if (result.outcome != RecompileOutcome::Done) return ReportFailure(&main.MainWindow(), result);
+    openFinder.setEnabled(true);
+    ShowMessage(&main.MainWindow(), QStringLiteral("Compilation complete."));
 }
 
 } // namespace quillbay
