@@ -1,4 +1,3 @@
-#include "common/window/AskText.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
