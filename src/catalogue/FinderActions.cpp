@@ -24,16 +24,22 @@ void FindItems(FileActionPlan& plan, const KnownFolders& game, const std::vector
             plan.unchanged.push_back(name);
             continue;
         }
-        FileActionItem& item = plan.items.emplace_back();
+        FileActionItem item;
         item.name = name;
         item.position = position;
-        if (!source) continue;
-        item.from = inGame.PathOf(position, *source);
-        item.isLink = source->isLink;
-        if (const DirEntry* target = inDestination.Find(position, file)) {
-            item.existing = inDestination.PathOf(position, *target);
-            item.folderInTheWay = target->kind == EntryKind::Folder;
+        if (source) {
+            item.from = inGame.PathOf(position, *source);
+            item.isLink = source->isLink;
+            if (const DirEntry* target = inDestination.Find(position, file)) {
+                item.existing = inDestination.PathOf(position, *target);
+                item.folderInTheWay = target->kind == EntryKind::Folder;
+            }
         }
+        const bool stays = plan.action == FileAction::Move && !item.existing.empty() && !item.folderInTheWay;
+        if (stays)
+            plan.kept.push_back(name);
+        else
+            plan.items.push_back(std::move(item));
     }
 }
 
@@ -64,7 +70,6 @@ std::error_code MoveFile(FileSystem& files, const FileActionItem& item, const st
 std::error_code CopyOrMove(FileSystem& files, FileAction action, const FileActionItem& item,
                            FolderMaker& folders) {
     if (item.folderInTheWay) return std::make_error_code(std::errc::is_a_directory);
-    if (action == FileAction::Move && !item.existing.empty()) return {};
     const auto folder = folders.Ensure(item.position);
     if (!folder) return folder.Error();
     const std::string to = item.existing.empty() ? Join(*folder, LastComponent(item.from)) : item.existing;

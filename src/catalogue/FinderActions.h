@@ -45,14 +45,16 @@ struct FileActionPlan {
     FileAction action = FileAction::Delete;
     std::optional<FileActionRefusal> refusal;
     std::vector<FileActionItem> items;
-    std::vector<std::string> unchanged; ///< names that were left out: these files are as recorded
+    // Names that were left out: these files stay in the game.
+    std::vector<std::string> unchanged; ///< they are as recorded
+    std::vector<std::string> kept;      ///< the destination of a move has files of these names
     std::string destination; ///< in stored spelling, without links; as given when it does not exist yet
     KnownFolders destinationFolders;
 };
 
 struct FileActionResult {
     std::optional<FileActionRefusal> refusal;
-    std::size_t done = 0; ///< also files that a move left in the game because the destination has them
+    std::size_t done = 0;
     std::vector<std::string> failed; ///< items that were not copied, moved or deleted, by their names
     std::error_code firstError;      ///< the reason of the first of them
 };

@@ -57,16 +57,6 @@ std::string_view DisplayName(std::string_view row) {
     return IsAddonRow(row) ? row.substr(kAddonIndent.size()) : row;
 }
 
-ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, std::size_t index) {
-    const std::string row = rowText(index);
-    if (!IsAddonRow(row)) return PathOfModRow(row);
-    while (index-- > 0) {
-        const std::string above = rowText(index);
-        if (!IsAddonRow(above)) return PathOfAddonRow(PathOfModRow(above), row);
-    }
-    return {};
-}
-
 std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
     std::vector<ModRow> rows;
     ModPath mod;

@@ -2,8 +2,6 @@
 
 #include "platform/FileSystem.h"
 
-#include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,12 +28,10 @@ bool IsAddonRow(std::string_view row);
 /// The row without the four blanks of an addon row.
 std::string_view DisplayName(std::string_view row);
 
-/// The mod path of row `index`, given the text of every row up to it by `rowText`. An addon belongs to the
-/// nearest row above that is no addon row; without one, and for the placeholder, the path is empty.
-ModPath ResolveModPath(const std::function<std::string(std::size_t)>& rowText, std::size_t index);
-
 struct ModRow {
     std::string text;
+    /// What ResolveModPath finds for the row: an addon belongs to the nearest row above that is no addon row;
+    /// without one, and for the placeholder, the path is empty.
     ModPath path;
 
     bool IsAddon() const { return IsAddonRow(text); }

@@ -8,23 +8,26 @@
 
 namespace quillbay {
 
-ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values,
-                           CutValues cutValues) {
+ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values) {
     const auto failed = [](std::error_code error) {
         return ModInfoResult{ModInfoOutcome::Failed, {}, {}, error};
     };
     const EncodedText text = EncodeModInfo(values);
     if (text.unencodable) return {ModInfoOutcome::Unencodable, *text.unencodable, {}, {}};
+    ModInfoParser parser;
+    parser.Feed(text.bytes);
+    if (auto fields = CutFields(parser.Finish()); !fields.empty())
+        return {ModInfoOutcome::TooLong, {}, std::move(fields), {}};
 
     const auto entries = files.List(modFolder, Detail::Names);
     if (!entries) return failed(entries.Error());
     const DirEntry* old = FindEntry(*entries, kModInfoName, EntryKind::File);
     const std::string path = Join(modFolder, old ? old->name : kModInfoName);
-    if (old && cutValues == CutValues::Keep) {
+    if (old) {
         const auto oldValues = ReadModInfo(files, path);
         if (!oldValues) return failed(std::make_error_code(std::errc::io_error));
-        auto cutFields = CutFields(*oldValues);
-        if (!cutFields.empty()) return {ModInfoOutcome::CutValue, {}, std::move(cutFields), {}};
+        if (auto fields = CutFields(*oldValues); !fields.empty())
+            return {ModInfoOutcome::OldTooLong, {}, std::move(fields), {}};
     }
     if (const auto error = files.WriteFile(path, text.bytes)) return failed(error);
     return {};

@@ -13,23 +13,20 @@ namespace quillbay {
 enum class ModInfoOutcome {
     Written,
     Unencodable, ///< a text holds a character outside the system code page
-    CutValue,    ///< the file holds a value whose caption is cut
+    TooLong,     ///< a text could not be shown whole
+    OldTooLong,  ///< the file holds a value that is not shown whole and would be lost
     Failed,      ///< the folder or the old file cannot be read, or the new one not written
 };
 
 struct ModInfoResult {
     ModInfoOutcome outcome = ModInfoOutcome::Written;
-    std::string character;                   ///< of Unencodable, UTF-8
-    std::vector<std::string_view> cutFields; ///< of CutValue: their names
-    std::error_code error;                   ///< of Failed
+    std::string character;                ///< of Unencodable, UTF-8
+    std::vector<std::string_view> fields; ///< of TooLong and OldTooLong: their names
+    std::error_code error;                ///< of Failed
 };
-
-/// What becomes of values in the old file whose caption is cut.
-enum class CutValues { Keep, Lose };
 
 /// Makes the ModInfo.txt of a mod, or replaces it as a whole, also one in another letter case: the one whose
 /// values are shown. Unless the outcome is Written, nothing has changed. The mod's folder must exist.
-ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values,
-                           CutValues cutValues = CutValues::Keep);
+ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values);
 
 } // namespace quillbay

@@ -15,6 +15,8 @@ struct TreeFolder {
     /// that look-ups find first.
     std::vector<std::string> folders;
     std::vector<TreeFolder> children;
+
+    friend bool operator==(const TreeFolder&, const TreeFolder&) = default;
 };
 
 /// The root "Mods" (the folder `mods`), below it the mods of a mod list, below each the known folders that it

@@ -48,7 +48,9 @@ TEST_F(FinderActions, UseTheSpellingThatIsThereAndTidyUp) {
         test::PutFolder(temp_ / "mod/C.TXT");
         test::PutFolder(temp_ / "mod/bitmaps/ms");
         const bool moves = action == FileAction::Move;
-        EXPECT_EQ(Run(*disk_, action, "mod\\").failed, Names{"c.txt"});
+        const FileActionResult result = Run(*disk_, action, "mod\\");
+        EXPECT_EQ(result.failed, Names{"c.txt"});
+        EXPECT_EQ(result.done, moves ? 1U : 2U) << "a move counts no file that stays";
         EXPECT_EQ(test::FileBytes(temp_ / "mod/ODF/Ships/A.odf"), moves ? "old" : kNames[0]);
         EXPECT_EQ(std::distance(fs::directory_iterator(test::DiskPath(temp_ / "mod/ODF/Ships")), {}), 1);
         EXPECT_TRUE(Has("game\\", kNames[0]) && Has("mod\\", kNames[1]));

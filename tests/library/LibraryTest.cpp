@@ -12,17 +12,6 @@ namespace {
 
 class LibraryTest : public DiskTest {};
 
-void ExpectResolved(const std::vector<ModRow>& rows) {
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        EXPECT_EQ(ResolveModPath([&](std::size_t at) { return rows.at(at).text; }, i), rows[i].path) << i;
-}
-
-TEST_F(LibraryTest, AddonsBelongToTheNearestModAbove) {
-    const std::vector<ModRow> rows = {{"   B", {"   B"}}, {"      Z", {"   B\\Addon\\  Z"}}, {"    ", {}},
-                                      {"", {}},           {"(No mods found.)", {}},          {"    X", {}}};
-    ExpectResolved(rows);
-}
-
 TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
     for (const char* folder :
          {"b", "A\\Addon\\X", "A\\Addon\\Y", "A\\Backup", "C\\aDDon\\Z", "~quillbay.new",
@@ -37,7 +26,6 @@ TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
         {"    Y", {"A\\Addon\\Y"}}, {"    X", {"A\\Addon\\X"}}, {"b", {"b"}},       {"C", {"C"}},
         {"    Z", {"C\\Addon\\Z"}}};
     EXPECT_EQ(rows, expected);
-    ExpectResolved(rows);
     for (const auto& [folder, times] : files.listed)
         EXPECT_EQ(times, 1) << folder;
 }

@@ -1,20 +1,24 @@
 #include "catalogue/window/frmFindModifiedFiles.h"
 
 #include "catalogue/FileList.h"
+#include "catalogue/window/FinderReport.h"
+#include "catalogue/window/FolderOrFileDialog.h"
 #include "common/window/PaintClock.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
-#include "common/window/UpdateLock.h"
+#include "common/window/ShownProgress.h"
 #include "effects/window/EffectHost.h"
+#include "library/GameDirectory.h"
 #include "library/window/LibraryHost.h"
+#include "platform/PathText.h"
 #include "ui_frmFindModifiedFiles.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMargins>
 #include <QPointer>
-#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -69,7 +73,13 @@ frmFindModifiedFiles::frmFindModifiedFiles(LibraryHost& main, QAction* menuItem)
     connect(ui_->cmdCancel, &QPushButton::clicked, this, [this] { cancelRequested_ = true; });
     for (QCheckBox* view : {ui_->chkNew, ui_->chkModified})
         connect(view, &QCheckBox::toggled, this, &frmFindModifiedFiles::Redolist);
-    ConnectActions();
+    connect(ui_->txtPath, &QLineEdit::textChanged, this, &frmFindModifiedFiles::txtPath_Change);
+    connect(ui_->lstList, &QListWidget::itemChanged, this, &frmFindModifiedFiles::lstList_ItemCheck);
+    connect(ui_->lblInvert, &ClickLabel::Clicked, this, &frmFindModifiedFiles::lblInvert_Click);
+    connect(ui_->cmdBrowse, &QPushButton::clicked, this, &frmFindModifiedFiles::cmdBrowse_Click);
+    connect(ui_->cmdCopy, &QPushButton::clicked, this, [this] { CopyOrMove(FileAction::Copy); });
+    connect(ui_->cmdMove, &QPushButton::clicked, this, [this] { CopyOrMove(FileAction::Move); });
+    connect(ui_->cmdDelete, &QPushButton::clicked, this, &frmFindModifiedFiles::cmdDelete_Click);
 }
 
 frmFindModifiedFiles::~frmFindModifiedFiles() = default;
@@ -161,9 +171,9 @@ void frmFindModifiedFiles::ShowScanProgress() {
     SetVisible(scan_->InSecondPass(), {ui_->lblTotalModifiedFiles, ui_->lblGrandTotal});
     ShowCounts();
 
-    const QSignalBlocker quiet(ui_->lstList);
-    AddRows(found_.newFiles, shownNew_, Qt::Unchecked);
-    AddRows(found_.modifiedFiles, shownModified_, Qt::Unchecked);
+    if (ui_->chkNew->isChecked()) ui_->lstList->AddRows(found_.newFiles, shownNew_, Qt::Unchecked);
+    if (ui_->chkModified->isChecked())
+        ui_->lstList->AddRows(found_.modifiedFiles, shownModified_, Qt::Unchecked);
     shownNew_ = found_.newFiles.size();
     shownModified_ = found_.modifiedFiles.size();
 }
@@ -181,18 +191,18 @@ void frmFindModifiedFiles::FinishScan() {
     ShowScanProgress();
     scan_.reset();
     scanning_ = false;
-    // All that was found, whatever the view boxes say: a click of one during the scan left half a list.
-    FillList(true, true);
+    Redolist();
     ShowResultLayout();
 }
 
-void frmFindModifiedFiles::Redolist() { FillList(ui_->chkNew->isChecked(), ui_->chkModified->isChecked()); }
-
-void frmFindModifiedFiles::FillList(bool withNew, bool withModified) {
-    ChangeRows([&](QListWidget& list) {
+void frmFindModifiedFiles::Redolist() {
+    FinderList& list = *ui_->lstList;
+    const bool withNew = ui_->chkNew->isChecked();
+    const bool withModified = ui_->chkModified->isChecked();
+    list.ChangeRows([&] {
         list.clear();
-        if (withNew) AddRows(found_.newFiles, 0, Qt::Checked);
-        if (withModified) AddRows(found_.modifiedFiles, 0, Qt::Checked);
+        if (withNew) list.AddRows(found_.newFiles, 0, Qt::Checked);
+        if (withModified) list.AddRows(found_.modifiedFiles, 0, Qt::Checked);
     });
     if (withNew || withModified || scanning_)
         lstList_ItemCheck();
@@ -202,31 +212,113 @@ void frmFindModifiedFiles::FillList(bool withNew, bool withModified) {
     shownModified_ = found_.modifiedFiles.size();
 }
 
-void frmFindModifiedFiles::ChangeRows(const std::function<void(QListWidget&)>& change) {
-    QListWidget& list = *ui_->lstList;
-    const UpdateLock lock(list);
-    const QSignalBlocker quiet(list);
-    const int top = list.indexAt({1, 1}).row();
-    change(list);
-    const int last = list.count() - 1;
-    if (top >= 0 && last >= 0)
-        list.scrollToItem(list.item(std::min(top, last)), QAbstractItemView::PositionAtTop);
+void frmFindModifiedFiles::txtPath_Change() {
+    const QString path = ui_->txtPath->text();
+    pathIsFolder_ = QDir::isAbsolutePath(QString(path).replace(u'\\', u'/')) &&
+                    IsExistingFolder(main_.GetServices().files, FromQString(path));
+    ApplyButtonRule();
 }
 
-void frmFindModifiedFiles::AddRows(const std::vector<std::string>& paths, std::size_t from,
-                                   Qt::CheckState state) {
-    for (std::size_t at = from; at < paths.size(); ++at) {
-        auto item = std::make_unique<QListWidgetItem>(ToQString(paths[at]));
-        item->setCheckState(state);
-        ui_->lstList->addItem(item.release());
+void frmFindModifiedFiles::lstList_ItemCheck() {
+    itemChecked_ = ui_->lstList->HasCheckedRow();
+    ApplyButtonRule();
+}
+
+void frmFindModifiedFiles::ApplyButtonRule() {
+    const bool enabled = !scanning_ && !filesMovedOrDeleted_ && pathIsFolder_ && itemChecked_;
+    for (QPushButton* button : {ui_->cmdCopy, ui_->cmdMove, ui_->cmdDelete})
+        button->setEnabled(enabled);
+}
+
+void frmFindModifiedFiles::lblInvert_Click() {
+    if (scanning_) return;
+    const QString caption = ui_->lblInvert->text();
+    ui_->lblInvert->setText(QStringLiteral("Click me to invert selection. (Inverting . . .)"));
+    ui_->panResults->layout()->activate();
+    ui_->lblInvert->repaint();
+    ui_->lstList->Invert();
+    lstList_ItemCheck();
+    ui_->lblInvert->setText(caption);
+}
+
+void frmFindModifiedFiles::cmdBrowse_Click() {
+    // On the heap: the end of the program may destroy it while it is open.
+    const QPointer<FolderOrFileDialog> dialog = new FolderOrFileDialog(
+        this, QStringLiteral("Select directory"), ToQString(gameDirectory_), QStringLiteral("Folders"));
+    const bool chosen = dialog->exec() == QDialog::Accepted;
+    if (!dialog) return;
+    ui_->txtPath->setText(chosen ? dialog->ChosenPath().trimmed() : QString());
+    delete dialog;
+}
+
+void frmFindModifiedFiles::cmdDelete_Click() {
+    const auto plan = Plan(FileAction::Delete, {}, ui_->lstList->Paths(false));
+    if (!plan) return;
+    const QString doomed = ListedFiles(*plan);
+    if (!plan->refusal && doomed.isEmpty())
+        return ShowError(this, QStringLiteral("No file of the kinds chosen with New and Mod. is new or "
+                                              "modified any more, so nothing was deleted."));
+    if (!plan->refusal &&
+        ShowMessage(this,
+                    QStringLiteral("Are you ABSOLUTELY SURE you want to PERMANENTLY DELETE EVERY FILE listed "
+                                   "in the text box?"),
+                    QStringLiteral("Confirm deletion?"), QMessageBox::Warning,
+                    QMessageBox::Yes | QMessageBox::No, TellUnchanged(*plan), doomed) != QMessageBox::Yes)
+        return;
+
+    const FileActionResult result = Run(*plan);
+    if (!result.refusal) {
+        for (QCheckBox* view : {ui_->chkNew, ui_->chkModified})
+            if (view->isChecked()) view->setEnabled(false);
+        SetFilesMovedOrDeleted();
     }
+    Report(*plan, result);
+}
+
+void frmFindModifiedFiles::CopyOrMove(FileAction action) {
+    std::string path = FromQString(ui_->txtPath->text());
+    if (path.empty() || !IsSeparator(path.back())) {
+        path += '\\';
+        ui_->txtPath->setText(ToQString(path));
+    }
+    const auto plan = Plan(action, path, ui_->lstList->Paths(true));
+    if (!plan) return;
+    const FileActionResult result = Run(*plan);
+    txtPath_Change(); // the folder may be a new one
+    if (action == FileAction::Move && !result.refusal) SetFilesMovedOrDeleted();
+    Report(*plan, result);
+}
+
+std::optional<FileActionPlan> frmFindModifiedFiles::Plan(FileAction action, const std::string& destination,
+                                                         const std::vector<std::string>& names) {
+    const bool takesAway = action != FileAction::Copy;
+    const auto catalogue = takesAway ? LoadCatalogue() : std::nullopt;
+    if (takesAway && !catalogue) return std::nullopt;
+    return PlanFileAction(main_.GetServices().files, action, gameDirectory_, destination, names,
+                          catalogue ? &*catalogue : nullptr);
+}
+
+FileActionResult frmFindModifiedFiles::Run(const FileActionPlan& plan) {
+    ShownProgress progress(*ui_->pgbFileStatus);
+    return RunFileAction(main_.GetServices().files, plan,
+                         [&](std::size_t done, std::size_t total) { progress.Set(done, total); });
+}
+
+void frmFindModifiedFiles::SetFilesMovedOrDeleted() {
+    filesMovedOrDeleted_ = true;
+    ApplyButtonRule();
+}
+
+void frmFindModifiedFiles::Report(const FileActionPlan& plan, const FileActionResult& result) {
+    main_.ShowOutcome(Describe(plan, result));
+    if (const QString complaint = Complaint(plan, result); !complaint.isEmpty()) ShowError(this, complaint);
 }
 
 void frmFindModifiedFiles::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape && ui_->cmdCancel->isVisible())
         ui_->cmdCancel->click();
-    else if (enter && !event->isAutoRepeat())
+    else if (enter && !event->isAutoRepeat() && !qobject_cast<QPushButton*>(focusWidget()))
         (ui_->cmdStart->isDefault() ? ui_->cmdStart : ui_->cmdCopy)->click();
     else
         EffectWindow::keyPressEvent(event);

@@ -5,13 +5,11 @@
 #include "effects/window/EffectWindow.h"
 
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-class QListWidget;
 class QPushButton;
 
 namespace quillbay {
@@ -33,10 +31,8 @@ public:
 
 protected:
     void Form_Load() override;
-    /// Enter presses the default button, Escape cancels a running scan.
+    /// Enter presses the button that has the focus, else the default one; Escape cancels a running scan.
     void keyPressEvent(QKeyEvent* event) override;
-    /// Makes lblInvert work with mouse and keyboard.
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // The scan and the list
@@ -51,11 +47,8 @@ private:
     void ShowScanProgress();
     void ShowCounts();
     void FinishScan();
+    /// Lists what was found of the kinds that the view boxes say.
     void Redolist();
-    void FillList(bool withNew, bool withModified);
-    /// Changes many rows as one: without signals and repaints in between. The top row stays.
-    void ChangeRows(const std::function<void(QListWidget&)>& change);
-    void AddRows(const std::vector<std::string>& paths, std::size_t from, Qt::CheckState state);
 
     // Layouts
     void MakeDefault(QPushButton& button);
@@ -67,8 +60,7 @@ private:
     void ShowScanLayout();
     void ShowResultLayout();
 
-    // The file actions, in frmFindModifiedFilesActions.cpp
-    void ConnectActions();
+    // The file actions
     void txtPath_Change();
     void lstList_ItemCheck();
     void lblInvert_Click();
@@ -77,7 +69,6 @@ private:
     void cmdMove_Click();
     void cmdDelete_Click();
     void ApplyButtonRule();
-    std::vector<std::string> CheckedNames() const;
     void CopyOrMove(FileAction action);
     /// Compares the files that Move and Delete would take away with FileList.txt anew; none after a message
     /// that it cannot be read.
@@ -85,6 +76,7 @@ private:
                                        const std::vector<std::string>& names);
     FileActionResult Run(const FileActionPlan& plan);
     void SetFilesMovedOrDeleted();
+    /// At the main window's foot, and in a box what went wrong.
     void Report(const FileActionPlan& plan, const FileActionResult& result);
 
     LibraryHost& main_;

@@ -3,6 +3,7 @@
 #include "common/window/Hourglass.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
+#include "common/window/RowClicks.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/UpdateLock.h"
 #include "library/ModRows.h"
@@ -44,14 +45,8 @@ QString Report(const SortResult& result) {
     if (result.moved > 1) text = QStringLiteral("%1 files installed.").arg(result.moved);
     if (result.notMoved.empty()) return text;
 
-    const std::size_t named = std::min(result.notMoved.size(), kNamedFailures);
-    QStringList names;
-    for (std::size_t i = 0; i < named; ++i)
-        names += ToQString(result.notMoved[i]);
-    text += QStringLiteral(" These could not be moved: ") + names.join(QStringLiteral(", "));
-    if (named < result.notMoved.size())
-        text += QStringLiteral(" and %1 more").arg(result.notMoved.size() - named);
-    text += QLatin1Char('.');
+    text += QStringLiteral(" These could not be moved: ") +
+            OutcomeText::Names(result.notMoved, kNamedFailures, QStringLiteral(", ")) + u'.';
     if (result.leadsBack.empty()) return text;
     return WithPath(text + QStringLiteral(" This folder leads back to the mod's own one:"), result.leadsBack,
                     {});
@@ -79,16 +74,7 @@ frmInstaller::frmInstaller(LibraryHost& main, QAction* menuItem)
 frmInstaller::~frmInstaller() = default;
 
 void frmInstaller::ConnectChooser() {
-    connect(ui_->lstChooser, &QListWidget::itemSelectionChanged, this, [this] {
-        lstChooser_Click();
-        justChosen_ = true;
-        QMetaObject::invokeMethod(
-            this, [this] { justChosen_ = false; }, Qt::QueuedConnection);
-    });
-    // A click on the selected mod lists it anew.
-    connect(ui_->lstChooser, &QListWidget::itemPressed, this, [this] {
-        if (!justChosen_) lstChooser_Click();
-    });
+    ConnectRowClicks(*ui_->lstChooser, [this] { lstChooser_Click(); });
     connect(ui_->lstChooser, &QListWidget::itemDoubleClicked, this, &frmInstaller::lstChooser_DblClick);
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
         new QShortcut(key, ui_->lstChooser, this, &frmInstaller::lstChooser_DblClick, Qt::WidgetShortcut);

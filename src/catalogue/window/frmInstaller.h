@@ -54,7 +54,6 @@ private:
     std::unique_ptr<Ui::frmInstaller> ui_;
     LooseFiles loose_;
     std::optional<std::size_t> shownType_; ///< position in LooseFileTypes
-    bool justChosen_ = false;              ///< the row that the mouse presses became the selected one
 };
 
 } // namespace quillbay

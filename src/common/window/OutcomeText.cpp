@@ -16,12 +16,16 @@ OutcomeText& OutcomeText::Count(std::size_t files, const QString& what) {
 OutcomeText& OutcomeText::Files(const std::vector<std::string>& files, const QString& what) {
     if (files.empty()) return *this;
     Count(files.size(), what);
-    QStringList lines(counts_.back() + u':');
-    const std::size_t named = std::min(files.size(), kMostNamedFiles);
+    return Note(counts_.back() + QStringLiteral(":\n") + Names(files, kMostNamedFiles, QStringLiteral("\n")));
+}
+
+QString OutcomeText::Names(const std::vector<std::string>& files, std::size_t most, const QString& between) {
+    QStringList names;
+    const std::size_t named = std::min(files.size(), most);
     for (std::size_t at = 0; at < named; ++at)
-        lines << ToQString(files[at]);
-    if (named < files.size()) lines << QStringLiteral("and %1 more").arg(files.size() - named);
-    return Note(lines.join(u'\n'));
+        names << ToQString(files[at]);
+    if (named < files.size()) names << QStringLiteral("and %1 more").arg(files.size() - named);
+    return names.join(between);
 }
 
 OutcomeText& OutcomeText::Phrase(const QString& what, const QString& done) {

@@ -31,6 +31,8 @@ public:
     QString ToolTip() const;
 
     static constexpr std::size_t kMostNamedFiles = 15;
+    /// The first files, and how many more there are.
+    static QString Names(const std::vector<std::string>& files, std::size_t most, const QString& between);
 
 private:
     QString beginning_;

@@ -2,6 +2,7 @@
 
 #include "common/window/QtText.h"
 
+#include <QInputDialog>
 #include <QLabel>
 #include <QPointer>
 
@@ -32,6 +33,18 @@ bool Confirmed(QWidget* parent, const QString& text, const QString& title, QMess
                const QString& informative) {
     return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative) ==
            QMessageBox::Yes;
+}
+
+std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title) {
+    // On the heap: the parent may be destroyed, and the box with it, while the box is open.
+    const QPointer<QInputDialog> box = new QInputDialog(parent);
+    box->setWindowTitle(title);
+    box->setLabelText(prompt);
+    const bool confirmed = box->exec() == QDialog::Accepted;
+    std::optional<QString> text;
+    if (confirmed && box) text = box->textValue();
+    delete box;
+    return text;
 }
 
 void ShowError(QWidget* parent, const QString& text) {

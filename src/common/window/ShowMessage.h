@@ -3,6 +3,7 @@
 #include <QMessageBox>
 #include <QString>
 
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -23,6 +24,9 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text,
 /// True when the user answered Yes to a question with Yes and No.
 bool Confirmed(QWidget* parent, const QString& text, const QString& title,
                QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {});
+
+/// Shows a modal input box with an empty text box. What was typed, or nothing when the user cancelled.
+std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title);
 
 /// Critical-stop icon, title "Error!", OK.
 void ShowError(QWidget* parent, const QString& text);

@@ -1,5 +1,6 @@
 #include "effects/window/EffectWindow.h"
 
+#include "common/window/EnterKey.h"
 #include "effects/window/EffectHost.h"
 #include "effects/window/EffectState.h"
 #include "effects/window/WindowEffects.h"
@@ -83,6 +84,10 @@ void EffectWindow::RunClosingEffects() {
     const unsigned opening = opening_;
     SmoothClose(*this, host_);
     if (self && opening == opening_) FadeOut(*this, host_);
+}
+
+void EffectWindow::keyPressEvent(QKeyEvent* event) {
+    if (!PressFocusedButton(*this, *event)) QWidget::keyPressEvent(event);
 }
 
 void EffectWindow::changeEvent(QEvent* event) {

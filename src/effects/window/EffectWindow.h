@@ -48,6 +48,8 @@ protected:
     /// Refuses the event; if Form_QueryUnload allows it, runs the closing effects from the event loop and
     /// closes the window then: Qt delivers no second closing, as after a reopening, from inside this handler.
     void closeEvent(QCloseEvent* event) override;
+    /// Enter presses the button that has the focus.
+    void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
     EffectHost& Host() { return host_; }

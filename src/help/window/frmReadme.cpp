@@ -6,26 +6,9 @@
 #include "platform/ShellOpener.h"
 #include "ui_frmReadme.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QScrollBar>
 
 namespace quillbay {
-
-namespace {
-
-/// A key or the left button that presses what has it, as a button would be pressed.
-bool IsClick(const QLabel& label, const QEvent& event) {
-    if (event.type() == QEvent::KeyPress) {
-        const auto& key = static_cast<const QKeyEvent&>(event);
-        return !key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
-    }
-    if (event.type() != QEvent::MouseButtonRelease || label.hasSelectedText()) return false;
-    const auto& mouse = static_cast<const QMouseEvent&>(event);
-    return mouse.button() == Qt::LeftButton && label.rect().contains(mouse.position().toPoint());
-}
-
-} // namespace
 
 frmReadme::frmReadme(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmReadme>()),
@@ -36,7 +19,7 @@ frmReadme::frmReadme(LibraryHost& main, QAction* menuItem)
     ui_->lblDisplay->setForegroundRole(QPalette::Text);
     ui_->lblEmail->setText(ToQString(kContactAddress));
     ui_->lblEmail->setForegroundRole(QPalette::Link);
-    ui_->lblEmail->installEventFilter(this);
+    connect(ui_->lblEmail, &ClickLabel::Clicked, this, &frmReadme::lblEmail_Click);
     for (const ReadmeTopic& topic : topics_)
         ui_->lstChoices->addItem(ToQString(ReadmeRow(topic)));
     connect(ui_->lstChoices, &QListWidget::currentRowChanged, this, &frmReadme::lstChoices_Click);
@@ -61,11 +44,6 @@ void frmReadme::lstChoices_Click() {
 void frmReadme::lblEmail_Click() {
     // Without a mail program nothing happens; the address can still be copied.
     Ignore(main_.GetServices().shell.OpenWithShell("mailto:" + FromQString(ui_->lblEmail->text()), "C:\\"));
-}
-
-bool frmReadme::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui_->lblEmail && IsClick(*ui_->lblEmail, *event)) lblEmail_Click();
-    return EffectWindow::eventFilter(watched, event);
 }
 
 } // namespace quillbay

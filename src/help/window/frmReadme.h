@@ -25,8 +25,6 @@ public:
 protected:
     /// Chooses the first topic.
     void Form_Load() override;
-    /// A click that selects no text, or Enter, on the address.
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void lstChoices_Click();

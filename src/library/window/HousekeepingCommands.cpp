@@ -1,6 +1,5 @@
 #include "library/window/HousekeepingCommands.h"
 
-#include "common/window/AskText.h"
 #include "common/window/BusyGuard.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"

@@ -3,6 +3,7 @@
 #include "common/window/OutcomeText.h"
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
+#include "common/window/RawTextBox.h"
 #include "common/window/ShowMessage.h"
 #include "library/window/LibraryHost.h"
 #include "modinfo/ModInfoWriter.h"
@@ -20,26 +21,28 @@ namespace quillbay {
 
 namespace {
 
-QString TextOf(const QLineEdit& box) { return box.text(); }
+std::string TextOf(const QLineEdit& box) { return RawTextBox::FileText(box.text()); }
 
-void SetText(QLineEdit& box, const QString& text) { box.setText(text); }
+/// How many lone line feeds a box was filled with: those that are pasted are line ends.
+constexpr char kLineFeeds[] = "lineFeeds";
 
-/// A line break that was typed ends a line of the file; a line feed that stood in the value stays one. The
-/// plain text of the document would not tell them apart, and would make blanks of hard ones.
-QString TextOf(const QPlainTextEdit& box) {
-    return box.document()
-        ->toRawText()
-        .replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"))
-        .replace(QChar::LineSeparator, QChar::LineFeed);
+void SetText(QLineEdit& box, const std::string& text) {
+    const QString shown = RawTextBox::ShownLine(text);
+    box.setProperty(kLineFeeds, shown.count(QChar::LineSeparator));
+    box.setText(shown);
 }
 
-void SetText(QPlainTextEdit& box, const QString& text) {
-    box.setPlainText(QString(text).replace(QChar::LineFeed, QChar::LineSeparator));
+void EndPastedLines(QLineEdit& box) {
+    const QString text = box.text();
+    if (text.count(QChar::LineSeparator) > box.property(kLineFeeds).toInt())
+        box.setText(QString(text).replace(QChar::LineSeparator, u'\n'));
 }
 
-bool IsBlank(const QString& text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == QChar::Space; });
-}
+std::string TextOf(const RawTextBox& box) { return box.Text(); }
+
+void SetText(RawTextBox& box, const std::string& text) { box.SetText(text); }
+
+bool IsBlank(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
 
 } // namespace
 
@@ -51,6 +54,8 @@ frmEditModInfo::frmEditModInfo(LibraryHost& main, const DetailsPanel& panel, QAc
     AddBox(*ui_->txtVersion, *ui_->lblModsVersion, &ModInfoCaptions::version);
     AddBox(*ui_->txtOtherHeading, *ui_->lblModsOtherHeading, &ModInfoCaptions::otherHeading);
     AddBox(*ui_->txtOther, *ui_->lblModsOther, &ModInfoCaptions::other);
+    for (QLineEdit* box : {ui_->txtAuthor, ui_->txtVersion, ui_->txtOtherHeading})
+        connect(box, &QLineEdit::textEdited, this, [box] { EndPastedLines(*box); });
     connect(ui_->cboMod, &QComboBox::currentIndexChanged, this, &frmEditModInfo::cboMod_Click);
     connect(ui_->cmdMakeFile, &QPushButton::clicked, this, &frmEditModInfo::cmdMakeFile_Click);
     connect(ui_->cmdClear, &QPushButton::clicked, this, &frmEditModInfo::cmdClear_Click);
@@ -63,7 +68,7 @@ frmEditModInfo::~frmEditModInfo() = default;
 template <typename Box>
 void frmEditModInfo::AddBox(Box& box, QLabel& preview, std::string ModInfoCaptions::*value) {
     const ValueBox added{value, &preview, [&box] { return TextOf(box); },
-                         [&box](const QString& text) { SetText(box, text); }};
+                         [&box](const std::string& text) { SetText(box, text); }};
     boxes_.push_back(added);
     connect(&box, &Box::textChanged, this, [this, added] { ShowPreview(added); });
 }
@@ -168,11 +173,7 @@ void frmEditModInfo::cmdMakeFile_Click() {
     }
     FileSystem& files = main_.GetServices().files;
     const std::string folder = Join(ModsFolder(main_.ProgramDirectory), mod.text);
-    ModInfoResult result = WriteModInfo(files, folder, texts);
-    if (result.outcome == ModInfoOutcome::CutValue) {
-        if (!MayLose(result.cutFields)) return;
-        result = WriteModInfo(files, folder, texts, CutValues::Lose);
-    }
+    const ModInfoResult result = WriteModInfo(files, folder, texts);
     if (result.outcome != ModInfoOutcome::Written) {
         main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt is as it was")));
         Report(result);
@@ -186,14 +187,26 @@ void frmEditModInfo::cmdMakeFile_Click() {
 }
 
 void frmEditModInfo::Report(const ModInfoResult& result) {
+    QStringList fields;
+    for (const std::string_view field : result.fields)
+        fields += ToQString(field);
     QString text;
     switch (result.outcome) {
     case ModInfoOutcome::Written:
-    case ModInfoOutcome::CutValue:
         return;
     case ModInfoOutcome::Unencodable:
         text = QStringLiteral("ModInfo.txt was not written, because it cannot hold this character: ") +
                ToQString(result.character);
+        break;
+    case ModInfoOutcome::TooLong:
+        text = QStringLiteral("ModInfo.txt was not written, because this is too long to be shown whole: ") +
+               fields.join(QStringLiteral(", "));
+        break;
+    case ModInfoOutcome::OldTooLong:
+        text =
+            QStringLiteral("ModInfo.txt was not written over, because it holds more text than can be shown "
+                           "here. What is not shown of this would be lost: ") +
+            fields.join(QStringLiteral(", "));
         break;
     case ModInfoOutcome::Failed:
         text = QStringLiteral("ModInfo.txt could not be written.\n\n") + Reason(result.error);
@@ -202,33 +215,22 @@ void frmEditModInfo::Report(const ModInfoResult& result) {
     ShowError(this, text);
 }
 
-bool frmEditModInfo::MayLose(const std::vector<std::string_view>& cutFields) {
-    QStringList names;
-    for (const std::string_view field : cutFields)
-        names += ToQString(field);
-    return Confirmed(this,
-                     QStringLiteral("The mod's ModInfo.txt holds more text than can be shown here. What is "
-                                    "not shown of this will be lost: ") +
-                         names.join(QStringLiteral(", ")) + QStringLiteral("\n\nReplace the file?"),
-                     QStringLiteral("Make file?"), QMessageBox::Warning);
-}
-
 ModInfoCaptions frmEditModInfo::Texts() const {
     ModInfoCaptions texts;
     for (const ValueBox& box : boxes_)
-        texts.*box.value = FromQString(box.text());
+        texts.*box.value = box.text();
     return texts;
 }
 
 void frmEditModInfo::FillBoxes(const ModInfoCaptions& captions) {
     for (const ValueBox& box : boxes_)
-        box.setText(ToQString(captions.*box.value));
+        box.setText(captions.*box.value);
     filled_ = Texts();
 }
 
 void frmEditModInfo::ShowPreview(const ValueBox& box) {
-    const QString text = box.text();
-    box.preview->setText(IsBlank(text) ? ToQString(panel_.ShownCaptions().*box.value) : text);
+    const std::string text = box.text();
+    box.preview->setText(ToQString(IsBlank(text) ? panel_.ShownCaptions().*box.value : text));
 }
 
 void frmEditModInfo::ShowPreviews() {

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 class QLabel;
@@ -41,8 +40,8 @@ private:
         std::string ModInfoCaptions::*value;
         QLabel* preview;
         /// Line ends as the file gets them.
-        std::function<QString()> text;
-        std::function<void(const QString&)> setText;
+        std::function<std::string()> text;
+        std::function<void(const std::string&)> setText;
     };
 
     template <typename Box>
@@ -68,8 +67,6 @@ private:
     void FillBoxes(const ModInfoCaptions& captions);
     void ShowPreview(const ValueBox& box);
     void ShowPreviews();
-    /// Asks whether the values that were too long to be shown may go.
-    bool MayLose(const std::vector<std::string_view>& cutFields);
     void Report(const ModInfoResult& result);
 
     LibraryHost& main_;

@@ -1,6 +1,7 @@
 #include "modinfo/window/frmTechTree.h"
 
 #include "common/window/QtText.h"
+#include "common/window/RowClicks.h"
 #include "library/window/LibraryHost.h"
 #include "modinfo/TechTrees.h"
 #include "ui_frmTechTree.h"
@@ -24,7 +25,7 @@ QString Lines(const std::vector<std::string_view>& names) {
 frmTechTree::frmTechTree(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmTechTree>()) {
     ui_->setupUi(this);
-    connect(ui_->lstMods, &QListWidget::itemSelectionChanged, this, &frmTechTree::lstMods_Click);
+    ConnectRowClicks(*ui_->lstMods, [this] { lstMods_Click(); });
 }
 
 frmTechTree::~frmTechTree() = default;

@@ -14,10 +14,8 @@
 #include <system_error>
 #include <vector>
 
-class QContextMenuEvent;
 class QKeyEvent;
 class QLabel;
-class QMouseEvent;
 class QTreeWidgetItem;
 
 namespace quillbay {
@@ -42,11 +40,6 @@ public:
     std::string SelectedNodePath; ///< its texts from the root down, joined by backslashes; empty at first
     std::string ClipPath;         ///< the file that was copied last; empty at first
     std::string ClipName;
-    bool FullWindow = false; ///< the picture fills the window
-    int DragStartX = 0;      ///< twips inside the picture, where a button went down on it
-    int DragStartY = 0;
-    bool Dragged = false; ///< the click that ends the drag does not switch the mode
-    bool Moved = false;   ///< the release puts the picture back inside the bounds
     std::array<QString, kUnitKeys.size()>
         SavedTooltips; ///< of the statistics, while the picture fills the window
 
@@ -66,8 +59,8 @@ private:
     void BuildModTree();
     /// Follows a rebuild of the main list.
     void FollowMainList();
-    /// Reads the tree anew; expanded nodes and the scroll position stay, the selection only if wanted. False
-    /// when no node is selected now.
+    /// Reads the tree anew, and shows it when it has changed; expanded nodes and the scroll position stay,
+    /// the selection only if wanted. False when no node is selected now.
     bool FillTree(bool keepSelection);
     QSet<QString> ExpandedNodes() const;
     const TreeFolder& FolderOf(QTreeWidgetItem& node) const;
@@ -89,6 +82,7 @@ private:
     // File commands
     void lstFiles_DblClick();
     void lstFiles_MouseDown(Qt::MouseButton button, QPoint globalPosition);
+    /// Into a folder that is shown.
     bool CanPaste() const;
     void menuLstFilesRightCopy_Click();
     void menuLstFilesRightPaste_Click();
@@ -97,16 +91,8 @@ private:
     // The picture
     void HidePicture();
     void PreviewPicture(const std::string& file);
-    bool PictureEvent(QEvent& event);
-    void picImages_MouseDown(const QMouseEvent& event);
-    void picImages_MouseMove(const QMouseEvent& event);
-    void picImages_MouseUp(const QMouseEvent& event);
-    void picImages_Click();
-    void ShowFullWindow();
-    void ShowNormalWindow();
-    void PlacePictureBox();
-    void menuPicRightCopy_Click();
-    void menuPicRightCenter_Click();
+    /// The picture fills the window now, or no longer does.
+    void FollowPicture(bool fillsWindow);
 
     LibraryHost& main_;
     std::unique_ptr<Ui::frmAnalyzer> ui_;
@@ -114,7 +100,6 @@ private:
     TreeFolder tree_;
     std::vector<std::string> selectedFolders_; ///< of the node that was clicked last
     bool nodeShown_ = false;                   ///< the list shows that node's folder
-    bool nodeJustClicked_ = false;             ///< the event that goes on now has shown the node already
     std::vector<ListedFile> listed_;           ///< the rows of the list
 };
 

@@ -35,6 +35,14 @@ constexpr auto kCheckBoxes = std::to_array<QCheckBox * Ui::frmOdfChecker::*>({
 });
 static_assert(kCheckBoxes.size() == kOdfChecks.size(), "one box for each check");
 
+constexpr char kPrompt[] = "Select an odf folder and then click\non the start button to begin the check";
+constexpr char kWait[] = "Please wait while Quillbay checks the odfs\n"
+                         "in the folder you have selected.\n"
+                         "\n"
+                         "You can pause the process, but don't rename,\n"
+                         " move, or delete any files in the odf directory while\n"
+                         "you are still checking the files.";
+
 QString FileName(const OdfError& error) { return ToQString(LastComponent(error.path)); }
 
 } // namespace
@@ -69,6 +77,7 @@ void frmOdfChecker::Form_Load() {
 }
 
 void frmOdfChecker::Form_OpenedAgain() {
+    closeRequested_ = false;
     if (state_ == State::Idle) ShowGameFolder();
 }
 
@@ -176,12 +185,12 @@ void frmOdfChecker::StopAtError() {
 void frmOdfChecker::ShowOdfError(const OdfError& error) {
     ShowState(State::Stopped);
     const bool isShown = ShowOdf(error);
-    if (isShown) shown_ = ShownOdf{ui_->txtOdf->RawText(), error.bytes};
+    if (isShown) shown_ = ShownOdf{ui_->txtOdf->Text(), error.bytes};
     ui_->txtOdf->setReadOnly(!isShown);
     if (!isShown) {
         ui_->txtOdf->setPlainText(
-            QStringLiteral("This file is larger than 4 MB, or holds bytes that this box "
-                           "would change. The error is in line %1.\n"
+            QStringLiteral("This file is larger than 4 MB, has a line of more than 256 KB, or holds bytes "
+                           "that this box would change. The error is in line %1.\n"
                            "Repair it in another program and then click on Continue.")
                 .arg(error.line + 1));
     }
@@ -191,20 +200,20 @@ void frmOdfChecker::ShowOdfError(const OdfError& error) {
 }
 
 bool frmOdfChecker::ShowOdf(const OdfError& error) {
-    if (error.bytes.size() > kLargestShownOdf) return false;
-    ui_->txtOdf->setPlainText(ToQString(OdfBytesToText(error.bytes)));
-    if (!KeepsEveryByte(error.bytes, FromQString(ui_->txtOdf->RawText()))) return false;
-    ui_->txtOdf->SelectFirst(ToQString(OdfLineToText(error.cutText)), error.line);
+    if (IsTooLargeToShow(error.bytes)) return false;
+    ui_->txtOdf->SetText(DecodeSystemText(error.bytes));
+    // The rare byte sequences that a code page decodes like others would come back as those.
+    if (ui_->txtOdf->FileBytes().bytes != WithLineEnds(error.bytes)) return false;
+    ui_->txtOdf->SelectFirst(error.cutText, error.line);
     return true;
 }
 
-bool frmOdfChecker::IsEdited() const { return shown_ && ui_->txtOdf->RawText() != shown_->text; }
+bool frmOdfChecker::IsEdited() const { return shown_ && ui_->txtOdf->Text() != shown_->text; }
 
 bool frmOdfChecker::SaveText() {
     if (!IsEdited()) return true;
     const OdfError& error = *run_->Error();
-    const QString text = ui_->txtOdf->RawText();
-    EncodedText encoded = OdfTextToBytes(FromQString(text));
+    EncodedText encoded = ui_->txtOdf->FileBytes();
     if (encoded.unencodable) {
         ShowError(this, FileName(error) + QStringLiteral(" was not saved: the character '") +
                             ToQString(*encoded.unencodable) +
@@ -226,7 +235,7 @@ bool frmOdfChecker::SaveText() {
                   FileName(error) + QStringLiteral(" was not saved, and is as it was: ") + Reason(failure));
         return false;
     }
-    shown_ = ShownOdf{text, std::move(encoded.bytes)};
+    shown_ = ShownOdf{ui_->txtOdf->Text(), std::move(encoded.bytes)};
     main_.ShowOutcome(OutcomeText(FileName(error) + QStringLiteral(" is saved")).Note(ToQString(error.path)));
     return true;
 }
@@ -250,6 +259,50 @@ void frmOdfChecker::closeEvent(QCloseEvent* event) {
     const QPointer<frmOdfChecker> self = this;
     EffectWindow::closeEvent(event);
     if (self && IsClosing() && run_) EndRun();
+}
+
+void frmOdfChecker::ShowState(State state) {
+    state_ = state;
+    pauseRequested_ = false;
+    const bool idle = state == State::Idle;
+    for (QWidget* control : std::initializer_list<QWidget*>{ui_->cboHelp, ui_->lblHelp, ui_->lblInfo1})
+        control->setVisible(idle);
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{ui_->pgbProgress, ui_->cmdPause, ui_->cmdContinue, ui_->cmdIgnore,
+                                         ui_->lblErrorType, ui_->lblStatus})
+        control->setVisible(!idle);
+    ui_->dirDirectory->setEnabled(idle);
+    ui_->cmdStart->setEnabled(idle);
+    ui_->cmdPause->setEnabled(state == State::Running);
+    ui_->cmdContinue->setEnabled(state != State::Running);
+    ui_->cmdIgnore->setEnabled(idle || state == State::Stopped);
+    ui_->txtOdf->setEnabled(idle || state == State::Stopped);
+    shown_.reset();
+    if (idle) {
+        ui_->txtOdf->setReadOnly(false);
+        ui_->txtOdf->setPlainText(QLatin1String(kPrompt));
+    }
+    if (idle || state == State::Running) ui_->lblErrorType->clear();
+    if (state == State::Paused) {
+        ShowProgress();
+        ui_->cmdContinue->setFocus();
+    }
+}
+
+void frmOdfChecker::ShowRunning() {
+    ShowState(State::Running);
+    ui_->cmdPause->setFocus();
+    ui_->txtOdf->setPlainText(QLatin1String(kWait));
+    if (run_) return;
+    ui_->lblStatus->clear();
+    ui_->pgbProgress->setValue(0);
+}
+
+void frmOdfChecker::ShowProgress() {
+    const std::size_t files = run_->ShownFiles();
+    const std::size_t total = run_->TotalFiles();
+    ui_->pgbProgress->setValue(total == 0 ? 0 : static_cast<int>(files * 100 / total));
+    ui_->lblStatus->setText(QStringLiteral(" %1\n %2").arg(files).arg(total));
 }
 
 void frmOdfChecker::cboHelp_Click(int topic) {

@@ -39,7 +39,7 @@ private:
     enum class State { Idle, Running, Stopped, Paused };
     /// A file in the text box, as it was when it was shown or saved last.
     struct ShownOdf {
-        QString text;
+        std::string text;
         std::string bytes;
     };
 
@@ -71,7 +71,7 @@ private:
     /// True when nothing was edited, or it is written; otherwise a box said why it is not.
     bool SaveText();
 
-    // frmOdfCheckerLayout.cpp
+    // What is shown in each state
     void ShowState(State state);
     void ShowRunning();
     void ShowProgress();

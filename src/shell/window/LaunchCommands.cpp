@@ -1,6 +1,5 @@
 #include "shell/window/LaunchCommands.h"
 
-#include "common/window/AskText.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"

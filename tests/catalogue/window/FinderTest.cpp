@@ -114,24 +114,27 @@ TEST_F(FinderWindow, HasThreeLayouts) {
 TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
     Open();
     ChangeGame();
-    // A click counts at once, but the end of the scan lists everything. An Enter key that is still held down
-    // does not cancel it.
+    // At every moment of a scan, too. An Enter key that is still held down does not cancel it.
     ScanAnd([&] {
         QTest::keyClick(finder_->focusWidget(), Qt::Key_Return);
         Click("chkNew");
         EXPECT_EQ(Listed(), QStringList());
     });
-    EXPECT_EQ(Listed(), new_ + modified_);
+    EXPECT_EQ(Listed(), modified_);
+    Click("chkModified");
+    Scan();
+    EXPECT_EQ(Listed(), QStringList());
+    ScanAnd([&] { Click("chkNew"); }, true);
+    EXPECT_EQ(Listed(), new_);
     Uncheck(0);
     Click("chkModified");
-    EXPECT_EQ(Listed(), QStringList());
-    Click("chkNew");
-    EXPECT_EQ(Listed(), new_);
+    EXPECT_EQ(Listed(), new_ + modified_);
+    Click("chkModified");
 
     for (int file = 0; file < 300; ++file)
         Write(QStringLiteral("game/odf/%1.new").arg(file), "");
     Scan();
-    EXPECT_EQ(list_->count(), 304);
+    EXPECT_EQ(list_->count(), 302);
     list_->verticalScrollBar()->setValue(200);
     const QString top = list_->itemAt(5, 5)->text();
     Click("chkModified");
@@ -228,7 +231,10 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     list_->item(3)->setCheckState(Qt::Checked);
     QFile::remove(Path("game/AdmiralsLog/new.odf"));
     test::AnswerBoxes boxes;
-    Click("cmdMove");
+    In<QWidget>("cmdMove").setFocus();
+    QTest::keyClick(finder_->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Control<QLabel>("lblOutcome").text(),
+              "Find Modified/New files: 1 file moved, 1 not moved, 1 kept because the destination has them.");
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.startsWith("1 file was not moved:\n\nAdmiralsLog\\new.odf\n"));
     EXPECT_TRUE(Exists("target/odf/new.odf") && !Exists("game/odf/new.odf") && Exists("game/odf/c.odf"));

@@ -88,6 +88,10 @@ TEST_F(ModFiles, TechTreesAreFoundInAnyLetterCaseAndOfTheRightAddon) {
         EXPECT_EQ(unavailable.text().count('\n'), 6 - available.count('\n')) << row;
         list.setCurrentRow(++row);
     }
+    list.setCurrentRow(3);
+    ASSERT_TRUE(QFile::remove(Path("program/mods/B/Addon/Same/techtree/fulltech.tt")));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(3)).center());
+    EXPECT_EQ(Control<QLabel>(opened, "lblAvailableList").text(), "") << "a click on the row looks again";
 }
 
 } // namespace

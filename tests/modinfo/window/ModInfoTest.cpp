@@ -1,6 +1,7 @@
 #include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
+#include <QtTest>
 #include <QtWidgets>
 
 namespace quillbay::test {
@@ -151,13 +152,20 @@ TEST_F(ModInfoWindows, TheEditorPreviewsWhatIsTypedOrThePanelAndFollowsTheListWi
 TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrKeepsTheText) {
     OpenEditor({"Alpha/Addon/Maps", "Bravo/Addon/Maps"});
     Author().setText("Tom");
-    Control<QPlainTextEdit>(*editor, "txtDescription").setPlainText("one\ntwo\u00A0\u20AC");
+    // A break from elsewhere is a line end in every box.
+    QApplication::clipboard()->setText("two\u2028three");
+    auto& description = Control<QPlainTextEdit>(*editor, "txtDescription");
+    description.setPlainText("one\u00A0\u20AC");
+    description.moveCursor(QTextCursor::End);
+    QTest::keyClick(&description, Qt::Key_Return, Qt::ShiftModifier);
+    description.paste();
+    QTest::keyClick(&Control<QWidget>(*editor, "txtVersion"), Qt::Key_V, Qt::ControlModifier);
     Choose("Bravo\\Addon\\Maps");
     EXPECT_EQ(Mods().row(Mods().selectedItems().value(0)), 3);
 
     const QString file = "program/mods/Bravo/Addon/Maps/ModInfo.txt";
-    const QByteArray bytes = "Author: Tom\r\n\r\nDescription: one\r\ntwo\xA0\x80\r\n\r\nVersion: \r\n\r\n"
-                             "Other Heading: \r\n\r\nOther: \r\n";
+    const QByteArray bytes = "Author: Tom\r\n\r\nDescription: one\xA0\x80\r\ntwo\r\nthree\r\n\r\n"
+                             "Version: two\r\nthree\r\n\r\nOther Heading: \r\n\r\nOther: \r\n";
     AnswerBoxes boxes;
     boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     boxes.Then(QMessageBox::Yes, [&](QMessageBox&) { QDir(Path("program/mods/Bravo")).removeRecursively(); });
@@ -166,7 +174,7 @@ TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrK
     Make();
     EXPECT_EQ(boxes.Seen().back().text, "Are you sure you want to make the file?");
     EXPECT_EQ(Read(file), bytes);
-    EXPECT_EQ(Preview("lblModsDescription"), "one") << "as it is read";
+    EXPECT_EQ(Preview("lblModsDescription"), "one\u00A0\u20AC") << "as it is read";
     const QString foreign = QString::fromUtf8("\xD0\x96");
     for (const auto& [text, kept] : {std::pair(foreign, bytes), {"the mod goes", "(none)"}}) {
         Author().setText(text);
@@ -178,7 +186,7 @@ TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrK
     }
 }
 
-TEST_F(ModInfoWindows, TheEditorKeepsEveryByteAndLosesALongTextOnlyAfterAQuestion) {
+TEST_F(ModInfoWindows, TheEditorKeepsEveryByteAndRefusesWhatIsTooLongToBeShown) {
     const QString file = "program/mods/Alpha/ModInfo.txt";
     QByteArray all;
     for (int code = 0; code < 256; ++code)
@@ -192,12 +200,23 @@ TEST_F(ModInfoWindows, TheEditorKeepsEveryByteAndLosesALongTextOnlyAfterAQuestio
     auto& version = Control<QLineEdit>(*editor, "txtVersion");
     version.setText("typed");
     AnswerBoxes boxes;
-    boxes.Then(QMessageBox::Yes).Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes);
-    Make();
-    EXPECT_EQ(Read(file), old);
-    EXPECT_EQ(version.text(), "typed");
-    EXPECT_TRUE(boxes.Seen().back().text.contains("lost: Other\n"));
-    Make();
+    for (const char* field : {"lost: Other", "whole: Version", ""}) {
+        if (*field == 'w') {
+            Write(file, kept);
+            version.setText(QString(10'001, 'x'));
+        } else if (!*field) {
+            version.setText("typed");
+        }
+        const QString typed = version.text();
+        boxes.Then(QMessageBox::Yes);
+        if (*field) boxes.Then(QMessageBox::Ok);
+        Make();
+        EXPECT_EQ(version.text(), typed);
+        if (*field) {
+            EXPECT_EQ(Read(file), *field == 'l' ? old : kept);
+            EXPECT_TRUE(boxes.Seen().back().text.endsWith(field)) << field;
+        }
+    }
     EXPECT_TRUE(Read(file).startsWith(kept + "Version: typed\r\n"));
 }
 

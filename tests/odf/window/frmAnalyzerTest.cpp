@@ -106,7 +106,10 @@ TEST_F(Analyzer, TheTreeFollowsTheMainList) {
     EXPECT_TRUE(Node("Aardvark") && Node("Beta/odf")->isExpanded() && !Node("Alpha/odf")->isExpanded());
     MakeFolder("program/mods/Alpha/Logs");
     Control<QPushButton>("cmdRefresh").click();
-    EXPECT_TRUE(Node("Alpha/logs")) << "also when the mods are the same";
+    const QTreeWidgetItem* node = Node("Alpha/logs");
+    EXPECT_TRUE(node) << "also when the mods are the same";
+    Control<QPushButton>("cmdRefresh").click();
+    EXPECT_EQ(Node("Alpha/logs"), node) << "nothing has changed";
     EXPECT_EQ(tree->selectedItems(), QList{Node("Beta/odf/ships")});
     EXPECT_EQ(Files(), QStringList{"beta.odf *"});
 
@@ -195,6 +198,13 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     EXPECT_EQ(Menu(), "&Open &Remove &Copy &Paste-") << "only the other spelling is there";
     Press('V');
     EXPECT_EQ(boxes.Seen().size(), 1U);
+
+    ClickFile("Sound.wav");
+    Press('C');
+    ClickNode("Beta");
+    Item("menuModAnalyzeMod").trigger();
+    Press('V');
+    EXPECT_FALSE(Exists("program/mods/Beta/Sound.wav")) << "no folder is shown";
 }
 
 TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
