@@ -91,6 +91,48 @@ TEST_F(PosixInstallTest, NamesThatAreNotUtf8AndNamesWithSeparatorsDoNoHarm) {
     EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
+TEST_F(PosixInstallTest, WhatLeadsFromModToGameOrBackIsRefused) {
+    const struct {
+        const char* link;   ///< made in the place of what is there
+        const char* target; ///< what it leads to
+        Refusal refusal;
+    } kWays[] = {
+        {"mods/M", "game", Refusal::LeadsIntoGame},
+        {"mods/M", "game/odf", Refusal::LeadsIntoGame},
+        {"mods/M/odf", "game/odf", Refusal::LeadsIntoGame},
+        {"mods/M/a.txt", "game/a.txt", Refusal::LeadsIntoGame},
+        {"game/odf", "mods/M/odf", Refusal::LeadsIntoGame},
+        {"game/a.txt", "mods/M/a.txt", Refusal::LeadsIntoGame},
+        {"mods/M/Backup", "elsewhere", Refusal::BackupIsLink},
+        {"mods/M/odf", "elsewhere", Refusal::None},
+    };
+    for (const auto& [link, target, refusal] : kWays) {
+        SCOPED_TRACE(std::string(link) + " to " + target);
+        for (const char* folder : {"game", "mods", "elsewhere"})
+            lab.Remove(folder);
+        lab.Make({"game/a.txt", "game/odf/b.odf", "mods/M/a.txt", "mods/M/odf/b.odf", "elsewhere/c.odf"});
+        lab.Remove(link);
+        Link(lab.Native(target), link);
+        const auto before = lab.State("");
+        EXPECT_EQ(lab.Install("M").refusal, refusal);
+        EXPECT_EQ(lab.Uninstall("M").refusal, refusal);
+        if (refusal != Refusal::None) {
+            EXPECT_EQ(Differences(before, lab.State("")), "");
+        }
+    }
+}
+
+TEST_F(PosixInstallTest, AnotherNameOfTheModsFileIsNotItsInstalledCopy) {
+    lab.Make({"mods/M/odf/a.odf", "mods/M/b.txt"});
+    lab.Install("M");
+    fs::remove(lab.Native("game/odf/a.odf"));
+    fs::create_hard_link(lab.Native("mods/M/odf/a.odf"), lab.Native("game/odf/a.odf"));
+    const auto result = lab.Uninstall("M");
+    EXPECT_EQ(result.deleted, 1u);
+    EXPECT_EQ(result.notOurs.size(), 1u);
+    EXPECT_EQ(lab.Read("game"), (Contents{{"odf/a.odf", "mods/M/odf/a.odf"}}));
+}
+
 class PosixLibraryTest : public DiskTest {};
 
 TEST_F(PosixLibraryTest, TheExactSpellingWins) {

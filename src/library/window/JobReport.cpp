@@ -178,7 +178,7 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
         .Count(result.saved, QStringLiteral("of the game's saved"))
         .Phrase(OfOthers(result.replaced), QStringLiteral(" replaced"))
         .Count(back.restored + back.deleted, QStringLiteral("of its former version given back"))
-        .Files(PlacesOf(result.kept), QStringLiteral("had changed and were kept"))
+        .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
         .Files(result.notSaved, QStringLiteral("skipped because the game's could not be saved"))
         .Files(result.notCopied, QStringLiteral("could not be copied"))
         .Files(back.notRestored, QStringLiteral("of its former version could not be given back"))
@@ -192,7 +192,7 @@ OutcomeText Describe(const UninstallResult& result, const QString& name) {
         name + (stays ? QStringLiteral(" still counts as installed") : QStringLiteral(" is uninstalled")));
     text.Count(result.deleted, QStringLiteral("removed"))
         .Count(result.restored, QStringLiteral("restored"))
-        .Files(PlacesOf(result.kept), QStringLiteral("had changed and were kept"))
+        .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
         .Files(result.notOurs, QStringLiteral("kept because they are not the mod's"))
         .Files(result.notDeleted, QStringLiteral("could not be removed"))
         .Files(result.notRestored, QStringLiteral("could not be restored"))

@@ -24,6 +24,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontInfo>
+#include <QTimer>
 
 #include <algorithm>
 #include <functional>

@@ -2,7 +2,9 @@
 #include "support/SelectorFixtureWindow.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
@@ -163,6 +165,45 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
         Respell("program/mods/bravo", "program/mods/Bravo");
         Tick();
     }
+}
+
+TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) {
+    const auto& outcome = Control<QLabel>("lblOutcome");
+    const auto informative = [this] { return boxes.Seen().back().informative; };
+    const auto run = [&](int row, const char* job, int questions) {
+        Mods().setCurrentRow(row);
+        for (; questions > 0; --questions)
+            boxes.Then(kYes);
+        Run(job);
+    };
+    Write("program/mods/Bravo/odf/ships/a.odf", "of another size");
+    run(0, "Install", 1);
+    EXPECT_EQ(informative(), "3 files: 1 replaces the game's.");
+    run(2, "Install", 1);
+    EXPECT_EQ(informative(), "1 file: 1 Alpha's.");
+    run(0, "Uninstall", 0);
+    EXPECT_EQ(informative(), "2 of 3 files are as installed, 1 was replaced by Bravo.");
+    run(0, "Install", 2);
+    EXPECT_EQ(boxes.Seen()[boxes.Seen().size() - 2].informative, "3 files: 1 Bravo's, 2 are there already.");
+    EXPECT_EQ(outcome.text(), "Alpha is installed: 3 files copied, 1 of Bravo's replaced.");
+
+    Write("game/odf/ships/a.odf", "patched");
+    QDir(Path("game/odf/ships")).remove("new.odf");
+    QWidget& list = OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods");
+    auto& rows = Control<QListWidget>(list, "lstCurrentMods");
+    QHelpEvent hover(QEvent::ToolTip, rows.visualItemRect(rows.item(0)).center(), QPoint());
+    QApplication::sendEvent(rows.viewport(), &hover);
+    EXPECT_TRUE(rows.item(0)->toolTip().contains("1 of 3 files are in place, 1 changed, 1 missing."))
+        << rows.item(0)->toolTip().toStdString();
+
+    window->raise();
+    run(0, "Uninstall", 1);
+    EXPECT_EQ(
+        informative(),
+        "1 of 3 files are as installed, 1 was changed since and will be kept in Changed, 1 is missing.");
+    EXPECT_EQ(outcome.text(), "Alpha is uninstalled: 1 file removed, 1 restored, 1 kept in Changed.");
+    EXPECT_TRUE(outcome.toolTip().contains("Changed"));
+    ExpectShip("game");
 }
 
 } // namespace
