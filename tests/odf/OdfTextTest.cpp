@@ -5,7 +5,6 @@
 #include "support/FaultyFileSystem.h"
 
 #include <random>
-#include <regex>
 
 namespace quillbay {
 namespace {
@@ -46,11 +45,7 @@ TEST(OdfText, EachCheckFailsForItsOwnLinesOnly) {
     }
 }
 
-TEST(OdfText, EveryByteSurvivesButLineEnds) {
-    const std::string line(256 * 1024, 'x');
-    EXPECT_FALSE(IsTooLargeToShow(line + "\r" + line));
-    EXPECT_TRUE(IsTooLargeToShow(line + "\nx"));
-
+TEST(OdfText, AFailedCheckNamesAPartOfAnyText) {
     const std::string_view pieces[] = {"\r", "\n", "\r\n", "//", " = ", "\"", "race", "#include \"", " "};
     std::mt19937 random(20'260'108);
     for (int round = 0; round < 3'000; ++round) {
@@ -59,19 +54,19 @@ TEST(OdfText, EveryByteSurvivesButLineEnds) {
             bytes += pieces[random() % std::size(pieces)];
             bytes += static_cast<char>(random());
         }
-        std::string expected = std::regex_replace(bytes, std::regex("\r\n?"), "\r\n");
-        if (!expected.ends_with("\r\n")) expected += "\r\n";
-        ASSERT_EQ(WithLineEnds(bytes), bytes.empty() ? bytes : expected);
         const auto failed = CheckOdfText(bytes, OdfCheckSet().set(), {});
         EXPECT_TRUE(!failed || bytes.find(failed->cutText) != std::string::npos) << bytes;
     }
 }
 
-TEST(OdfText, CommentLinesAndBlankLinesOnlyAreRemoved) {
+TEST(OdfText, OnlyCommentLinesAndBlankLinesAreRemovedAndOnlyShortLinesShown) {
     EXPECT_EQ(RemoveUnusedLines("// a\r\nb // c\r   \r\n //d\r\t\r\n\r\ne"), "b // c\r\n //d\r\n\t\r\ne\r\n");
     EXPECT_EQ(RemoveUnusedLines("// a\r\n  \r\n"), "");
     EXPECT_EQ(RemoveUnusedLines("a\rb"), std::nullopt);
     EXPECT_EQ(RemoveUnusedLines("// a\nrace = \"x\"\r\n"), std::nullopt);
+    const std::string line(256 * 1024, 'x');
+    EXPECT_FALSE(IsTooLargeToShow(line + "\r" + line));
+    EXPECT_TRUE(IsTooLargeToShow(line + "\nx"));
 }
 
 class ReplaceOdfTest : public test::DiskTest {};

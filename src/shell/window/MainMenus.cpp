@@ -1,6 +1,7 @@
 #include "shell/window/MainMenus.h"
 
 #include "common/window/AppSettings.h"
+#include "common/window/OutcomeText.h"
 #include "library/window/LibraryHost.h"
 #include "shell/ManagerItems.h"
 #include "ui_frmSelector.h"
@@ -36,12 +37,22 @@ const std::array kSeparators{
 using Item = QAction* Ui::frmSelector::*;
 
 /// What depends on the disk.
-constexpr std::array<std::pair<Item, bool ManagerItems::*>, 4> kDiskItems{{
-    {&Ui::frmSelector::menuManagerLaunchT2, &ManagerItems::launchGame},
-    {&Ui::frmSelector::menuManagerInstallMapEditor, &ManagerItems::installMapEditor},
-    {&Ui::frmSelector::menuManagerLaunchMapEditor, &ManagerItems::launchMapEditor},
-    {&Ui::frmSelector::menuManagerFindModifiedFiles, &ManagerItems::openFinder},
-}};
+struct DiskItem {
+    Item item;
+    bool ManagerItems::*isEnabled;
+    const char* whyNot; ///< a sentence without its final point
+};
+
+constexpr std::array kDiskItems{
+    DiskItem{&Ui::frmSelector::menuManagerLaunchT2, &ManagerItems::launchGame,
+             "There is no Tempest2.exe in the Tempest II directory"},
+    DiskItem{&Ui::frmSelector::menuManagerInstallMapEditor, &ManagerItems::installMapEditor,
+             "The map editor is installed already"},
+    DiskItem{&Ui::frmSelector::menuManagerLaunchMapEditor, &ManagerItems::launchMapEditor,
+             "The map editor is not installed"},
+    DiskItem{&Ui::frmSelector::menuManagerFindModifiedFiles, &ManagerItems::openFinder,
+             "There is no FileList.txt. Recompile definition file makes it"},
+};
 
 /// What holds and stores a switch.
 constexpr std::array<std::pair<Item, const Preference*>, 4> kSwitches{{
@@ -77,24 +88,27 @@ void MainMenus::NameSeparators() {
 
 void MainMenus::Connect(QAction& item, const std::function<void()>& command) {
     QObject::connect(&item, &QAction::triggered, &item, [this, &item, command] {
-        if (IsEnabledNow(item)) command();
+        if (MayRun(item)) command();
     });
 }
 
 void MainMenus::menuSelector_Click() {
     const ManagerItems items =
         FindManagerItems(main_.GetServices().files, main_.GameDirectory, main_.ProgramDirectory);
-    for (const auto& [item, isEnabled] : kDiskItems)
-        (controls_.*item)->setEnabled(items.*isEnabled);
+    for (const DiskItem& known : kDiskItems)
+        (controls_.*known.item)->setEnabled(items.*known.isEnabled);
 }
 
-bool MainMenus::IsEnabledNow(const QAction& item) const {
-    if (item.shortcut().isEmpty()) return true; // chosen in the menu, which has just asked the disk
-    const auto found =
-        std::ranges::find_if(kDiskItems, [&](const auto& known) { return controls_.*known.first == &item; });
-    return found == kDiskItems.end() ||
-           FindManagerItems(main_.GetServices().files, main_.GameDirectory, main_.ProgramDirectory).*
-               found->second;
+bool MainMenus::MayRun(const QAction& item) {
+    const auto found = std::ranges::find_if(
+        kDiskItems, [&](const DiskItem& known) { return controls_.*known.item == &item; });
+    // What has no shortcut was chosen in the menu, which has just asked the disk.
+    if (found == kDiskItems.end() || item.shortcut().isEmpty()) return true;
+    const ManagerItems items =
+        FindManagerItems(main_.GetServices().files, main_.GameDirectory, main_.ProgramDirectory);
+    if (items.*found->isEnabled) return true;
+    main_.ShowOutcome(OutcomeText(QLatin1String(found->whyNot)));
+    return false;
 }
 
 void MainMenus::ReadSwitches(const AppSettings& settings) {

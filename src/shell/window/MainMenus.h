@@ -19,7 +19,8 @@ class MainMenus {
 public:
     MainMenus(LibraryHost& main, Ui::frmSelector& controls);
 
-    /// Runs the command whenever the item is chosen and the disk allows it.
+    /// Runs the command whenever the item is chosen and the disk allows it; says why not at the main window's
+    /// foot.
     void Connect(QAction& item, const std::function<void()>& command);
     void ReadSwitches(const AppSettings& settings);
     /// The Manager, Mod and Help menus, with their shortcuts.
@@ -28,8 +29,9 @@ public:
 private:
     void NameSeparators();
     void menuSelector_Click();
-    /// What the enabled state of a menu item would be if its menu opened now, which a shortcut does not do.
-    bool IsEnabledNow(const QAction& item) const;
+    /// Whether the item would be enabled if its menu opened now, which a shortcut does not do; tells the user
+    /// if not.
+    bool MayRun(const QAction& item);
 
     LibraryHost& main_;
     Ui::frmSelector& controls_;

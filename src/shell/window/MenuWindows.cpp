@@ -12,6 +12,7 @@
 #include "modinfo/window/frmTechTree.h"
 #include "odf/window/frmAnalyzer.h"
 #include "odf/window/frmOdfChecker.h"
+#include "shell/window/MainMenus.h"
 #include "shell/window/frmSelector.h"
 #include "ui_frmSelector.h"
 
@@ -70,10 +71,11 @@ constexpr std::array kOpeners{
 
 } // namespace
 
-MenuWindows::MenuWindows(frmSelector& main, Ui::frmSelector& controls) : windows_(kOpeners.size()) {
+MenuWindows::MenuWindows(frmSelector& main, Ui::frmSelector& controls, MainMenus& menus)
+    : windows_(kOpeners.size()) {
     for (std::size_t at = 0; at < kOpeners.size(); ++at) {
         QAction* item = controls.*kOpeners[at].item;
-        QObject::connect(item, &QAction::triggered, &main, [this, at, item, &main, &controls] {
+        menus.Connect(*item, [this, at, item, &main, &controls] {
             if (!windows_[at]) windows_[at] = kOpeners[at].make(main, controls, item);
             windows_[at]->Open();
         });

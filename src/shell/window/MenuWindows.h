@@ -10,6 +10,7 @@ class frmSelector;
 }
 
 class EffectWindow;
+class MainMenus;
 class frmSelector;
 
 /// The windows that menu items of the main window open. Each is made when it is opened first and then lives
@@ -17,7 +18,7 @@ class frmSelector;
 class MenuWindows {
 public:
     /// Connects the menu items.
-    MenuWindows(frmSelector& main, Ui::frmSelector& controls);
+    MenuWindows(frmSelector& main, Ui::frmSelector& controls, MainMenus& menus);
     ~MenuWindows();
 
     /// Asks every open window whether the program may end; false when one of them must stay.

@@ -3,6 +3,7 @@
 #include "catalogue/window/RecompileCommand.h"
 #include "common/Twips.h"
 #include "common/window/AppSettings.h"
+#include "common/window/EnterKey.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
@@ -95,7 +96,7 @@ struct frmSelector::Parts {
                               .removeSubfoldersItem = *ui.menuModCurrentModRemoveSubfolders,
                               .progress = *ui.pgbPercent}),
           launching(main), chooser(main, ui.modChangeT2Directory, main.services_, main.GameDirectory),
-          windows(main, ui) {}
+          windows(main, ui, menus) {}
 
     MainMenus menus;
     DetailsPanel details;
@@ -254,6 +255,10 @@ void frmSelector::ShowPictureLayout(bool withPicture) {
     if (top != y()) move(x(), top);
     layout()->activate();
     ui_->centralWidget->layout()->activate();
+}
+
+void frmSelector::keyPressEvent(QKeyEvent* event) {
+    if (!PressFocusedButton(*this, *event)) QMainWindow::keyPressEvent(event);
 }
 
 void frmSelector::changeEvent(QEvent* event) {

@@ -60,6 +60,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Enter presses the button that has the focus.
+    void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

@@ -190,6 +190,10 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
     ASSERT_EQ(boxes.Seen().size(), 6U);
     EXPECT_EQ(boxes.Seen().back().title, "Error!");
+    ASSERT_TRUE(CloseAndWait());
+    Item("menuManagerFindModifiedFiles").trigger();
+    EXPECT_FALSE(finder_->isVisible());
+    EXPECT_TRUE(Control<QLabel>("lblOutcome").text().startsWith("There is no FileList.txt."));
 }
 
 TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
@@ -271,7 +275,9 @@ TEST_F(FinderWindow, TakesNoOriginalThatCameBackAfterTheScan) {
         test::AnswerBoxes boxes;
         boxes.Then(QMessageBox::Yes).Then(QMessageBox::Yes);
         boxes.Then(QMessageBox::Yes, [&](auto& box) { details = box.detailedText(); });
-        Control<QPushButton>("cmdInstallMod").click();
+        auto& install = Control<QPushButton>("cmdInstallMod");
+        install.setFocus();
+        QTest::keyClick(&install, Qt::Key_Return);
         Open();
         Scan();
         ASSERT_EQ(Listed(), (QStringList{R"(odf\new)", R"(odf\c.odf)"}));

@@ -9,6 +9,7 @@ namespace {
 class Accessible : public SelectorFixture {};
 
 TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
+    Write("program/FileList.txt", {});
     ASSERT_TRUE(Start());
     for (const char* item :
          {"menuManagerCheckInstalledMods", "menuManagerFileInstaller", "menuManagerFindModifiedFiles",

@@ -153,6 +153,7 @@ TEST_F(LaunchWindow, EndsOnceTheBatchFileIsWrittenWhateverTheShellSays) {
     root.rename("away", "dosdevices/g:");
     root.remove("game/Tempest2.exe");
     EXPECT_EQ(Trigger("menuManagerLaunchT2"), "") << "there is no game";
+    EXPECT_EQ(Control<QLabel>("lblOutcome").text(), "There is no Tempest2.exe in the Tempest II directory.");
 
     shell.answer = std::make_error_code(std::errc::no_such_file_or_directory);
     EXPECT_EQ(Trigger("menuManagerLaunchZeph"), "https://tempest-fleet-command.example/>");
