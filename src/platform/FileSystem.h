@@ -30,7 +30,8 @@ struct DirEntry {
     bool hidden = false;               ///< Windows: hidden or system attribute; POSIX: a leading dot
     // The rest only where it was asked for.
     bool readOnly = false;
-    std::uint64_t size = 0; ///< bytes; of what a link leads to
+    bool executable = false; ///< its owner may run it; never on Windows
+    std::uint64_t size = 0;  ///< bytes; of what a link leads to
     FileTime modified{};    ///< of what a link leads to
 
     /// What a listing of "plain files" shows: no folder, not hidden.

@@ -38,6 +38,7 @@ TEST_F(PosixFileSystemTest, ANewFileMayBeRunWhereItMayBeRead) {
         ASSERT_FALSE((*writer)->Commit());
         const mode_t mode = NativeInfo("file").st_mode;
         EXPECT_EQ(mode & 0111U, executable ? (mode & 0444U) >> 2 : 0U);
+        EXPECT_EQ(InfoOf("file").executable, executable);
         ASSERT_FALSE(disk_->RemoveFile(temp_ / "file"));
     }
 }
