@@ -43,6 +43,9 @@ public:
 
 /// Opens a zip, 7z, rar or tar (also compressed by gzip, bzip2 or xz). `files` must outlive the reader.
 Result<std::unique_ptr<ArchiveReader>> OpenArchive(const FileSystem& files, std::string_view file);
+/// OpenArchive, for those who do not link the library behind it.
+using ArchiveOpener = Result<std::unique_ptr<ArchiveReader>> (*)(const FileSystem& files,
+                                                                 std::string_view file);
 
 } // namespace quillbay
 

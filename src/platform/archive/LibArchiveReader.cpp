@@ -1,8 +1,10 @@
 #include "platform/Archive.h"
 #include "platform/PathText.h"
-#include "platform/archive/ArchiveMarks.h"
+#include "platform/archive/Crc32.h"
 #include "platform/archive/EntryName.h"
 #include "platform/archive/EntryPath.h"
+#include "platform/archive/PartOfSet.h"
+#include "platform/archive/RarScanner.h"
 
 #include <algorithm>
 #include <archive.h>
@@ -71,8 +73,8 @@ EntryKind KindOf(archive_entry* entry) {
 class LibArchiveReader : public ArchiveReader {
 public:
     LibArchiveReader(const FileSystem& files, std::string_view file, std::uint64_t size)
-        : source_{files, std::string(file), size, 0, {}, {}},
-          archive_(archive_read_new(), archive_read_free) {}
+        : source_{files, std::string(file), size, 0, {}, {}}, archive_(archive_read_new(), archive_read_free),
+          rar_(files, file) {}
 
     std::error_code Open() {
         const Utf8Names utf8;
@@ -99,6 +101,10 @@ public:
         const Utf8Names utf8;
         held_ = {};
         given_ = 0;
+        sum_ = {};
+        const auto declared = rar_.NextSum();
+        if (!declared) return declared.Error();
+        declaredSum_ = *declared;
         archive_entry* entry = nullptr;
         const int result = archive_read_next_header(archive_.get(), &entry);
         if (result == ARCHIVE_EOF) return std::optional<ArchiveEntry>();
@@ -123,29 +129,22 @@ public:
     }
 
     Result<std::string_view> Read() override {
-        const Utf8Names utf8;
         while (held_.size == 0 && held_.offset <= given_) {
-            const void* bytes = nullptr;
-            std::size_t size = 0;
-            la_int64_t offset = static_cast<la_int64_t>(given_);
-            const int result = archive_read_data_block(archive_.get(), &bytes, &size, &offset);
-            if (result != ARCHIVE_OK && result != ARCHIVE_EOF) return Failure();
-            if (result == ARCHIVE_EOF) size = 0;
-            if (size > 0 && offset < static_cast<la_int64_t>(given_))
-                return make_error_code(ArchiveError::Broken);
-            held_ = {static_cast<const char*>(bytes), size,
-                     static_cast<std::uint64_t>(std::max<la_int64_t>(offset, 0))};
-            if (result == ARCHIVE_EOF && held_.offset <= given_) return std::string_view();
+            const auto more = ReadBlock();
+            if (!more) return more.Error();
+            if (!*more) return End();
         }
-        // What a sparse file leaves out is zeros.
-        if (held_.offset > given_) {
+        std::string_view bytes(held_.bytes, held_.size);
+        if (held_.offset > given_) { // what a sparse file leaves out is zeros
             static constexpr std::array<char, kZeros> zeros{};
-            const auto size = std::min<std::uint64_t>(held_.offset - given_, zeros.size());
-            given_ += size;
-            return std::string_view(zeros.data(), static_cast<std::size_t>(size));
+            bytes = {zeros.data(),
+                     static_cast<std::size_t>(std::min<std::uint64_t>(held_.offset - given_, zeros.size()))};
+        } else {
+            held_.size = 0;
         }
-        given_ += held_.size;
-        return std::string_view(held_.bytes, std::exchange(held_.size, 0));
+        given_ += bytes.size();
+        if (declaredSum_) sum_.Add(bytes);
+        return bytes;
     }
 
     std::uint64_t Done() const override {
@@ -156,15 +155,44 @@ public:
     std::uint64_t Total() const override { return source_.size; }
 
 private:
+    /// False at the end of the entry.
+    Result<bool> ReadBlock() {
+        const Utf8Names utf8;
+        const void* bytes = nullptr;
+        std::size_t size = 0;
+        la_int64_t offset = static_cast<la_int64_t>(given_);
+        const int result = archive_read_data_block(archive_.get(), &bytes, &size, &offset);
+        const bool atEnd = result == ARCHIVE_EOF;
+        if (result != ARCHIVE_OK && !atEnd) return Failure();
+        // A sparse file may end with what is left out. Other formats leave nothing out: where the library
+        // says so, it has come to an early end.
+        const bool isTar = (archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK) == ARCHIVE_FORMAT_TAR;
+        const auto at = static_cast<std::uint64_t>(std::max<la_int64_t>(offset, 0));
+        if (atEnd && (!isTar || at <= given_)) return false;
+        if (at < given_ || (at > given_ && !isTar)) return make_error_code(ArchiveError::Broken);
+        held_ = {static_cast<const char*>(bytes), atEnd ? 0 : size, at};
+        return true;
+    }
+
+    Result<std::string_view> End() const {
+        if (declaredSum_ && *declaredSum_ != sum_.Value()) return make_error_code(ArchiveError::Broken);
+        return std::string_view();
+    }
+
     std::error_code Failure() {
         archive* const a = archive_.get();
         if (source_.error) return source_.error;
         if (archive_errno(a) == ENOMEM) return std::make_error_code(std::errc::not_enough_memory);
-        if (archive_read_has_encrypted_entries(a) > 0) return ArchiveError::Encrypted;
-        const std::uint64_t tailAt = source_.size - std::min<std::uint64_t>(source_.size, kMarkBytes);
-        const auto tail = source_.files.Read(source_.file, tailAt, kMarkBytes).ValueOr({});
+        // Before it knows the format the library has nobody to ask, and crashes.
+        const bool isKnown = archive_format(a) != 0;
+        // A compression that is known and ends too early is neither of the system's errors nor an unknown
+        // format, for which there are positive numbers.
+        const bool isBroken = isKnown || archive_errno(a) < 0;
+        if (isKnown && archive_read_has_encrypted_entries(a) > 0) return ArchiveError::Encrypted;
+        const std::uint64_t tailAt = source_.size - std::min<std::uint64_t>(source_.size, kTailBytes);
+        const auto tail = source_.files.Read(source_.file, tailAt, kTailBytes).ValueOr({});
         if (LooksLikePart(LastComponent(source_.file), tail)) return ArchiveError::PartOfSet;
-        return archive_format(a) == 0 ? ArchiveError::Unknown : ArchiveError::Broken;
+        return isBroken ? ArchiveError::Broken : ArchiveError::Unknown;
     }
 
     /// Bytes of the library that are not given away yet.
@@ -178,6 +206,9 @@ private:
     std::unique_ptr<archive, int (*)(archive*)> archive_;
     Block held_;
     std::uint64_t given_ = 0; ///< bytes of the entry
+    RarScanner rar_;
+    std::optional<std::uint32_t> declaredSum_; ///< of the entry
+    Crc32 sum_;                                ///< of what was given
 };
 
 } // namespace
@@ -185,9 +216,6 @@ private:
 Result<std::unique_ptr<ArchiveReader>> OpenArchive(const FileSystem& files, std::string_view file) {
     const auto info = files.Stat(file);
     if (!info) return info.Error();
-    const auto head = files.Read(file, 0, kMarkBytes);
-    if (!head) return head.Error();
-    if (const auto mark = FindRarMark(*head)) return mark;
     auto reader = std::make_unique<LibArchiveReader>(files, file, info->size);
     if (const auto error = reader->Open()) return error;
     return std::unique_ptr<ArchiveReader>(std::move(reader));
