@@ -45,7 +45,6 @@ la_ssize_t Append(archive*, void* bytes, const void* more, std::size_t size) {
 void Choose(archive* made, Packing packing) {
     if (packing == Packing::Zip || packing == Packing::EncryptedZip) {
         Check(made, archive_write_set_format_zip(made));
-        Check(made, archive_write_set_options(made, "zip:hdrcharset=UTF-8"));
         if (packing == Packing::Zip) return;
         Check(made, archive_write_set_options(made, "zip:encryption=zipcrypt"));
         Check(made, archive_write_set_passphrase(made, "secret"));
@@ -60,7 +59,7 @@ void Choose(archive* made, Packing packing) {
 }
 
 void Describe(archive_entry* entry, const Packed& packed) {
-    archive_entry_update_pathname_utf8(entry, packed.name.c_str());
+    archive_entry_set_pathname(entry, packed.name.c_str());
     archive_entry_set_mtime(entry, kPackedTime, 0);
     archive_entry_set_perm(entry, packed.name.ends_with(".sh") ? 0755 : 0644);
     archive_entry_set_filetype(entry, packed.kind == '/'   ? AE_IFDIR

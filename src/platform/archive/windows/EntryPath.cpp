@@ -11,8 +11,10 @@ Utf8Names::Utf8Names() : before_(nullptr) {}
 Utf8Names::~Utf8Names() = default;
 
 std::optional<std::string> EntryPath(archive_entry* entry) {
-    const wchar_t* path = archive_entry_pathname_w(entry);
-    return path ? std::optional(NarrowText(path)) : std::nullopt;
+    if (const wchar_t* path = archive_entry_pathname_w(entry)) return NarrowText(path);
+    // What comes as UTF-8 cannot become wide by way of a locale without its letters.
+    const char* path = archive_entry_pathname_utf8(entry);
+    return path ? std::optional<std::string>(path) : std::nullopt;
 }
 
 } // namespace quillbay
