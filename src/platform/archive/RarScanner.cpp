@@ -51,7 +51,7 @@ Result<std::optional<std::uint32_t>> RarScanner::NextSum() {
 }
 
 RarScanner::Block RarScanner::ReadOldBlock() const {
-    enum : std::uint64_t { kMain = 0x73, kFile = 0x74, kEnd = 0x7B };
+    constexpr std::uint64_t kMain = 0x73, kFile = 0x74, kEnd = 0x7B;
     constexpr std::uint64_t kVolume = 0x0001, kPassword = 0x0004, kHidden = 0x0080, kLarge = 0x0100,
                             kHasData = 0x8000;
     constexpr std::size_t kHeader = 40; ///< bytes up to the high half of a large file's size
@@ -79,7 +79,7 @@ RarScanner::Block RarScanner::ReadOldBlock() const {
 }
 
 RarScanner::Block RarScanner::ReadNewBlock() const {
-    enum : std::uint64_t { kMain = 1, kFile = 2, kService = 3, kEncryption = 4, kEnd = 5 };
+    constexpr std::uint64_t kMain = 1, kFile = 2, kService = 3, kEncryption = 4, kEnd = 5;
     constexpr std::uint64_t kHasRecords = 0x1, kHasData = 0x2, kVolume = 0x1, kHasTime = 0x2, kHasSum = 0x4;
     constexpr std::size_t kSum = 4; ///< bytes of the header's own checksum
     std::string bytes = Bytes(kUsualHeader);
