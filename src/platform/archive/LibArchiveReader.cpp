@@ -10,6 +10,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <utility>
 
@@ -58,6 +59,15 @@ la_int64_t SeekSource(archive*, void* data, la_int64_t offset, int whence) {
     return to;
 }
 
+/// Around every call of the library that may meet a name.
+struct LibraryCall {
+    /// Where a name cannot be converted the library looks at errno, and ends the program when that happens to
+    /// speak of memory.
+    LibraryCall() { errno = 0; }
+
+    Utf8Names utf8;
+};
+
 EntryKind KindOf(archive_entry* entry) {
     if (archive_entry_hardlink(entry)) return EntryKind::Other;
     switch (archive_entry_filetype(entry)) {
@@ -77,7 +87,7 @@ public:
           rar_(files, file) {}
 
     std::error_code Open() {
-        const Utf8Names utf8;
+        const LibraryCall call;
         archive* const a = archive_.get();
         if (!a) return std::make_error_code(std::errc::not_enough_memory);
         // By name: whatever else the library may have been built with stays out.
@@ -98,7 +108,7 @@ public:
     }
 
     Result<std::optional<ArchiveEntry>> Next() override {
-        const Utf8Names utf8;
+        const LibraryCall call;
         held_ = {};
         given_ = 0;
         sum_ = {};
@@ -157,7 +167,7 @@ public:
 private:
     /// False at the end of the entry.
     Result<bool> ReadBlock() {
-        const Utf8Names utf8;
+        const LibraryCall call;
         const void* bytes = nullptr;
         std::size_t size = 0;
         la_int64_t offset = static_cast<la_int64_t>(given_);
