@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QListWidget>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -144,6 +145,9 @@ protected:
     QListWidget& Mods() const { return Control<QListWidget>("lstMods"); }
     QStringList Rows() const;
     QString SelectedText() const;
+    /// Drags files onto the window and drops them; false when it does not take them.
+    bool Drop(const QList<QUrl>& files, Qt::DropActions offered = Qt::MoveAction | Qt::CopyAction) const;
+    bool Drop(const char* file) const { return Drop({QUrl::fromLocalFile(Path(file))}); }
     /// Lets the automatic refresh run once.
     void Tick() const;
 

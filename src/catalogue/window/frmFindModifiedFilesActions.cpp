@@ -1,5 +1,5 @@
-#include "catalogue/window/FolderOrFileDialog.h"
 #include "catalogue/window/frmFindModifiedFiles.h"
+#include "common/window/FolderOrFileDialog.h"
 #include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"

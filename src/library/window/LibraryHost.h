@@ -57,6 +57,8 @@ public:
     virtual void ShowModDetails() = 0;
     /// Says at the main window's foot what a command has done; its tool tip names the files concerned.
     virtual void ShowOutcome(const OutcomeText& outcome) = 0;
+    /// The Manager, Mod and Help menus, with their shortcuts.
+    virtual void SetMainMenusEnabled(bool enabled) = 0;
 
 protected:
     explicit LibraryHost(const Services& services);

@@ -4,10 +4,12 @@
 #include "library/GameDirectory.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
+#include "library/window/IntakeCommands.h"
 #include "platform/PathText.h"
 #include "shell/window/frmSelector.h"
 #include "ui_frmSelector.h"
 
+#include <QMenu>
 #include <QPointer>
 
 #include <optional>
@@ -108,7 +110,10 @@ void frmSelector::SetButtonsFor(const std::optional<ModRow>& row) {
     ui_->cmdInstallMod->setEnabled(true);
 }
 
-void frmSelector::lstMods_MouseDown(QPoint globalPosition) { ui_->menuModCurrentMod->popup(globalPosition); }
+void frmSelector::lstMods_MouseDown(QPoint globalPosition) {
+    QMenu& menu = ModRows().empty() ? intake_->MenuForNoMods() : *ui_->menuModCurrentMod;
+    menu.popup(globalPosition);
+}
 
 void frmSelector::timRefreshModList_Timer() {
     const int interval = isMinimized() ? kRefreshMinimizedEveryMs : kRefreshEveryMs;

@@ -9,6 +9,8 @@
 #include "effects/window/WindowEffects.h"
 #include "library/GameDirectory.h"
 #include "library/KnownFolders.h"
+#include "library/ModExchange.h"
+#include "library/window/IntakeCommands.h"
 #include "modinfo/window/ModPicture.h"
 #include "platform/window/LayeredWindow.h"
 #include "shell/window/MenuWindows.h"
@@ -51,6 +53,8 @@ frmSelector::frmSelector(const Services& services)
     NameSeparators();
     chooser_ = std::make_unique<frmChangeT2Dir>(*this, ui_->modChangeT2Directory, services_, GameDirectory);
     windows_ = std::make_unique<MenuWindows>(*this, *ui_);
+    intake_ = std::make_unique<IntakeCommands>(
+        *this, IntakeControls{*ui_->menuModAddFromFile, *ui_->lblOutcome, *ui_->pgbPercent});
     connect(chooser_.get(), &frmChangeT2Dir::QuitRequested, this, &frmSelector::EndProgram);
     ConnectControls();
     ConnectMenus();
@@ -83,6 +87,7 @@ bool frmSelector::Start() {
     repaint();
     registeredGame_ = ReadGameDirectory(services_.registry);
     GameDirectory = registeredGame_.path;
+    RecoverMods(services_.files, ModsFolder(ProgramDirectory));
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);

@@ -23,6 +23,7 @@ class frmSelector;
 }
 
 class frmChangeT2Dir;
+class IntakeCommands;
 class MenuWindows;
 class OutcomeText;
 struct BatchResult;
@@ -55,8 +56,6 @@ public:
     /// Ask the user, then make or remove the game's folders inside the selected mod.
     void MakeModSubfolders();
     void RemoveModSubfolders();
-    /// The Manager, Mod and Help menus, with their shortcuts.
-    void SetMainMenusEnabled(bool enabled);
     const DetailsPanel& Details() const { return details_; }
 
     void RefreshModList(const RefreshOptions& options) override;
@@ -65,6 +64,7 @@ public:
     bool SelectMod(const ModPath& path) override;
     void ShowModDetails() override;
     void ShowOutcome(const OutcomeText& outcome) override;
+    void SetMainMenusEnabled(bool enabled) override;
     bool AutoRefresh() const override;
     void SetAutoRefresh(bool on) override;
     ClosingSwitches SmoothClosing() const override;
@@ -140,6 +140,7 @@ private:
     QTimer* timClickMod_;
     std::unique_ptr<frmChangeT2Dir> chooser_;
     std::unique_ptr<MenuWindows> windows_;
+    std::unique_ptr<IntakeCommands> intake_;
     int baseHeight_ = 0; ///< of the layout without picture, in pixels
 };
 

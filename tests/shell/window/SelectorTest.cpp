@@ -72,7 +72,7 @@ TEST_F(Selector, NothingResumesAfterQuittingDuringStart) {
     registry.path.clear();
     AnswerBoxes boxes;
     window = std::make_unique<frmSelector>(
-        Services{files, registry, settings, shell, sound, Path("program").toStdString()});
+        Services{files, registry, settings, shell, sound, OpenArchive, Path("program").toStdString()});
     QTimer::singleShot(0, window.get(), [this] { Item("menuQuit").trigger(); });
     EXPECT_FALSE(window->Start());
     EXPECT_EQ(window->windowTitle(), "Quillbay - Loading");
