@@ -1,3 +1,4 @@
+#include "ArchiveJobs.h"
 #include "Measure.h"
 #include "ToolJobs.h"
 #include "driver/DrivenProgram.h"
@@ -34,7 +35,7 @@ public:
         fs::copy_file(QUILLBAY, App() / "quillbay");
         fs::copy_file(QUILLBAY, CrowdedApp() / "quillbay");
         fs::create_directories(Mods());
-        Copy(game, folder_ / "clean");
+        Copy(game, Clean());
         Copy(App() / "mods/Whole", Mods() + "/Whole");
     }
 
@@ -43,13 +44,14 @@ public:
     fs::path CrowdedApp() const { return folder_ / "crowded"; }
     std::string Game() const { return folder_ / "run/game"; }
     std::string Mods() const { return folder_ / "run/mods"; }
+    fs::path Clean() const { return folder_ / "clean"; } ///< the game, whatever is measured
     std::string Saved() const { return folder_ / "run/saved"; }
 
     void Restore() const {
         fs::remove_all(Game());
         fs::remove_all(Saved());
         fs::remove_all(Mods() + "/Whole/Backup");
-        Copy(folder_ / "clean", Game());
+        Copy(Clean(), Game());
         Settle();
     }
 
@@ -192,6 +194,10 @@ int main(int argc, char** argv) {
     try {
         const Bench bench(fs::absolute(argv[1]));
         auto comparisons = Compare(FileJobs(bench), part);
+        for (auto& comparison :
+             Compare(ArchiveJobs(bench.Clean(), fs::absolute(argv[1]) / "archives"), part)) {
+            comparisons.push_back(std::move(comparison));
+        }
         Settle();
         // The lock of the single instance lies in the home folder: the program with many mods has its own.
         sample::MakePrefix(bench.CrowdedApp() / "home/prefix");

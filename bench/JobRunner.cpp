@@ -1,5 +1,6 @@
 #include "catalogue/FileList.h"
 #include "library/ModInstaller.h"
+#include "library/ModIntake.h"
 #include "library/ModRows.h"
 #include "library/ModUninstaller.h"
 
@@ -14,7 +15,8 @@ using namespace quillbay;
 namespace {
 
 constexpr const char* kUsage = "job_runner install|uninstall GAME MODS MOD\n"
-                               "job_runner recompile GAME PROGRAM\n";
+                               "job_runner recompile GAME PROGRAM\n"
+                               "job_runner add ARCHIVE MODS\n";
 
 bool Install(FileSystem& files, const ModJob& job) {
     const auto result = RunInstall(files, PlanInstall(files, job), {});
@@ -30,10 +32,22 @@ bool Recompile(FileSystem& files, const std::string& game, const std::string& pr
     return RecompileFileList(files, game, program).outcome == RecompileOutcome::Done;
 }
 
+bool Add(FileSystem& files, const std::string& archive, const std::string& mods) {
+    ModIntake intake(files, OpenArchive, mods, {});
+    if (intake.Unpack(archive, {}, [](auto, auto) { return true; })) return false;
+    const auto& found = intake.Layout().mods;
+    for (std::size_t i = 0; i < found.size(); ++i)
+        if (intake.Place(i, found[i].name, false).error) return false;
+    return true;
+}
+
 /// The job that the arguments ask for; empty for none.
 std::function<bool(FileSystem&)> JobFor(const std::vector<std::string>& words) {
     if (words.size() == 3 && words[0] == "recompile") {
         return [words](FileSystem& files) { return Recompile(files, words[1], words[2]); };
+    }
+    if (words.size() == 3 && words[0] == "add") {
+        return [words](FileSystem& files) { return Add(files, words[1], words[2]); };
     }
     if (words.size() != 4 || (words[0] != "install" && words[0] != "uninstall")) {
         return {};

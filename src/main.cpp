@@ -1,6 +1,7 @@
 #include "common/window/AppSettings.h"
 #include "common/window/ShowMessage.h"
 #include "library/window/Services.h"
+#include "platform/Archive.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramLocation.h"
 #include "platform/Registry.h"
@@ -39,6 +40,6 @@ int main(int argc, char** argv) {
     const auto shell = MakeShellOpener();
     const auto sound = MakeSoundPlayer();
     UserSettings settings;
-    frmSelector selector({*files, *registry, settings, *shell, *sound, FindProgramDirectory()});
+    frmSelector selector({*files, *registry, settings, *shell, *sound, OpenArchive, FindProgramDirectory()});
     return selector.Start() ? QApplication::exec() : 0;
 }

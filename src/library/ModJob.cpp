@@ -24,15 +24,6 @@ std::string_view TakeComponent(std::string_view& path) {
     return component;
 }
 
-/// True when `path` is `folder` or lies in it; both absolute and without links.
-bool IsSameOrInside(std::string_view path, std::string_view folder) {
-    for (;;) {
-        const std::string_view expected = TakeComponent(folder);
-        if (expected.empty()) return true;
-        if (!EqualFolded(TakeComponent(path), expected)) return false;
-    }
-}
-
 /// The known folders of a folder that must be there.
 KnownFolders ListExisting(const FileSystem& files, const std::string& root, Detail detail,
                           ReadFailure& failure) {
@@ -115,6 +106,14 @@ std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolde
                             const std::string& game) {
     if (IsInside(modFolder, game, library) || IsSameOrInside(game, modFolder)) return modFolder;
     return FindLinkInto(files, modFolders, game, library);
+}
+
+bool IsSameOrInside(std::string_view path, std::string_view folder) {
+    for (;;) {
+        const std::string_view expected = TakeComponent(folder);
+        if (expected.empty()) return true;
+        if (!EqualFolded(TakeComponent(path), expected)) return false;
+    }
 }
 
 std::string ModJob::ModFolder() const { return mod.Empty() ? std::string() : Join(modsFolder, mod.text); }

@@ -41,6 +41,9 @@ std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolde
                             const KnownFolders& modFolders, const std::string& library,
                             const std::string& game);
 
+/// True when `path` is `folder` or lies in it; both absolute and without links.
+bool IsSameOrInside(std::string_view path, std::string_view folder);
+
 /// Why a job is not begun, whatever the user has answered.
 enum class Refusal {
     None,

@@ -11,9 +11,6 @@ namespace quillbay {
 
 namespace {
 
-constexpr std::string_view kModsName = "mods";
-constexpr std::string_view kAddonName = "Addon";
-
 /// The path of a mod row; empty for a text that stands for no mod.
 ModPath PathOfModRow(std::string_view row) {
     return row == kNoModsRow ? ModPath{} : ModPath{std::string(row)};

@@ -9,6 +9,8 @@
 /// The rows of a mod list and the folders they stand for.
 namespace quillbay {
 
+inline constexpr std::string_view kModsName = "mods";
+inline constexpr std::string_view kAddonName = "Addon"; ///< in a mod's folder: holds its addons
 inline constexpr std::string_view kAddonIndent = "    ";
 inline constexpr std::string_view kNoModsRow = "(No mods found.)";
 /// Names that this program gives to what it is working on begin with this; they are no mods.

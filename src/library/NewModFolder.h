@@ -14,6 +14,9 @@ enum class NewFolderOutcome {
     Failed,           ///< the folder could not be made
 };
 
+/// What MakeModFolder would come to; Made where only the disk could still object.
+NewFolderOutcome CheckModName(const FileSystem& files, std::string_view modsFolder, std::string_view name);
+
 /// Makes an empty mod folder. The names that Windows refuses or changes are refused on every system, so that
 /// a library can move from one to the other; nothing is made then.
 NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view modsFolder, std::string_view name);

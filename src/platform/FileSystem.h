@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -29,7 +30,8 @@ struct DirEntry {
     bool hidden = false;               ///< Windows: hidden or system attribute; POSIX: a leading dot
     // The rest only where it was asked for.
     bool readOnly = false;
-    std::uint64_t size = 0; ///< bytes; of what a link leads to
+    bool executable = false; ///< its owner may run it; never on Windows
+    std::uint64_t size = 0;  ///< bytes; of what a link leads to
     FileTime modified{};    ///< of what a link leads to
 
     /// What a listing of "plain files" shows: no folder, not hidden.
@@ -66,6 +68,29 @@ struct CopyOptions {
     bool makeWritable = false; ///< the copy is not read-only, even if the source is
 };
 
+/// What a file is made with.
+struct NewFile {
+    std::optional<FileTime> modified; ///< without: now
+    bool executable = false;          ///< whoever may read it may run it; means nothing on Windows
+};
+
+/// A file in the making. Without Commit nothing of it is left.
+class FileWriter {
+public:
+    virtual ~FileWriter() = default;
+    /// Appends; after a failure the file can only be given up.
+    [[nodiscard]] virtual std::error_code Write(std::string_view bytes) = 0;
+    /// Gives the file its name, as the last call. The bytes are whole after an end of the program, not after
+    /// a power cut.
+    [[nodiscard]] virtual std::error_code Commit() = 0;
+};
+
+/// Bytes of a disk.
+struct DiskSpace {
+    std::uint64_t free = 0; ///< that this user may use
+    std::uint64_t total = 0;
+};
+
 /// The only road to user data.
 ///
 /// Paths are UTF-8 with `\` or `/` between components. Letter case is ignored in look-ups, as Windows does:
@@ -73,8 +98,8 @@ struct CopyOptions {
 /// listing, a miss costs one). Names that are not UTF-8 (POSIX) or not UTF-16 (Windows) come and go as they
 /// are. A POSIX name that holds a backslash cannot be named this way and is left out of listings.
 ///
-/// The last component of a *new* name (`to` of Copy, HardLink, Rename) is used exactly as given: the caller
-/// has listed that folder. MakeFolder and WriteFile do look for another spelling first.
+/// The last component of a *new* name (`to` of Copy, HardLink, Rename; that of MakeFile) is used exactly as
+/// given: the caller has listed that folder. MakeFolder and WriteFile do look for another spelling first.
 ///
 /// Errors are those of std::errc where one fits: no_such_file_or_directory, file_exists, not_a_directory,
 /// is_a_directory, directory_not_empty, permission_denied, no_space_on_device, cross_device_link,
@@ -107,6 +132,8 @@ public:
     [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;
     /// The path without links and in its stored spelling; equal for two names of one folder.
     [[nodiscard]] virtual Result<std::string> RealPath(std::string_view path) const = 0;
+    /// Of the disk that a folder lies on.
+    [[nodiscard]] virtual Result<DiskSpace> SpaceAt(std::string_view folder) const = 0;
 
     /// Makes one folder; its parent must exist. A folder that exists already is no error.
     [[nodiscard]] virtual std::error_code MakeFolder(std::string_view folder) = 0;
@@ -135,6 +162,10 @@ public:
     [[nodiscard]] virtual std::error_code Rename(std::string_view from, std::string_view to) = 0;
     /// Replaces the whole file, or makes it: temporary name, flush, rename. On failure the old one stays.
     [[nodiscard]] virtual std::error_code WriteFile(std::string_view file, std::string_view bytes) = 0;
+    /// Begins a new file, which grows under `kTempNew` beside its name. Where the name is taken already, this
+    /// or Commit is `file_exists`.
+    [[nodiscard]] virtual Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file,
+                                                                       NewFile traits) = 0;
     [[nodiscard]] virtual std::error_code SetReadOnly(std::string_view file, bool readOnly) = 0;
     /// Sets the modification time of a file or folder and reads it back: operation_not_supported where the
     /// file system reports success but keeps another one.

@@ -26,6 +26,7 @@ public:
     }
     Result<std::uint64_t> TreeSize(std::string_view folder) const override { return base_.TreeSize(folder); }
     Result<std::string> RealPath(std::string_view path) const override { return base_.RealPath(path); }
+    Result<DiskSpace> SpaceAt(std::string_view folder) const override { return base_.SpaceAt(folder); }
 
     std::error_code MakeFolder(std::string_view folder) override { return base_.MakeFolder(folder); }
     std::error_code RemoveEmptyFolder(std::string_view folder) override {
@@ -44,6 +45,9 @@ public:
     }
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
         return base_.WriteFile(file, bytes);
+    }
+    Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override {
+        return base_.MakeFile(file, traits);
     }
     std::error_code SetReadOnly(std::string_view file, bool readOnly) override {
         return base_.SetReadOnly(file, readOnly);

@@ -23,6 +23,7 @@ protected:
             {"FingerprintFile", disk_->FingerprintFile(path).Error()},
             {"TreeSize", disk_->TreeSize(path).Error()},
             {"RealPath", disk_->RealPath(path).Error()},
+            {"SpaceAt", disk_->SpaceAt(path).Error()},
             {"RemoveEmptyFolder", disk_->RemoveEmptyFolder(path)},
             {"RemoveFile", disk_->RemoveFile(path)},
             {"RemoveTree", disk_->RemoveTree(path)},
@@ -33,6 +34,7 @@ protected:
             {"SetModified", disk_->SetModified(path, kOldTime)},
             {"MakeFolder", disk_->MakeFolder(path)},
             {"WriteFile", disk_->WriteFile(path, "x")},
+            {"MakeFile", disk_->MakeFile(path, {}).Error()},
             {"Copy to", disk_->Copy(file_, path, kReplace)},
             {"HardLink to", disk_->HardLink(file_, path, true)},
             {"Rename to", disk_->Rename(file_, path)},
@@ -117,6 +119,7 @@ TEST_F(FileSystemContractTest, EveryOperationTellsWhatIsMissingAndWhatIsNoPath) 
     // The temporary name of the operations themselves is no destination.
     EXPECT_EQ(disk_->Copy(file_, temp_ / kTempNew, kReplace), refused);
     EXPECT_EQ(disk_->WriteFile(temp_ / kTempNew, ""), refused);
+    EXPECT_EQ(disk_->MakeFile(temp_ / kTempNew, {}).Error(), refused);
     EXPECT_EQ(temp_.Contents(), "file=x");
 }
 
@@ -177,6 +180,33 @@ TEST_F(FileSystemContractTest, CopiesWritesReadsAndComparesEveryByte) {
         EXPECT_EQ(isSame(copy).ValueOr(!bytes.empty()), bytes.empty()) << "the last byte";
     }
     EXPECT_EQ(temp_.Contents(), "Written=x copy= file=");
+}
+
+TEST_F(FileSystemContractTest, MakesAFilePieceByPiece) {
+    temp_.Put("Folder/Taken=old");
+    const std::string folder = temp_ / "FOLDER\\";
+    const auto make = [&](const std::string& name, const std::string& bytes, bool commit) {
+        auto writer = disk_->MakeFile(folder + name, {.modified = kOldTime});
+        if (!writer) return writer.Error();
+        for (const char byte : bytes)
+            EXPECT_FALSE((*writer)->Write({&byte, 1}));
+        EXPECT_EQ(bool(disk_->Stat(folder + name)), name == "Taken");
+        return commit ? (*writer)->Commit() : std::error_code();
+    };
+    EXPECT_FALSE(make("New", "given up", false));
+    EXPECT_EQ(make("Taken", "new", true), std::errc::file_exists);
+    EXPECT_EQ(temp_.Contents(), "Folder/ Folder/Taken=old");
+    PutFile(temp_ / "Folder\\" + std::string(kTempNew), "left over");
+    EXPECT_FALSE(make("New", "whole", true));
+    EXPECT_EQ(InfoOf("Folder/New").modified, kOldTime);
+    ASSERT_FALSE(disk_->RemoveFile(folder + "TAKEN"));
+    EXPECT_FALSE(make("TAKEN", "", true));
+    EXPECT_EQ(temp_.Contents(), "Folder/ Folder/New=whole Folder/TAKEN=");
+
+    const auto space = disk_->SpaceAt(folder);
+    ASSERT_TRUE(space);
+    EXPECT_GT(space->free, 0U);
+    EXPECT_GE(space->total, space->free);
 }
 
 TEST_F(FileSystemContractTest, ReplacesOnlyWhatItMay) {

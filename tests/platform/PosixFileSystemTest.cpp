@@ -31,6 +31,18 @@ protected:
     }
 };
 
+TEST_F(PosixFileSystemTest, ANewFileMayBeRunWhereItMayBeRead) {
+    for (const bool executable : {false, true}) {
+        const auto writer = disk_->MakeFile(temp_ / "file", {.modified = {}, .executable = executable});
+        ASSERT_TRUE(writer);
+        ASSERT_FALSE((*writer)->Commit());
+        const mode_t mode = NativeInfo("file").st_mode;
+        EXPECT_EQ(mode & 0111U, executable ? (mode & 0444U) >> 2 : 0U);
+        EXPECT_EQ(InfoOf("file").executable, executable);
+        ASSERT_FALSE(disk_->RemoveFile(temp_ / "file"));
+    }
+}
+
 TEST_F(PosixFileSystemTest, LinksAreReportedAsLinksToWhatTheyLeadTo) {
     PutFile(temp_ / "outside\\file", "12345");
     PutFolder(temp_ / "in");

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace quillbay {
 
@@ -14,7 +15,8 @@ constexpr std::size_t kWholeFile = std::size_t(1) << 30;
 
 void RemoveHalf(std::string_view folder) {
     std::vector<std::filesystem::path> found;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(test::DiskPath(folder)))
+    std::error_code missing;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(test::DiskPath(folder), missing))
         if (!entry.is_directory()) found.push_back(entry.path());
     for (std::size_t i = 0; i < found.size() / 2; ++i)
         std::filesystem::remove(found[i]);
@@ -49,6 +51,44 @@ std::error_code FaultyFileSystem::Copy(Text from, Text to, CopyOptions options) 
 std::error_code FaultyFileSystem::WriteFile(Text file, Text bytes) {
     if (IsNext()) LeaveTemp(file, bytes, [&] { return Base().WriteFile(file, bytes); });
     return Meet('c', &FileSystem::WriteFile, file, bytes);
+}
+
+/// When the process ends before the file has its name, what was written so far stays under the temporary one.
+class FaultyFileSystem::Writer : public FileWriter {
+public:
+    Writer(FaultyFileSystem& files, std::string temp, std::unique_ptr<FileWriter> base)
+        : files_(files), temp_(std::move(temp)), base_(std::move(base)) {}
+    ~Writer() override {
+        base_.reset();
+        if (files_.ended_ && !committed_) test::PutFile(temp_, written_);
+    }
+
+    std::error_code Write(Text bytes) override {
+        return files_.MeetBy('.', [&] {
+            written_ += bytes;
+            return base_->Write(bytes);
+        });
+    }
+    std::error_code Commit() override {
+        return files_.MeetBy('.', [&] {
+            committed_ = true;
+            return base_->Commit();
+        });
+    }
+
+private:
+    FaultyFileSystem& files_;
+    std::string temp_;
+    std::unique_ptr<FileWriter> base_;
+    std::string written_;
+    bool committed_ = false;
+};
+
+Result<std::unique_ptr<FileWriter>> FaultyFileSystem::MakeFile(Text file, NewFile traits) {
+    auto made = Meet('.', &FileSystem::MakeFile, file, traits);
+    if (!made) return made;
+    return std::unique_ptr<FileWriter>(
+        std::make_unique<Writer>(*this, Join(Parent(file), kTempNew), std::move(*made)));
 }
 
 } // namespace quillbay

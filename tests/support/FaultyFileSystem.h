@@ -3,6 +3,7 @@
 #include "platform/FileSystemWrapper.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <system_error>
 
@@ -54,6 +55,7 @@ public:
         return Meet('.', &FileSystem::FingerprintFile, file);
     }
     Result<std::string> RealPath(Text path) const override { return Meet('.', &FileSystem::RealPath, path); }
+    Result<DiskSpace> SpaceAt(Text folder) const override { return Meet('.', &FileSystem::SpaceAt, folder); }
     std::error_code MakeFolder(Text folder) override { return Meet('.', &FileSystem::MakeFolder, folder); }
     std::error_code RemoveEmptyFolder(Text folder) override {
         return Meet('.', &FileSystem::RemoveEmptyFolder, folder);
@@ -67,6 +69,8 @@ public:
     }
     std::error_code Rename(Text from, Text to) override { return Meet('.', &FileSystem::Rename, from, to); }
     std::error_code WriteFile(Text file, Text bytes) override;
+    /// Each Write and the Commit are operations of their own.
+    Result<std::unique_ptr<FileWriter>> MakeFile(Text file, NewFile traits) override;
     std::error_code SetReadOnly(Text file, bool readOnly) override {
         return Meet('.', &FileSystem::SetReadOnly, file, readOnly);
     }
@@ -75,14 +79,20 @@ public:
     }
 
 private:
+    class Writer;
+
     template <typename Operation, typename... Arguments>
     auto Meet(char kind, Operation operation, const Arguments&... arguments) const
         -> decltype((Base().*operation)(arguments...)) {
+        return MeetBy(kind, [&] { return (Base().*operation)(arguments...); });
+    }
+    template <typename Operation>
+    auto MeetBy(char kind, Operation operation) const -> decltype(operation()) {
         if (ended_) return error_;
         trace_.push_back(kind);
-        if (trace_.size() != at_ || fault_ == Fault::None) return (Base().*operation)(arguments...);
+        if (trace_.size() != at_ || fault_ == Fault::None) return operation();
         ended_ = fault_ != Fault::Fail;
-        if (fault_ == Fault::EndAfter) return (Base().*operation)(arguments...);
+        if (fault_ == Fault::EndAfter) return operation();
         return error_;
     }
     bool IsNext() const { return !ended_ && trace_.size() + 1 == at_; }

@@ -3,7 +3,9 @@
 #include "shell/window/frmSelector.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QFile>
+#include <QMimeData>
 #include <QTimer>
 
 namespace quillbay::test {
@@ -31,7 +33,7 @@ SelectorFixture::~SelectorFixture() {
 
 bool SelectorFixture::Start(FileSystem& withFiles) {
     auto made = std::make_unique<frmSelector>(
-        Services{withFiles, registry, settings, shell, sound, Path("program").toStdString()});
+        Services{withFiles, registry, settings, shell, sound, OpenArchive, Path("program").toStdString()});
     frmSelector& selector = *made;
     main = &selector;
     window = std::move(made);
@@ -76,6 +78,22 @@ QWidget& SelectorFixture::OpenWindow(const char* item, const char* name) const {
     for (QWidget* opened : QApplication::topLevelWidgets())
         if (opened->objectName() == QLatin1String(name) && opened->isVisible()) return *opened;
     throw std::runtime_error(std::string("no window ") + name);
+}
+
+bool SelectorFixture::Drop(const QList<QUrl>& dragged, Qt::DropActions offered) const {
+    QMimeData data;
+    data.setUrls(dragged);
+    QDragEnterEvent enter({9, 9}, offered, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.setDropAction(Qt::MoveAction);
+    enter.ignore();
+    QCoreApplication::sendEvent(window.get(), &enter);
+    if (!enter.isAccepted()) return false;
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDropEvent drop({9, 9}, offered, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window.get(), &drop);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    QCoreApplication::sendPostedEvents(); // the command runs after the drop
+    return true;
 }
 
 void SelectorFixture::Tick() const {

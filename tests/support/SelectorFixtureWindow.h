@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QMainWindow>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -145,6 +146,9 @@ protected:
     QListWidget& Mods() const { return Control<QListWidget>("lstMods"); }
     QStringList Rows() const;
     QString SelectedText() const;
+    /// Drags files onto the window and drops them; false when it does not take them.
+    bool Drop(const QList<QUrl>& files, Qt::DropActions offered = Qt::MoveAction | Qt::CopyAction) const;
+    bool Drop(const char* file) const { return Drop({QUrl::fromLocalFile(Path(file))}); }
     /// Lets the automatic refresh run once.
     void Tick() const;
 

@@ -2,7 +2,7 @@
 
 #include "catalogue/FileList.h"
 #include "catalogue/window/FinderReport.h"
-#include "catalogue/window/FolderOrFileDialog.h"
+#include "common/window/FolderOrFileDialog.h"
 #include "common/window/PaintClock.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"

@@ -2,6 +2,7 @@
 
 #include "common/window/QtText.h"
 
+#include <QAbstractButton>
 #include <QInputDialog>
 #include <QLabel>
 #include <QPointer>
@@ -33,6 +34,21 @@ bool Confirmed(QWidget* parent, const QString& text, const QString& title, QMess
                const QString& informative) {
     return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative) ==
            QMessageBox::Yes;
+}
+
+int AskChoice(QWidget* parent, const QString& text, const QStringList& captions) {
+    const QPointer<QMessageBox> box = new QMessageBox(QMessageBox::Question, QLatin1String(kProgramTitle),
+                                                      QString(), QMessageBox::NoButton, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    QList<QAbstractButton*> buttons;
+    for (const QString& caption : captions)
+        buttons << box->addButton(caption, QMessageBox::ActionRole);
+    box->setEscapeButton(buttons.last());
+    box->exec();
+    const auto pressed = box ? buttons.indexOf(box->clickedButton()) : -1;
+    delete box;
+    return static_cast<int>(pressed < 0 ? captions.size() - 1 : pressed);
 }
 
 std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title) {

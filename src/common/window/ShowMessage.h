@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <string_view>
@@ -24,6 +25,10 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text,
 /// True when the user answered Yes to a question with Yes and No.
 bool Confirmed(QWidget* parent, const QString& text, const QString& title,
                QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {});
+
+/// Question icon, the program's title, and a button for each caption, the last of which Escape stands for;
+/// the position of the one that was pressed.
+int AskChoice(QWidget* parent, const QString& text, const QStringList& captions);
 
 /// Shows a modal input box with an empty text box. What was typed, or nothing when the user cancelled.
 std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title);

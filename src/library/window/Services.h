@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Archive.h"
+
 #include <string>
 
 namespace quillbay {
@@ -18,6 +20,7 @@ struct Services {
     AppSettings& settings;
     ShellOpener& shell;
     SoundPlayer& sound;
+    ArchiveOpener openArchive;
     std::string programDirectory; ///< without a final separator
 };
 

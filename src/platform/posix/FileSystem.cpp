@@ -7,6 +7,7 @@
 #include "platform/posix/FolderListing.h"
 #include "platform/posix/FolderTree.h"
 #include "platform/posix/NativePath.h"
+#include "platform/posix/NewFile.h"
 #include "platform/posix/TempEntry.h"
 #include "platform/posix/UniqueFd.h"
 
@@ -18,6 +19,7 @@
 #include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace quillbay {
@@ -199,6 +201,15 @@ public:
 
     Result<std::string> RealPath(std::string_view entry) const override { return FindRealPath(entry); }
 
+    Result<DiskSpace> SpaceAt(std::string_view folder) const override {
+        auto path = ToNativePath(folder);
+        if (!path) return path.Error();
+        struct statvfs disk {};
+        const auto error = CallOnEntry(*path, [&](const char* text) { return ::statvfs(text, &disk); });
+        if (error) return error;
+        return DiskSpace{disk.f_bavail * disk.f_frsize, disk.f_blocks * disk.f_frsize};
+    }
+
     std::error_code MakeFolder(std::string_view folder) override {
         auto path = ToNativePath(folder);
         if (!path) return path.Error();
@@ -284,6 +295,12 @@ public:
         if (::fsync(written.Get()) != 0) return LastError();
         if (::close(written.Release()) != 0) return LastError();
         return temp.RenameOverDestination();
+    }
+
+    Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override {
+        auto path = ToNativePath(file);
+        if (!path) return path.Error();
+        return StartFile(std::move(*path), traits);
     }
 
     std::error_code SetReadOnly(std::string_view file, bool readOnly) override {

@@ -20,6 +20,7 @@ EntryKind KindOfMode(mode_t mode) {
 void Describe(DirEntry& entry, const struct stat& info) {
     entry.kind = KindOfMode(info.st_mode);
     entry.readOnly = (info.st_mode & S_IWUSR) == 0;
+    entry.executable = (info.st_mode & S_IXUSR) != 0;
     entry.size = entry.kind == EntryKind::File ? static_cast<std::uint64_t>(info.st_size) : 0;
     entry.modified = FileTime(std::chrono::seconds(info.st_mtim.tv_sec));
 }

@@ -1,6 +1,7 @@
 #include "platform/windows/FileCopy.h"
 
 #include "platform/CaseFold.h"
+#include "platform/windows/FileTimes.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/LinkText.h"
@@ -13,6 +14,7 @@
 #include <cstddef>
 #include <cstring>
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace quillbay {
@@ -124,18 +126,50 @@ std::error_code CheckTarget(const std::wstring& to, bool replace) {
     return {};
 }
 
-std::error_code WriteNewFile(const std::wstring& longPath, DWORD attributes, std::string_view bytes) {
-    const Handle file(
-        CreateFileW(longPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
-    if (!file) return LastError();
+std::error_code WriteTo(const Handle& file, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto part = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 24));
         DWORD written = 0;
         if (!::WriteFile(file.Get(), bytes.data(), part, &written, nullptr)) return LastError();
         bytes.remove_prefix(written);
     }
+    return {};
+}
+
+std::error_code WriteNewFile(const std::wstring& longPath, DWORD attributes, std::string_view bytes) {
+    const Handle file(
+        CreateFileW(longPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
+    if (!file) return LastError();
+    if (const auto error = WriteTo(file, bytes)) return error;
     return FlushFileBuffers(file.Get()) ? std::error_code{} : LastError();
 }
+
+class WindowsFileWriter : public FileWriter {
+public:
+    WindowsFileWriter(std::wstring made, std::wstring to, NewFile traits, Handle file)
+        : made_(std::move(made)), to_(std::move(to)), traits_(traits), file_(std::move(file)) {}
+    ~WindowsFileWriter() override {
+        file_ = Handle();
+        if (!made_.empty()) Ignore(RemoveLeftover(made_));
+    }
+
+    std::error_code Write(std::string_view bytes) override { return WriteTo(file_, bytes); }
+
+    std::error_code Commit() override {
+        const auto time = traits_.modified ? ToFileTime(*traits_.modified) : std::nullopt;
+        if (time && !SetFileTime(file_.Get(), nullptr, nullptr, &*time)) return LastError();
+        file_ = Handle();
+        const auto error = PutInPlace(made_, to_, false);
+        if (!error) made_.clear();
+        return error;
+    }
+
+private:
+    std::wstring made_; ///< empty when it has its name
+    std::wstring to_;
+    NewFile traits_;
+    Handle file_;
+};
 
 } // namespace
 
@@ -185,6 +219,17 @@ std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes)
     if (!error) error = PutInPlace(made, file, true);
     if (error) Ignore(RemoveLeftover(made));
     return error;
+}
+
+Result<std::unique_ptr<FileWriter>> StartFile(const std::wstring& file, NewFile traits) {
+    if (const auto error = CheckTarget(file, false)) return error;
+    std::wstring made = Beside(file, kTempNew);
+    if (const auto error = RemoveLeftover(made)) return error;
+    Handle opened(
+        CreateFileW(made.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!opened) return LastError();
+    return std::unique_ptr<FileWriter>(
+        std::make_unique<WindowsFileWriter>(std::move(made), file, traits, std::move(opened)));
 }
 
 } // namespace quillbay

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystem.h"
 
+#include <memory>
 #include <string>
 #include <system_error>
 
@@ -16,5 +17,8 @@ std::error_code LinkToName(const std::wstring& from, const std::wstring& to, boo
 
 /// FileSystem::WriteFile. `file` has the spelling that it is to have.
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes);
+
+/// FileSystem::MakeFile.
+Result<std::unique_ptr<FileWriter>> StartFile(const std::wstring& file, NewFile traits);
 
 } // namespace quillbay

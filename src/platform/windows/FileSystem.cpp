@@ -4,6 +4,7 @@
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/windows/FileCopy.h"
+#include "platform/windows/FileTimes.h"
 #include "platform/windows/FolderScan.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/LinkText.h"
@@ -16,7 +17,6 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <optional>
 
 namespace quillbay {
 
@@ -24,23 +24,8 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kBlock = 1u << 18; ///< bytes that are read at once
-constexpr std::int64_t kTicksPerSecond = 10'000'000;
-constexpr std::int64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
 std::uint64_t Wide(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
-
-FileTime FromFileTime(const FILETIME& time) {
-    const auto ticks = Wide(time.dwHighDateTime, time.dwLowDateTime);
-    return FileTime(
-        std::chrono::seconds(static_cast<std::int64_t>(ticks / kTicksPerSecond) - kSecondsFrom1601To1970));
-}
-
-std::optional<FILETIME> ToFileTime(FileTime time) {
-    const auto seconds = std::int64_t{time.time_since_epoch().count()} + kSecondsFrom1601To1970;
-    if (seconds <= 0 || seconds > INT64_MAX / kTicksPerSecond) return std::nullopt;
-    const auto ticks = static_cast<std::uint64_t>(seconds) * kTicksPerSecond;
-    return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
 
 Handle OpenInformation(const std::wstring& path, DWORD flags = 0) {
     return Handle(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
@@ -314,6 +299,15 @@ public:
 
     Result<std::string> RealPath(std::string_view entry) const override { return FindRealPath(entry); }
 
+    Result<DiskSpace> SpaceAt(std::string_view folder) const override {
+        const auto path = LongPath(folder);
+        if (!path) return path.Error();
+        ULARGE_INTEGER free{};
+        ULARGE_INTEGER total{};
+        if (!GetDiskFreeSpaceExW(path->c_str(), &free, &total, nullptr)) return LastError();
+        return DiskSpace{free.QuadPart, total.QuadPart};
+    }
+
     std::error_code MakeFolder(std::string_view folder) override {
         const auto path = LongPath(folder);
         if (!path) return path.Error();
@@ -369,6 +363,12 @@ public:
         if (!path) return path.Error();
         const auto existing = FindEntry(*path);
         return WriteWholeFile(existing ? InFolder(LongParent(*path), existing->cFileName) : *path, bytes);
+    }
+
+    Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override {
+        const auto path = LongPath(file);
+        if (!path) return path.Error();
+        return StartFile(*path, traits);
     }
 
     std::error_code SetReadOnly(std::string_view file, bool readOnly) override {

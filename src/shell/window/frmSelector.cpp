@@ -10,8 +10,10 @@
 #include "common/window/ShowMessage.h"
 #include "effects/window/WindowEffects.h"
 #include "library/GameDirectory.h"
+#include "library/ModExchange.h"
 #include "library/window/HousekeepingCommands.h"
 #include "library/window/InstallCommands.h"
+#include "library/window/IntakeCommands.h"
 #include "library/window/ModListRefresher.h"
 #include "modinfo/window/DetailsPanel.h"
 #include "platform/PathText.h"
@@ -25,6 +27,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontInfo>
+#include <QMenu>
 #include <QTimer>
 
 #include <algorithm>
@@ -95,6 +98,8 @@ struct frmSelector::Parts {
                               .makeSubfoldersItem = *ui.menuModCurrentModSubfolders,
                               .removeSubfoldersItem = *ui.menuModCurrentModRemoveSubfolders,
                               .progress = *ui.pgbPercent}),
+          intake(main,
+                 {.addItem = *ui.menuModAddFromFile, .outcome = *ui.lblOutcome, .progress = *ui.pgbPercent}),
           launching(main), chooser(main, ui.modChangeT2Directory, main.services_, main.GameDirectory),
           windows(main, ui, menus) {}
 
@@ -103,6 +108,7 @@ struct frmSelector::Parts {
     ModListRefresher modList;
     InstallCommands installing;
     HousekeepingCommands housekeeping;
+    IntakeCommands intake;
     LaunchCommands launching;
     frmChangeT2Dir chooser;
     MenuWindows windows;
@@ -178,6 +184,8 @@ bool frmSelector::Start() {
     repaint();
     registeredGame_ = ReadGameDirectory(services_.registry);
     GameDirectory = registeredGame_.path;
+    PrepareModsFolder(services_.files, ProgramDirectory);
+    RecoverMods(services_.files, ModsFolder(ProgramDirectory));
     RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
@@ -312,7 +320,10 @@ void frmSelector::lstMods_Click() {
     ShowModDetails();
 }
 
-void frmSelector::lstMods_MouseDown(QPoint globalPosition) { ui_->menuModCurrentMod->popup(globalPosition); }
+void frmSelector::lstMods_MouseDown(QPoint globalPosition) {
+    QMenu& menu = ModRows().empty() ? parts_->intake.MenuForNoMods() : *ui_->menuModCurrentMod;
+    menu.popup(globalPosition);
+}
 
 void frmSelector::timRefreshModList_Timer() {
     const int interval = isMinimized() ? kRefreshMinimizedEveryMs : kRefreshEveryMs;

@@ -1,4 +1,5 @@
 #include "support/AnswerBoxesWindow.h"
+#include "support/ArchiveMaker.h"
 #include "support/FaultyFileSystem.h"
 #include "support/SelectorFixtureWindow.h"
 
@@ -27,6 +28,7 @@ struct Command {
 
 class CommandSweep : public SelectorFixture, public testing::WithParamInterface<Command> {
 public:
+    using SelectorFixture::Drop;
     using SelectorFixture::Mods;
 
     void Trigger(const char* item) const { Item(item).trigger(); }
@@ -103,6 +105,8 @@ CommandSweep::Outcome CommandSweep::Run(std::size_t number, Fault fault) {
           "program/mods/Mod/Addon/Extra/c.txt", "program/mods/Other/odf/ships/b.odf", "target/own.txt"})
         Write(file, QByteArray("bytes of ") + file);
     Write("game/odf/ships/quote.odf", "// unused\r\nrace = \"Terran\r\n");
+    const std::string archive = Pack(Packing::SevenZip, "New/odf/a=1 New/Addon/X/odf/b=2 notes=3 readme=4");
+    Write("dropped.7z", QByteArray::fromStdString(archive));
     Write("program/FileList.txt", "folder = 'rootdir'\r\nTempest2.exe;1;1/1/2001 1:00:00 AM\r\n");
 
     for (const char* recorded : {"Tempest2.exe", "readme.txt", "odf/ships/a.odf", "odf/ships/new.odf",
@@ -192,6 +196,7 @@ const Command kCommands[] = {
      [](CommandSweep& it) { it.Trigger("menuModUninstall"); }},
     {"RemoveMod", "program/mods/Mod/", [](CommandSweep& it) { it.Mods().setCurrentRow(0); },
      [](CommandSweep& it) { it.Trigger("menuModCurrentModRemoveMod"); }},
+    {"AddMods", "", [](CommandSweep&) {}, [](CommandSweep& it) { it.Drop("dropped.7z"); }},
     {"MakeFolders", "", [](CommandSweep& it) { it.Mods().setCurrentRow(0); },
      [](CommandSweep& it) { it.Trigger("menuModCurrentModSubfolders"); }, true},
     {"RemoveFolders", "",

@@ -1,4 +1,4 @@
-#include "catalogue/window/FolderOrFileDialog.h"
+#include "common/window/FolderOrFileDialog.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

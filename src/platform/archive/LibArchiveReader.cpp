@@ -1,0 +1,234 @@
+#include "platform/Archive.h"
+#include "platform/PathText.h"
+#include "platform/archive/Crc32.h"
+#include "platform/archive/EntryName.h"
+#include "platform/archive/EntryPath.h"
+#include "platform/archive/PartOfSet.h"
+#include "platform/archive/RarScanner.h"
+
+#include <algorithm>
+#include <archive.h>
+#include <archive_entry.h>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kZeros = 64 * 1024;
+
+/// What the library reads, by way of the file system.
+struct Source {
+    const FileSystem& files;
+    std::string file;
+    std::uint64_t size = 0;
+    std::uint64_t position = 0;
+    std::string block;
+    std::error_code error; ///< of the file system
+};
+
+la_ssize_t ReadSource(archive*, void* data, const void** bytes) {
+    auto& source = *static_cast<Source*>(data);
+    auto block = source.files.Read(source.file, source.position, kBlock);
+    source.error = block.Error();
+    if (!block) return ARCHIVE_FATAL;
+    source.block = std::move(*block);
+    source.position += source.block.size();
+    *bytes = source.block.data();
+    return static_cast<la_ssize_t>(source.block.size());
+}
+
+la_int64_t SkipSource(archive*, void* data, la_int64_t count) {
+    auto& source = *static_cast<Source*>(data);
+    const auto skipped = std::min(static_cast<std::uint64_t>(std::max<la_int64_t>(count, 0)),
+                                  source.size - std::min(source.position, source.size));
+    source.position += skipped;
+    return static_cast<la_int64_t>(skipped);
+}
+
+la_int64_t SeekSource(archive*, void* data, la_int64_t offset, int whence) {
+    auto& source = *static_cast<Source*>(data);
+    const std::uint64_t from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? source.position : source.size;
+    const la_int64_t to = static_cast<la_int64_t>(from) + offset;
+    if (to < 0) return ARCHIVE_FATAL;
+    source.position = static_cast<std::uint64_t>(to);
+    return to;
+}
+
+/// Around every call of the library that may meet a name.
+struct LibraryCall {
+    /// Where a name cannot be converted the library looks at errno, and ends the program when that happens to
+    /// speak of memory.
+    LibraryCall() { errno = 0; }
+
+    Utf8Names utf8;
+};
+
+EntryKind KindOf(archive_entry* entry) {
+    if (archive_entry_hardlink(entry)) return EntryKind::Other;
+    switch (archive_entry_filetype(entry)) {
+    case AE_IFREG:
+        return EntryKind::File;
+    case AE_IFDIR:
+        return EntryKind::Folder;
+    default:
+        return EntryKind::Other;
+    }
+}
+
+class LibArchiveReader : public ArchiveReader {
+public:
+    LibArchiveReader(const FileSystem& files, std::string_view file, std::uint64_t size)
+        : source_{files, std::string(file), size, 0, {}, {}}, archive_(archive_read_new(), archive_read_free),
+          rar_(files, file) {}
+
+    std::error_code Open() {
+        const LibraryCall call;
+        archive* const a = archive_.get();
+        if (!a) return std::make_error_code(std::errc::not_enough_memory);
+        // By name: whatever else the library may have been built with stays out.
+        for (const auto support : {archive_read_support_format_zip, archive_read_support_format_7zip,
+                                   archive_read_support_format_rar, archive_read_support_format_rar5,
+                                   archive_read_support_format_tar, archive_read_support_filter_gzip,
+                                   archive_read_support_filter_bzip2, archive_read_support_filter_xz})
+            if (support(a) < ARCHIVE_WARN) return Failure();
+        // Without these the library would take the names in the character set of this computer's user.
+        archive_read_set_format_option(a, "zip", "hdrcharset", "CP437");
+        archive_read_set_format_option(a, "rar", "hdrcharset", "CP437");
+        archive_read_set_format_option(a, "tar", "hdrcharset", "UTF-8");
+        archive_read_set_callback_data(a, &source_);
+        archive_read_set_read_callback(a, ReadSource);
+        archive_read_set_skip_callback(a, SkipSource);
+        archive_read_set_seek_callback(a, SeekSource);
+        return archive_read_open1(a) == ARCHIVE_OK ? std::error_code() : Failure();
+    }
+
+    Result<std::optional<ArchiveEntry>> Next() override {
+        const LibraryCall call;
+        held_ = {};
+        given_ = 0;
+        sum_ = {};
+        const auto declared = rar_.NextSum();
+        if (!declared) return declared.Error();
+        declaredSum_ = *declared;
+        archive_entry* entry = nullptr;
+        const int result = archive_read_next_header(archive_.get(), &entry);
+        if (result == ARCHIVE_EOF) return std::optional<ArchiveEntry>();
+        // A warning is about a name or an attribute; the bytes are counted by the reader's user.
+        if (result != ARCHIVE_OK && result != ARCHIVE_WARN) return Failure();
+        if (archive_entry_is_encrypted(entry)) return make_error_code(ArchiveError::Encrypted);
+
+        ArchiveEntry next;
+        const int format = archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK;
+        if (auto path = EntryPath(entry))
+            next.name = EntryNameText(*path, format == ARCHIVE_FORMAT_ZIP || format == ARCHIVE_FORMAT_RAR);
+        next.kind = KindOf(entry);
+        if (archive_entry_size_is_set(entry)) {
+            const auto size = archive_entry_size(entry);
+            if (size < 0) return make_error_code(ArchiveError::Broken);
+            next.size = static_cast<std::uint64_t>(size);
+        }
+        if (archive_entry_mtime_is_set(entry))
+            next.modified = FileTime(std::chrono::seconds(archive_entry_mtime(entry)));
+        next.executable = (archive_entry_perm(entry) & 0111U) != 0;
+        return std::optional(std::move(next));
+    }
+
+    Result<std::string_view> Read() override {
+        while (held_.size == 0 && held_.offset <= given_) {
+            const auto more = ReadBlock();
+            if (!more) return more.Error();
+            if (!*more) return End();
+        }
+        std::string_view bytes(held_.bytes, held_.size);
+        if (held_.offset > given_) { // what a sparse file leaves out is zeros
+            static constexpr std::array<char, kZeros> zeros{};
+            bytes = {zeros.data(),
+                     static_cast<std::size_t>(std::min<std::uint64_t>(held_.offset - given_, zeros.size()))};
+        } else {
+            held_.size = 0;
+        }
+        given_ += bytes.size();
+        if (declaredSum_) sum_.Add(bytes);
+        return bytes;
+    }
+
+    std::uint64_t Done() const override {
+        return std::min(
+            static_cast<std::uint64_t>(std::max<la_int64_t>(archive_filter_bytes(archive_.get(), -1), 0)),
+            source_.size);
+    }
+    std::uint64_t Total() const override { return source_.size; }
+
+private:
+    /// False at the end of the entry.
+    Result<bool> ReadBlock() {
+        const LibraryCall call;
+        const void* bytes = nullptr;
+        std::size_t size = 0;
+        la_int64_t offset = static_cast<la_int64_t>(given_);
+        const int result = archive_read_data_block(archive_.get(), &bytes, &size, &offset);
+        const bool atEnd = result == ARCHIVE_EOF;
+        if (result != ARCHIVE_OK && !atEnd) return Failure();
+        // A sparse file may end with what is left out. Other formats leave nothing out: where the library
+        // says so, it has come to an early end.
+        const bool isTar = (archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK) == ARCHIVE_FORMAT_TAR;
+        const auto at = static_cast<std::uint64_t>(std::max<la_int64_t>(offset, 0));
+        if (atEnd && (!isTar || at <= given_)) return false;
+        if (at < given_ || (at > given_ && !isTar)) return make_error_code(ArchiveError::Broken);
+        held_ = {static_cast<const char*>(bytes), atEnd ? 0 : size, at};
+        return true;
+    }
+
+    Result<std::string_view> End() const {
+        if (declaredSum_ && *declaredSum_ != sum_.Value()) return make_error_code(ArchiveError::Broken);
+        return std::string_view();
+    }
+
+    std::error_code Failure() {
+        archive* const a = archive_.get();
+        if (source_.error) return source_.error;
+        if (archive_errno(a) == ENOMEM) return std::make_error_code(std::errc::not_enough_memory);
+        // Before it knows the format the library has nobody to ask, and crashes.
+        const bool isKnown = archive_format(a) != 0;
+        // A compression that is known and ends too early is neither of the system's errors nor an unknown
+        // format, for which there are positive numbers.
+        const bool isBroken = isKnown || archive_errno(a) < 0;
+        if (isKnown && archive_read_has_encrypted_entries(a) > 0) return ArchiveError::Encrypted;
+        const std::uint64_t tailAt = source_.size - std::min<std::uint64_t>(source_.size, kTailBytes);
+        const auto tail = source_.files.Read(source_.file, tailAt, kTailBytes).ValueOr({});
+        if (LooksLikePart(LastComponent(source_.file), tail)) return ArchiveError::PartOfSet;
+        return isBroken ? ArchiveError::Broken : ArchiveError::Unknown;
+    }
+
+    /// Bytes of the library that are not given away yet.
+    struct Block {
+        const char* bytes = nullptr;
+        std::size_t size = 0;
+        std::uint64_t offset = 0; ///< in the entry
+    };
+
+    Source source_;
+    std::unique_ptr<archive, int (*)(archive*)> archive_;
+    Block held_;
+    std::uint64_t given_ = 0; ///< bytes of the entry
+    RarScanner rar_;
+    std::optional<std::uint32_t> declaredSum_; ///< of the entry
+    Crc32 sum_;                                ///< of what was given
+};
+
+} // namespace
+
+Result<std::unique_ptr<ArchiveReader>> OpenArchive(const FileSystem& files, std::string_view file) {
+    const auto info = files.Stat(file);
+    if (!info) return info.Error();
+    auto reader = std::make_unique<LibArchiveReader>(files, file, info->size);
+    if (const auto error = reader->Open()) return error;
+    return std::unique_ptr<ArchiveReader>(std::move(reader));
+}
+
+} // namespace quillbay

@@ -1,0 +1,45 @@
+#include "platform/archive/PartOfSet.h"
+
+#include "platform/CaseFold.h"
+#include "platform/archive/ByteReader.h"
+
+#include <algorithm>
+#include <string>
+
+namespace quillbay {
+
+namespace {
+
+constexpr std::string_view kZipEnd = "PK\x05\x06";
+
+bool IsNumber(std::string_view text) {
+    return !text.empty() && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// `part2` of `name.part2.rar`.
+bool IsPartNumber(std::string_view text) {
+    constexpr std::string_view kPart = "part";
+    return EqualFolded(text.substr(0, kPart.size()), kPart) &&
+           IsNumber(text.substr(std::min(kPart.size(), text.size())));
+}
+
+} // namespace
+
+bool LooksLikePart(std::string_view fileName, std::string_view tail) {
+    const auto end = tail.rfind(kZipEnd);
+    // Behind the mark stands which file of the set this is, from 0.
+    if (end != std::string_view::npos && ByteReader(tail.substr(end + kZipEnd.size())).Fixed(2) != 0)
+        return true;
+
+    const auto dot = std::min(fileName.rfind('.'), fileName.size());
+    const std::string ending = FoldCase(fileName.substr(dot));
+    if (ending == ".RAR") {
+        const auto name = fileName.substr(0, dot);
+        return IsPartNumber(name.substr(name.rfind('.') + 1));
+    }
+    if (ending.size() != 4) return false;
+    const bool isLettered = ending[1] == 'R' || ending[1] == 'Z';         // .r00, .z01
+    return IsNumber(std::string_view(ending).substr(isLettered ? 2 : 1)); // .7z.001
+}
+
+} // namespace quillbay
