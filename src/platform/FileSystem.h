@@ -32,7 +32,7 @@ struct DirEntry {
     bool readOnly = false;
     bool executable = false; ///< its owner may run it; never on Windows
     std::uint64_t size = 0;  ///< bytes; of what a link leads to
-    FileTime modified{};    ///< of what a link leads to
+    FileTime modified{};     ///< of what a link leads to
 
     /// What a listing of "plain files" shows: no folder, not hidden.
     bool IsPlainFile() const { return kind == EntryKind::File && !hidden; }
