@@ -6,6 +6,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
 
 namespace quillbay {
 

@@ -72,8 +72,7 @@ QString NamesOf(const std::vector<LeftOut>& leftOut) {
 QString WhyNotTaken(const IntakeFailure& failure, const QString& path) {
     const QString reason = ReasonOf(failure);
     if (reason.isEmpty()) return {};
-    const QString text =
-        QFileInfo(path).fileName() + QStringLiteral(" was not taken into the library. ") + reason;
+    QString text = QFileInfo(path).fileName() + QStringLiteral(" was not taken into the library. ") + reason;
     const bool isSystems = failure.problem == IntakeProblem::Unwritable;
     if (failure.path.empty()) return text;
     return WithPath(text, failure.path, isSystems ? failure.error : std::error_code());
