@@ -187,9 +187,8 @@ void SystemRegSearch::TakeLine(std::string_view line) {
 void SystemRegSearch::TakeSection(std::string_view line) {
     section_.reset();
     if (std::ranges::none_of(keys_, [line](const auto& key) { return MayBe(line.substr(1), key); })) return;
-    std::size_t at = 1;
-    const auto key = ReadText(line, at, ']');
-    if (!key || key->empty()) return;
+    const auto key = KeyOf(line);
+    if (!key) return;
     for (std::size_t i = 0; i < keys_.size(); ++i) {
         if (EqualFolded(*key, keys_[i])) section_ = i;
     }
