@@ -22,6 +22,8 @@ constexpr std::size_t kGameFiles = 6'850;
 constexpr std::uint64_t kGameBytes = 150'000'000;
 constexpr std::size_t kMods = 1'000;
 constexpr std::size_t kAddons = 200;
+constexpr int kPrefixes = 50;
+constexpr std::size_t kRegistryBytes = 5'000'000;
 
 /// The sample, and the state that each measured job starts from.
 class Bench {
@@ -31,6 +33,7 @@ public:
         const fs::path game = sample::MakePrefix(Home() / "prefix");
         sample::MakeGame(game, kGameFiles, kGameBytes);
         sample::MakeReplacingMod(game, App() / "mods/Whole");
+        sample::MakeLauncherPrefixes(PlayersHome(), kPrefixes, kRegistryBytes);
         sample::MakeLibrary(CrowdedApp() / "mods", kMods, kAddons);
         fs::copy_file(QUILLBAY, App() / "quillbay");
         fs::copy_file(QUILLBAY, CrowdedApp() / "quillbay");
@@ -40,6 +43,7 @@ public:
     }
 
     fs::path Home() const { return folder_ / "home"; }
+    fs::path PlayersHome() const { return folder_ / "player"; }
     fs::path App() const { return folder_ / "app"; }
     fs::path CrowdedApp() const { return folder_ / "crowded"; }
     std::string Game() const { return folder_ / "run/game"; }
@@ -78,8 +82,8 @@ double Milliseconds(std::chrono::nanoseconds time) { return static_cast<double>(
 
 /// From before the process was made to a painted window with that title.
 double StartTime(const fs::path& program, const fs::path& home, const std::string& title,
-                 const std::string& window) {
-    DrivenProgram driven(program, home);
+                 const std::string& window, bool choosePrefix = true) {
+    DrivenProgram driven(program, home, choosePrefix);
     const std::chrono::nanoseconds shown{std::stoll(driven.Do("title " + title))};
     const auto taken = Milliseconds(shown - driven.StartedAt().time_since_epoch());
     driven.Do("close " + window);
@@ -160,6 +164,12 @@ std::vector<Measurement> WindowJobs(const Bench& bench, DrivenProgram& crowded) 
         {{"start to the caption", "an empty Qt window", 3, "ms"},
          [&bench] { return StartTime(bench.App() / "quillbay", bench.Home(), "Quillbay", "frmSelector"); },
          [&bench] { return StartTime(EMPTY_WINDOW, bench.Home(), "Empty", "EmptyWindow"); }},
+        {{"start among 50 Wine prefixes of 5 MB", "an empty Qt window", 3, "ms"},
+         [&bench] {
+             return StartTime(bench.App() / "quillbay", bench.PlayersHome(), "Quillbay", "frmSelector",
+                              false);
+         },
+         [&bench] { return StartTime(EMPTY_WINDOW, bench.PlayersHome(), "Empty", "EmptyWindow"); }},
         {{"automatic refresh, 1,000 mods and 200 addons", "`find mods -maxdepth 2 -type d`", 1, "ms"},
          [&crowded] { return std::stod(crowded.Do("timer timRefreshModList")) / 1e6; },
          [mods] {

@@ -19,9 +19,9 @@ namespace {
     throw std::system_error(error, std::generic_category(), what);
 }
 
-std::vector<std::string> MakeEnvironment(const std::filesystem::path& home) {
+std::vector<std::string> MakeEnvironment(const std::filesystem::path& home, bool choosePrefix) {
     const std::array<std::pair<std::string, std::string>, 7> ours{{
-        {"WINEPREFIX", home / "prefix"},
+        {"WINEPREFIX", choosePrefix ? home / "prefix" : ""},
         {"XDG_CONFIG_HOME", home / "config"},
         {"XDG_RUNTIME_DIR", home / "runtime"},
         {"HOME", home},
@@ -49,7 +49,8 @@ std::vector<std::string> MakeEnvironment(const std::filesystem::path& home) {
 
 } // namespace
 
-DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::filesystem::path& home) {
+DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::filesystem::path& home,
+                             bool choosePrefix) {
     std::signal(SIGPIPE, SIG_IGN);
     for (const char* folder : {"prefix", "config", "runtime"}) {
         std::filesystem::create_directories(home / folder);
@@ -61,7 +62,7 @@ DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::fi
     if (::pipe2(toProgram.data(), O_CLOEXEC) != 0 || ::pipe2(fromProgram.data(), O_CLOEXEC) != 0) {
         Fail("pipe");
     }
-    auto environment = MakeEnvironment(home);
+    auto environment = MakeEnvironment(home, choosePrefix);
     std::vector<char*> pointers;
     for (auto& entry : environment) {
         pointers.push_back(entry.data());

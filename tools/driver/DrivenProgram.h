@@ -14,9 +14,11 @@ namespace quillbay {
 class DrivenProgram {
 public:
     /// Starts the program. `home` holds everything that it sees of the user: the Wine prefix (`prefix`), the
-    /// preferences (`config`) and the run-time folder (`runtime`); what is missing is made. Throws
-    /// std::system_error when the program cannot be started.
-    DrivenProgram(const std::filesystem::path& program, const std::filesystem::path& home);
+    /// preferences (`config`) and the run-time folder (`runtime`); what is missing is made. Without
+    /// `choosePrefix` the program looks for the prefix by itself. Throws std::system_error when the program
+    /// cannot be started.
+    DrivenProgram(const std::filesystem::path& program, const std::filesystem::path& home,
+                  bool choosePrefix = true);
     ~DrivenProgram();
     DrivenProgram(const DrivenProgram&) = delete;
     DrivenProgram& operator=(const DrivenProgram&) = delete;

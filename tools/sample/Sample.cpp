@@ -190,19 +190,54 @@ void MakeLibrary(const fs::path& modsFolder, std::size_t mods, std::size_t addon
     }
 }
 
-fs::path MakePrefix(const fs::path& prefix) {
+namespace {
+
+constexpr std::string_view kRegistryHead =
+    "WINE REGISTRY Version 2\n;; All keys relative to \\\\Machine\n\n#arch=win64\n\n";
+constexpr std::string_view kGameKey =
+    "[Software\\\\Wow6432Node\\\\Brightgate\\\\Tempest II\\\\v1.0] 1052000000\n#time=1c31c7e2d3b4a00\n"
+    "\"INSTALLPATH\"=\"C:\\\\Program Files\\\\Brightgate\\\\Tempest II\"\n";
+
+/// A prefix with a registry of those keys; its folder of the game is returned.
+fs::path MakePrefix(const fs::path& prefix, const std::string& keys) {
     fs::path game = prefix / "drive_c/Program Files/Brightgate/Tempest II";
     fs::create_directories(game);
     fs::create_directories(prefix / "dosdevices");
     if (!fs::is_symlink(prefix / "dosdevices/c:")) {
         fs::create_symlink("../drive_c", prefix / "dosdevices/c:");
     }
-    Write(prefix / "system.reg",
-          "WINE REGISTRY Version 2\n;; All keys relative to \\\\Machine\n\n#arch=win64\n\n"
-          "[Software\\\\Wow6432Node\\\\Brightgate\\\\Tempest II\\\\v1.0] 1052000000\n#time=1c31c7e2d3b4a00\n"
-          "\"INSTALLPATH\"=\"C:\\\\Program Files\\\\Brightgate\\\\Tempest II\"\n",
-          1);
+    Write(prefix / "system.reg", std::string(kRegistryHead) + keys, 1);
     return game;
+}
+
+/// Keys of about `bytes` bytes together, in Wine's order.
+std::string ClassKeys(const std::string& parent, std::size_t bytes) {
+    std::string keys;
+    for (int i = 10'000; keys.size() < bytes; ++i) {
+        const std::string id = "{000" + std::to_string(i) + "-0000-0000-c000-000000000046}";
+        keys += "[" + parent + "\\\\Classes\\\\CLSID\\\\" + id +
+                "] 1052000000\n#time=1c31c7e2d3b4a00\n@=\"Class " + std::to_string(i) + "\"\n\n[" + parent +
+                "\\\\Classes\\\\CLSID\\\\" + id +
+                "\\\\InprocServer32] 1052000000\n#time=1c31c7e2d3b4a00\n"
+                "@=\"C:\\\\windows\\\\system32\\\\ole32.dll\"\n\"ThreadingModel\"=\"Both\"\n\n";
+    }
+    return keys;
+}
+
+} // namespace
+
+fs::path MakePrefix(const fs::path& prefix) { return MakePrefix(prefix, std::string(kGameKey)); }
+
+void MakeLauncherPrefixes(const fs::path& home, int count, std::size_t registryBytes) {
+    const std::string before = ClassKeys("Software", registryBytes / 2);
+    const std::string after = ClassKeys("Software\\\\Wow6432Node", registryBytes / 2);
+    for (int i = 0; i < count; ++i) {
+        const auto prefix =
+            home / ".local/share/Steam/steamapps/compatdata" / std::to_string(1'000 + i) / "pfx";
+        MakePrefix(prefix, before + std::string(i == 0 ? kGameKey : "") + after);
+        fs::last_write_time(prefix / "system.reg",
+                            fs::file_time_type::clock::now() - std::chrono::hours(count - i));
+    }
 }
 
 void MakeDemo(const fs::path& folder) {

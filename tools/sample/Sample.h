@@ -28,6 +28,10 @@ void MakeLooseFiles(const std::filesystem::path& folder, std::size_t count, std:
 /// folder in it, which is made.
 std::filesystem::path MakePrefix(const std::filesystem::path& prefix);
 
+/// `count` prefixes of a game launcher, each with a registry of about `registryBytes` bytes. The oldest names
+/// a game, whose folder is made.
+void MakeLauncherPrefixes(const std::filesystem::path& home, int count, std::size_t registryBytes);
+
 /// `prefix` with a small game and `app/mods` with a library that shows what a mod can be.
 void MakeDemo(const std::filesystem::path& folder);
 
