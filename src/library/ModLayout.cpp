@@ -99,12 +99,14 @@ public:
     }
 
 private:
+    /// A folder in which nothing could be installed, all its folders being empty, is none.
     bool IsModRoot(Index folder) const {
-        return std::ranges::any_of(tree_[folder].children, [this](Index child) {
+        const auto tells = [this](Index child) {
             const auto& node = tree_[child];
             if (!node.isFolder) return EqualFolded(node.name, kModInfoName);
             return EqualFolded(node.name, kAddonName) || FirstParts().contains(FoldCase(node.name));
-        });
+        };
+        return std::ranges::any_of(tree_[folder].children, tells) && tree_.CountFiles(folder) > 0;
     }
 
     /// The shallowest ones.

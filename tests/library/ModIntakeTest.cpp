@@ -67,6 +67,7 @@ TEST_F(ModIntakeTest, AModBeginsWhereTheGamesFoldersBegin) {
          "A/odf/a=1 A/extra/odf/b=2 other/deep/sod/c=3",
          "A/Docs/other/deep/sod/c=3 A/extra/odf/b=2 A/odf/a=1",
          {}},
+        {"z.zip", "A/odf/a=1 B/odf/ B/none/", "A/odf/a=1", {}},
         // Nothing that tells.
         {"z.zip", "a.odf=1 b/c.wav=2", "z/a.odf=1 z/b/c.wav=2", {}, false},
         {"z.zip", "w/in/x.odf=1 w/readme=2", "in/readme=2 in/x.odf=1", {}, false},

@@ -62,7 +62,7 @@ TEST_F(IntakeWindow, OnlyAnIdleWindowTakesOnlyFilesAndOnlyAsACopy) {
 
 TEST_F(IntakeWindow, ANameThatIsTakenIsAskedAbout) {
     Put("Mod.zip", "odf/a=new");
-    Put("con.zip", "odf/a=new");
+    Put("(No mods found.).zip", "odf/a=new");
     Make({"program/mods/mod/odf/a", "program/mods/mod/Backup/odf/a", "program/mods/Other/x"});
     ASSERT_TRUE(Start());
     AnswerBoxes boxes;
@@ -79,7 +79,7 @@ TEST_F(IntakeWindow, ANameThatIsTakenIsAskedAbout) {
     EXPECT_EQ(Outcome(), "mod is in the library: 1 file; install it again to bring the game up to date.");
     EXPECT_EQ(SelectedText(), "mod");
     EXPECT_TRUE(Control<QPushButton>("cmdUninstallMod").isEnabled());
-    Drop("con.zip");
+    Drop("(No mods found.).zip");
     EXPECT_EQ(Titles(boxes), "? Quillbay|? Quillbay|Make new folder|X Error!|Make new folder|Quillbay|"
                              "Make new folder|? Quillbay|Make new folder");
     EXPECT_EQ(boxes.Seen()[0].text, "mods\\Mod exists already.");
