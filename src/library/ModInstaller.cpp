@@ -30,6 +30,7 @@ public:
             Stop(InstallOutcome::Refused, plan_.refused, {});
         } else {
             SweepLeftovers(files_, plan_);
+            record_.ReadAhead();
             if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) Install();
         }
         result_.kept = guard_.Kept();
@@ -93,7 +94,7 @@ private:
             if (const auto error = WhyNotTold(item))
                 return giveUp(InstallOutcome::UnsafeFile, item.place.gamePath, error);
         }
-        ReadModFiles();
+        NoteModFiles();
         if (const auto error = record_.WriteBegun(stage))
             return giveUp(InstallOutcome::NoBackup, stage, error);
 
@@ -139,7 +140,7 @@ private:
             Report(JobPhase::Saving, done, toSave.size());
             Save(toSave[done], folders);
         }
-        ReadModFiles();
+        NoteModFiles();
         if (const auto error = record_.WriteBegun(self_.backup))
             return Stop(InstallOutcome::NoBackup, self_.backup, error);
         return true;
@@ -180,7 +181,7 @@ private:
     }
 
     /// What will be in the game is written down before the first file is there.
-    void ReadModFiles() {
+    void NoteModFiles() {
         for (std::size_t i = 0; i < plan_.items.size(); ++i) {
             if (isLeftAlone_[i]) continue;
             const auto& item = plan_.items[i];

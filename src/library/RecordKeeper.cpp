@@ -3,6 +3,8 @@
 #include "platform/PathText.h"
 
 #include <chrono>
+#include <string>
+#include <utility>
 
 namespace quillbay {
 
@@ -19,11 +21,19 @@ RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
         if (file.state == RecordedState::Copied) file.state = RecordedState::Uncertain;
 }
 
+void RecordKeeper::ReadAhead() {
+    std::vector<std::string> paths;
+    paths.reserve(plan_.items.size());
+    for (const auto& item : plan_.items)
+        paths.push_back(item.file.path);
+    fingerprints_ = files_.FingerprintFiles(std::move(paths));
+}
+
 std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t over) {
     const auto& file = plan_.items[item].file;
     const auto* former = plan_.items[item].place.recorded;
     auto& entry = entries_[item];
-    const auto bytes = files_.FingerprintFile(file.path);
+    const auto bytes = fingerprints_->Take(item);
     if (!bytes) return bytes.Error();
     const FileVersion version{file.size, file.modified, *bytes, record_.lastNumber, 0};
     if (former) {
@@ -59,7 +69,10 @@ void RecordKeeper::SetGivenBack(const RecordedFile& file) {
 
 RecordedFile& RecordKeeper::FileOf(std::size_t item) { return record_.files[entries_[item].index]; }
 
-std::error_code RecordKeeper::WriteBegun(std::string_view backup) { return Write(backup); }
+std::error_code RecordKeeper::WriteBegun(std::string_view backup) {
+    fingerprints_.reset();
+    return Write(backup);
+}
 
 std::error_code RecordKeeper::WriteFinished(std::string_view backup) {
     std::erase_if(record_.files, [](const RecordedFile& file) { return file.versions.empty(); });

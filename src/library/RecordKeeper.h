@@ -4,6 +4,7 @@
 #include "library/ModInstaller.h"
 #include "platform/FileSystem.h"
 
+#include <memory>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -17,7 +18,9 @@ public:
     /// `plan` must outlive it.
     RecordKeeper(FileSystem& files, const InstallPlan& plan);
 
-    /// Reads what the plan's item of that index is going to put into the game. `isSaved` tells that what it
+    /// Begins to read what the plan's items are going to put into the game. Comes before Add.
+    void ReadAhead();
+    /// Notes what the plan's item of that index is going to put into the game. `isSaved` tells that what it
     /// replaces has just been saved, `over` is the place in the order of a mod whose file it replaces
     /// unsaved, or 0. On failure the item must not be installed.
     [[nodiscard]] std::error_code Add(std::size_t item, bool isSaved, std::int64_t over);
@@ -47,6 +50,7 @@ private:
     const InstallPlan& plan_;
     InstallRecord record_; ///< the former files in their places, new ones behind them
     std::vector<Entry> entries_;
+    std::unique_ptr<FingerprintReader> fingerprints_;
 };
 
 } // namespace quillbay

@@ -4,6 +4,7 @@
 #include "platform/Result.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -85,6 +86,14 @@ public:
     [[nodiscard]] virtual std::error_code Commit() = 0;
 };
 
+/// The fingerprints of files that were named together.
+class FingerprintReader {
+public:
+    virtual ~FingerprintReader() = default;
+    /// Of the file of that index; of one thread at a time, as soon as it has been read.
+    [[nodiscard]] virtual Result<Fingerprint> Take(std::size_t index) = 0;
+};
+
 /// Bytes of a disk.
 struct DiskSpace {
     std::uint64_t free = 0; ///< that this user may use
@@ -127,6 +136,10 @@ public:
     [[nodiscard]] virtual Result<bool> SameContents(std::string_view file, std::string_view other) const = 0;
     /// Of all the file's bytes. Links are followed.
     [[nodiscard]] virtual Result<Fingerprint> FingerprintFile(std::string_view file) const = 0;
+    /// Those of many files, which may be read ahead while other operations go on. The file system must
+    /// outlive what is returned.
+    [[nodiscard]] virtual std::unique_ptr<FingerprintReader>
+    FingerprintFiles(std::vector<std::string> files) const = 0;
     /// The bytes of all files below a folder, which may itself be a link; links in it count nothing and are
     /// not followed.
     [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileSystem.h"
+#include "platform/FingerprintsAhead.h"
 
 namespace quillbay {
 
@@ -23,6 +24,10 @@ public:
     }
     Result<Fingerprint> FingerprintFile(std::string_view file) const override {
         return base_.FingerprintFile(file);
+    }
+    /// By this object's own FingerprintFile, one after the other.
+    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+        return std::make_unique<FingerprintsAhead>(*this, std::move(files), 0);
     }
     Result<std::uint64_t> TreeSize(std::string_view folder) const override { return base_.TreeSize(folder); }
     Result<std::string> RealPath(std::string_view path) const override { return base_.RealPath(path); }

@@ -1,6 +1,7 @@
 #include "platform/FileSystem.h"
 
 #include "platform/CaseFold.h"
+#include "platform/FingerprintsAhead.h"
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/posix/FileCopy.h"
@@ -181,6 +182,10 @@ public:
         if (info.st_size != otherInfo.st_size) return false;
         if (info.st_dev == otherInfo.st_dev && info.st_ino == otherInfo.st_ino) return true;
         return CompareOpen(opened.Get(), otherOpened.Get(), static_cast<std::uint64_t>(info.st_size));
+    }
+
+    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+        return std::make_unique<FingerprintsAhead>(*this, std::move(files));
     }
 
     Result<Fingerprint> FingerprintFile(std::string_view file) const override {

@@ -35,9 +35,6 @@ int RenameWithoutReplacing(const char* from, const char* to) {
 
 std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bool replace) {
     if (!replace) return RenameNew(temp, to);
-    struct stat info {};
-    if (::lstat(to.c_str(), &info) != 0) return errno == ENOENT ? RenameNew(temp, to) : LastError();
-    if (S_ISDIR(info.st_mode)) return std::make_error_code(std::errc::is_a_directory);
     // A plain rename over a file makes ext4 write the new one to the disk at once, which slows down an
     // installation by three; exchanging the two names and removing the old file does not.
     if (Exchange(temp, to) != 0) {
@@ -45,6 +42,7 @@ std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bo
         return FlagUnsupported(errno) ? RenameOver(temp, to) : LastError();
     }
     if (::unlink(temp.c_str()) == 0) return {};
+    // A folder, as a rule: nobody who means to replace a file has asked for that before.
     const auto error = LastError();
     Exchange(temp, to);
     return error;

@@ -1,6 +1,7 @@
 #include "platform/FileSystem.h"
 
 #include "platform/CaseFold.h"
+#include "platform/FingerprintsAhead.h"
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/windows/FileCopy.h"
@@ -224,6 +225,10 @@ public:
         const auto text = ReadLinkText(*path);
         if (!text) return text.Error();
         return NarrowText(*text);
+    }
+
+    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+        return std::make_unique<FingerprintsAhead>(*this, std::move(files));
     }
 
     Result<Fingerprint> FingerprintFile(std::string_view file) const override {

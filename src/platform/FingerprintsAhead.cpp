@@ -1,0 +1,50 @@
+#include "platform/FingerprintsAhead.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+/// A thread costs more than reading fewer files than that.
+constexpr std::size_t kFilesOfReader = 64;
+
+} // namespace
+
+FingerprintsAhead::FingerprintsAhead(const FileSystem& files, std::vector<std::string> paths,
+                                     std::size_t mostReaders)
+    : files_(files), paths_(std::move(paths)), read_(paths_.size()),
+      isRead_(std::make_unique<std::atomic<bool>[]>(paths_.size())) {
+    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
+    const auto count = std::min({processors - 1, mostReaders, paths_.size() / kFilesOfReader});
+    try {
+        for (std::size_t i = 0; i < count; ++i)
+            readers_.emplace_back([this] {
+                while (ReadNext()) {
+                }
+            });
+    } catch (
+        const std::system_error&) { // a thread that the system does not give: the others read, or the owner
+    }
+}
+
+FingerprintsAhead::~FingerprintsAhead() { next_ = paths_.size(); }
+
+Result<Fingerprint> FingerprintsAhead::Take(std::size_t index) {
+    while (!isRead_[index])
+        if (!ReadNext()) isRead_[index].wait(false);
+    return *read_[index];
+}
+
+bool FingerprintsAhead::ReadNext() {
+    const auto index = next_++;
+    if (index >= paths_.size()) return false;
+    read_[index] = files_.FingerprintFile(paths_[index]);
+    isRead_[index] = true;
+    isRead_[index].notify_all();
+    return true;
+}
+
+} // namespace quillbay
