@@ -144,17 +144,25 @@ std::vector<Measurement> FileJobs(const Bench& bench) {
             return RunProcess({"rsync", "-a", "--ignore-times", mod + "/Backup/", game});
         };
     };
+    const auto restoreBarely = [&bench, mod, game] {
+        bench.RestoreInstalled(true);
+        return RunProcess({BARE_RESTORE, mod + "/Backup", game});
+    };
     return {
         {{"install, whole process", "`cp -a mod/. game/`", 1.0, "s"}, install, copy},
         {{"install, whole process", "`rsync -a --backup --backup-dir=saved mod/ game/`", 0.5, "s"},
          install,
          copyWithBackup},
-        {{"uninstall soon after, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.15, "s"},
+        {{"uninstall soon after, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.3, "s"},
          uninstall(false),
          copyBack(false)},
-        {{"uninstall later, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.15, "s"},
+        {{"uninstall later, whole process", "`rsync -a --ignore-times Backup/ game/`", 0.3, "s"},
          uninstall(true),
          copyBack(true)},
+        {{"uninstall later, whole process", "link, rename and unlink of each file, by `bare_restore`", 1.3,
+          "s"},
+         uninstall(true),
+         restoreBarely},
     };
 }
 
