@@ -4,8 +4,8 @@
 #include "catalogue/FileCatalogue.h"
 #include "catalogue/GameScan.h"
 #include "platform/PathText.h"
-#include "support/DiskTest.h"
 #include "support/FaultyFileSystem.h"
+#include "support/TempFolder.h"
 
 #include <algorithm>
 #include <random>

@@ -4,7 +4,6 @@
 #include "support/InstallLab.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 
 namespace quillbay {
 namespace {
@@ -70,7 +69,7 @@ protected:
         if (auto file = state.extract("bzn/a.bzn")) state["bzn/A.BZN"] = file.mapped();
         return state;
     }
-    bool SortWith(std::size_t number, Fault fault, bool hardLinks);
+    std::string SortWith(std::size_t number, Fault fault, bool hardLinks);
 
     std::optional<InstallLab> lab_ = std::make_optional<InstallLab>();
 };
@@ -123,9 +122,9 @@ TEST_F(LooseFilesTest, OnlyWhatIsCheckedFlaggedAndStillThereIsSorted) {
     EXPECT_EQ(Differences(state, State()), "");
 }
 
-/// Sorts with a fault at the `number`-th operation; false when there are not as many.
-bool LooseFilesTest::SortWith(std::size_t number, Fault fault, bool hardLinks) {
-    SCOPED_TRACE(testing::Message() << "fault " << int(fault) << " at " << number << ", " << hardLinks);
+/// Sorts with a fault at the `number`-th operation; the trace of the operations.
+std::string LooseFilesTest::SortWith(std::size_t number, Fault fault, bool hardLinks) {
+    SCOPED_TRACE(hardLinks);
     lab_.emplace();
     Put({"A.BZN", "bzn/a.bzn", "b.bzn", "c.bzn", "bzn/c.bzn", "d.bzn", "bzn/d.bzn/inside", "PHAS.bmp",
          "x_pulse.odf", "odf/weapons/pulse/old.odf", "Sprites/x/hers", "readme.txt", "odf/weapons/PHOTONS/x"},
@@ -154,26 +153,25 @@ bool LooseFilesTest::SortWith(std::size_t number, Fault fault, bool hardLinks) {
         EXPECT_EQ(stays, isAsBefore) << name;
         EXPECT_EQ(stays, std::ranges::count(result.notMoved, name)) << name;
     }
-    const bool isMet = files.Trace().size() >= number;
-    if (!isMet) {
+    if (fault == Fault::None) {
         EXPECT_EQ(result.moved, kMoves.size());
         EXPECT_EQ(result.notMoved, Names{"d.bzn"});
         EXPECT_TRUE(lab_->State("mods/One").contains("bzn/A.BZN"));
         EXPECT_FALSE(exists(lab_->Native("mods/One/odf/weapons/PHOTONS")));
     }
     // After a failure a picture can stay without the ODF file that it is told by.
-    if (isMet && fault == Fault::Fail) return true;
+    if (fault == Fault::Fail) return files.Trace();
     Sort(lab_->Files(), List());
     EXPECT_EQ(Differences(after, State()) + lab_->SharedFiles(), "");
-    return isMet;
+    return files.Trace();
 }
 
 TEST_F(LooseFilesTest, NothingIsLostWhateverFailsOrEnds) {
     for (const bool hardLinks : {true, false})
-        for (const Fault fault : {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndTempWhole,
-                                  Fault::EndSwapped, Fault::EndAfter})
-            for (std::size_t number = 1; SortWith(number, fault, hardLinks);)
-                number += QUILLBAY_SWEEP_STRIDE;
+        SweepFaults(SortWith(0, Fault::None, hardLinks),
+                    {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndTempWhole,
+                     Fault::EndSwapped, Fault::EndAfter},
+                    [&](std::size_t number, Fault fault) { SortWith(number, fault, hardLinks); });
 }
 
 } // namespace

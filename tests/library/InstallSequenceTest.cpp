@@ -1,8 +1,8 @@
+#include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
 #include <algorithm>
 #include <array>
-#include <gtest/gtest.h>
 #include <random>
 #include <set>
 
@@ -176,7 +176,7 @@ class InstallSequenceTest : public testing::TestWithParam<bool> {};
 TEST_P(InstallSequenceTest, LosesNothingWhateverHappensBetween) {
     const auto seed =
         GTEST_FLAG_GET(shuffle) ? 1000U * unsigned(testing::UnitTest::GetInstance()->random_seed()) : 0;
-    for (unsigned story = 0; story < 300 / QUILLBAY_SWEEP_STRIDE && !HasFailure(); ++story)
+    for (unsigned story = 0; story < 300 / SweepStride() && !HasFailure(); ++story)
         Story(seed + story, GetParam()).Run();
 }
 

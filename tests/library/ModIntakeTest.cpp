@@ -1,11 +1,12 @@
+#include "library/ModIntake.h"
+
 #include "library/ModExchange.h"
 #include "platform/PathText.h"
 #include "support/ArchiveMaker.h"
 #include "support/FaultyFileSystem.h"
-#include "support/IntakeLab.h"
+#include "support/TempFolder.h"
 
 #include <clocale>
-#include <cstdint>
 
 // Archives and folders on their way into the library.
 namespace quillbay::test {
@@ -14,7 +15,63 @@ namespace {
 using enum IntakeProblem;
 using Reason = LeftOutReason;
 
-class ModIntakeTest : public IntakeLab {};
+/// A library, and beside it a place for archives and folders that shall get into it.
+class ModIntakeTest : public DiskTest {
+protected:
+    struct Taken {
+        IntakeFailure failure;
+        std::vector<LeftOut> leftOut;
+        std::vector<PlacedMod> placed;
+        bool isSorted = true;
+    };
+
+    ModIntakeTest() { PutFolder(temp_ / "mods"); }
+
+    /// Takes in a path below the place for them; a mod that is there already is replaced where it may be.
+    Taken Take(
+        FileSystem& files, const std::string& name, const IntakeLimits& limits = {},
+        const IntakeProgress& progress = [](auto, auto) { return true; });
+    Taken Take(const std::string& name) { return Take(*disk_, name); }
+    /// The same of an archive of these bytes.
+    Taken TakeBytes(const std::string& name, std::string_view bytes) {
+        PutFile(outside_ / name, bytes);
+        return Take(name);
+    }
+    std::string Mods() const { return temp_ / "mods"; }
+    /// The files of the library, sorted: "X/odf/a=bytes Y/b=bytes". Behind a "!" stands what should not be:
+    /// what lies beside the library, and what the program works on.
+    std::string Files() const;
+
+    const TempFolder outside_;
+};
+
+ModIntakeTest::Taken ModIntakeTest::Take(FileSystem& files, const std::string& name,
+                                         const IntakeLimits& limits, const IntakeProgress& progress) {
+    ModIntake intake(files, OpenArchive, Mods(), temp_ / "game");
+    Taken taken;
+    taken.failure = intake.Unpack(outside_ / name, limits, progress);
+    const ModLayout& layout = intake.Layout();
+    taken.leftOut = layout.leftOut;
+    for (std::size_t i = 0; i < layout.mods.size() && !taken.failure; ++i) {
+        taken.isSorted = layout.mods[i].isSorted;
+        const std::string& mod = layout.mods[i].name;
+        const ModPlace place = intake.FindPlace(mod);
+        if (place == ModPlace::Free || place == ModPlace::Replaceable)
+            taken.placed.push_back(intake.Place(i, mod, place == ModPlace::Replaceable));
+    }
+    return taken;
+}
+
+std::string ModIntakeTest::Files() const {
+    std::string files;
+    for (const auto& text : temp_.Entries()) {
+        const bool isFile = !text.ends_with('/') && text.find("->") == std::string::npos;
+        if (!isFile && text.ends_with('/') && ('/' + text).find("/~") == std::string::npos) continue;
+        files += files.empty() ? "" : " ";
+        files += isFile && text.starts_with("mods/") ? text.substr(5) : "!" + text;
+    }
+    return files;
+}
 
 /// With `to`, of the same length, in the place of every `from`.
 std::string Patched(std::string bytes, std::string_view from, std::string_view to) {
@@ -248,7 +305,7 @@ TEST_F(ModIntakeTest, NoDamagePassesForTheWhole) {
     for (const auto& bytes :
          {Pack(Packing::Zip, contents), Pack(Packing::SevenZip, contents), Pack(Packing::TarBz2, contents),
           Pack(Packing::TarXz, contents), PackRar4(contents), PackRar5(contents)}) {
-        for (std::size_t at = 0; at < bytes.size(); at += QUILLBAY_SWEEP_STRIDE) {
+        for (std::size_t at = 0; at < bytes.size(); at += SweepStride()) {
             std::string damaged = bytes;
             damaged[at] = static_cast<char>(damaged[at] ^ (1 << at % 8));
             const Taken taken = TakeBytes("x", damaged);
@@ -332,8 +389,10 @@ TEST_F(ModIntakeTest, AReplacedModKeepsWhatIsTheGames) {
     EXPECT_EQ(BytesOf("mods/Third/odf/b"), "new");
 }
 
+using Fault = FaultyFileSystem::Fault;
+constexpr auto kFaults = {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndAfter};
+
 TEST_F(ModIntakeTest, EveryFailureAndEveryEndLeavesTheOldOrTheNewWhole) {
-    using Fault = FaultyFileSystem::Fault;
     PutFile(outside_ / "new.7z",
             Pack(Packing::SevenZip, std::string(kNewMod) + " licence=paper readme=paper"));
     for (const char* before : {kOldMod, "mods/Other/odf/e=other"}) {
@@ -356,24 +415,13 @@ TEST_F(ModIntakeTest, EveryFailureAndEveryEndLeavesTheOldOrTheNewWhole) {
         };
         const std::string trace = run(0, Fault::None);
         ASSERT_GT(trace.size(), 45U);
-        std::size_t met = 0;
-        for (std::size_t number = 1; number <= trace.size(); ++number) {
-            for (const auto fault : {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndAfter}) {
-                if (fault == Fault::EndTempHalf && trace[number - 1] != 't') continue;
-                if (++met % QUILLBAY_SWEEP_STRIDE != 0) continue;
-                SCOPED_TRACE(testing::Message()
-                             << "operation " << number << " of " << trace << ", fault " << int(fault));
-                run(number, fault);
-                if (HasFailure()) return;
-            }
-        }
+        SweepFaults(trace, kFaults, run);
     }
 }
 
 TEST_F(ModIntakeTest, ARecoveryThatFailsIsTriedAgainAndLosesNothing) {
-    using Fault = FaultyFileSystem::Fault;
     PutFile(outside_ / "new.zip", Pack(Packing::Zip, kNewMod));
-    std::size_t recoveries = 0;
+    std::string recovery;
     const auto run = [&](std::size_t number, std::size_t again, Fault fault) {
         EXPECT_FALSE(disk_->RemoveTree(Mods()));
         temp_.Put(kOldMod);
@@ -388,21 +436,15 @@ TEST_F(ModIntakeTest, ARecoveryThatFailsIsTriedAgainAndLosesNothing) {
         if (Files() != kReplaced) {
             EXPECT_EQ(Files(), old);
         }
-        recoveries = faultyAgain.Trace().size();
+        recovery = faultyAgain.Trace();
         return faulty.Trace().size();
     };
     const std::size_t last = run(0, 0, Fault::None);
-    std::size_t met = 0;
     for (std::size_t number = last - 25; number <= last; ++number) {
+        SCOPED_TRACE(number);
         run(number, 0, Fault::None);
-        for (std::size_t again = recoveries; again > 0; --again) {
-            for (const auto fault : {Fault::Fail, Fault::EndBefore, Fault::EndTempHalf, Fault::EndAfter}) {
-                if (++met % QUILLBAY_SWEEP_STRIDE != 0) continue;
-                SCOPED_TRACE(testing::Message() << number << ", then " << again << ", fault " << int(fault));
-                run(number, again, fault);
-                if (HasFailure()) return;
-            }
-        }
+        SweepFaults(std::string(recovery), kFaults,
+                    [&](std::size_t again, Fault fault) { run(number, again, fault); });
     }
 }
 

@@ -1,7 +1,7 @@
 #include "platform/posix/FileCopy.h"
 #include "platform/posix/TempEntry.h"
 #include "platform/posix/UniqueFd.h"
-#include "support/DiskTest.h"
+#include "support/TempFolder.h"
 
 #include <array>
 #include <fcntl.h>

@@ -7,7 +7,6 @@
 
 #include <csignal>
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>

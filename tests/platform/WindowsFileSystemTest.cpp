@@ -1,4 +1,4 @@
-#include "support/DiskTest.h"
+#include "support/TempFolder.h"
 
 #include <algorithm>
 #include <windows.h>

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <gtest/gtest.h>
 #include <iterator>
 #include <string>
 

@@ -2,7 +2,7 @@
 
 #include "platform/DosPath.h"
 #include "shell/BatchFile.h"
-#include "support/DiskTest.h"
+#include "support/TempFolder.h"
 
 namespace quillbay::test {
 namespace {

@@ -1,10 +1,5 @@
 #include "support/AnswerBoxesWindow.h"
 
-#include <QApplication>
-#include <QInputDialog>
-#include <QPushButton>
-#include <QtTest>
-
 namespace quillbay::test {
 
 AnswerBoxes::AnswerBoxes() {

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QDialog>
-#include <QMessageBox>
-#include <QPointer>
-#include <QString>
-#include <QTimer>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <deque>
 #include <functional>

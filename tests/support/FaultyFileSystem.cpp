@@ -3,6 +3,7 @@
 #include "platform/PathText.h"
 #include "support/TempFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -38,19 +39,19 @@ void FaultyFileSystem::LeaveTemp(Text to, Text bytes, Replace replace) {
 
 std::error_code FaultyFileSystem::RemoveTree(Text folder) {
     if (IsNext() && fault_ == Fault::EndTempHalf) RemoveHalf(folder);
-    return Meet('t', &FileSystem::RemoveTree, folder);
+    return Meet("RemoveTree", &FileSystem::RemoveTree, folder);
 }
 
 std::error_code FaultyFileSystem::Copy(Text from, Text to, CopyOptions options) {
     if (IsNext())
         LeaveTemp(to, Base().Read(from, 0, kWholeFile).ValueOr({}),
                   [&] { return Base().Copy(from, to, {.replace = true, .keepLink = true}); });
-    return Meet('c', &FileSystem::Copy, from, to, options);
+    return Meet(options.flush ? "FlushedCopy" : "Copy", &FileSystem::Copy, from, to, options);
 }
 
 std::error_code FaultyFileSystem::WriteFile(Text file, Text bytes) {
     if (IsNext()) LeaveTemp(file, bytes, [&] { return Base().WriteFile(file, bytes); });
-    return Meet('c', &FileSystem::WriteFile, file, bytes);
+    return Meet("WriteFile", &FileSystem::WriteFile, file, bytes);
 }
 
 /// When the process ends before the file has its name, what was written so far stays under the temporary one.
@@ -64,13 +65,13 @@ public:
     }
 
     std::error_code Write(Text bytes) override {
-        return files_.MeetBy('.', [&] {
+        return files_.MeetBy("Write", temp_, bytes, [&] {
             written_ += bytes;
             return base_->Write(bytes);
         });
     }
     std::error_code Commit() override {
-        return files_.MeetBy('.', [&] {
+        return files_.MeetBy("Commit", temp_, {}, [&] {
             committed_ = true;
             return base_->Commit();
         });
@@ -85,10 +86,38 @@ private:
 };
 
 Result<std::unique_ptr<FileWriter>> FaultyFileSystem::MakeFile(Text file, NewFile traits) {
-    auto made = Meet('.', &FileSystem::MakeFile, file, traits);
+    auto made = Meet("MakeFile", &FileSystem::MakeFile, file, traits);
     if (!made) return made;
     return std::unique_ptr<FileWriter>(
         std::make_unique<Writer>(*this, Join(Parent(file), kTempNew), std::move(*made)));
+}
+
+std::size_t SweepStride() {
+#ifdef _WIN32
+    constexpr std::size_t kUsual = 17; // the emulator makes file work some fifty times slower
+#else
+    constexpr std::size_t kUsual = 1;
+#endif
+    const char* stride = std::getenv("QUILLBAY_SWEEP_STRIDE");
+    return stride ? std::stoul(stride) : kUsual;
+}
+
+void SweepFaults(const std::string& trace, std::initializer_list<FaultyFileSystem::Fault> faults,
+                 const std::function<void(std::size_t, FaultyFileSystem::Fault)>& run, std::size_t dense) {
+    using enum FaultyFileSystem::Fault;
+    std::size_t met = 0;
+    for (std::size_t number = 1; number <= trace.size(); number += number < dense ? 1 : 25) {
+        const char kind = trace[number - 1];
+        for (const auto fault : faults) {
+            if (fault == EndTempHalf && kind == '.') continue;
+            if ((fault == EndTempWhole || fault == EndSwapped) && kind != 'c') continue;
+            if (++met % SweepStride() != 0) continue;
+            SCOPED_TRACE(testing::Message()
+                         << "operation " << number << " of " << trace << ", fault " << int(fault));
+            run(number, fault);
+            if (testing::Test::HasFailure()) return;
+        }
+    }
 }
 
 } // namespace quillbay

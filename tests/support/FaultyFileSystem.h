@@ -3,14 +3,19 @@
 #include "platform/FileSystemWrapper.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <tuple>
+#include <type_traits>
 
 namespace quillbay {
 
 /// Counts the operations and lets one of them fail, or lets the process end there: from then on nothing is
-/// done any more and every operation fails.
+/// done any more and every operation fails. A hook sees them all, in the middle of the work.
 class FaultyFileSystem : public FileSystemWrapper {
 public:
     enum class Fault {
@@ -35,61 +40,92 @@ public:
         error_ = std::make_error_code(error);
     }
     /// Hard links are not supported from now on.
-    void ForbidHardLinks() { hardLinks_ = false; }
+    void ForbidHardLinks() {
+        hook = [](Text operation, Text, Text) {
+            return std::make_error_code(operation == "HardLink" ? std::errc::operation_not_supported
+                                                                : std::errc());
+        };
+    }
+    /// Runs before an operation and lets it fail with what it returns. `to` is the second path; a copy that
+    /// is to be flushed is called "FlushedCopy".
+    std::function<std::error_code(Text operation, Text path, Text to)> hook;
+    std::string mount; ///< the name of a folder where something is mounted
     /// One character for each operation so far: 'c' for one that writes under the temporary name first,
     /// 't' for the removal of a tree, '.' for any other.
     const std::string& Trace() const { return trace_; }
 
     Result<std::vector<DirEntry>> List(Text folder, Detail detail) const override {
-        return Meet('.', &FileSystem::List, folder, detail);
+        return Meet("List", &FileSystem::List, folder, detail);
     }
-    Result<FileInfo> Stat(Text path) const override { return Meet('.', &FileSystem::Stat, path); }
+    Result<FileInfo> Stat(Text path) const override {
+        auto info = Meet("Stat", &FileSystem::Stat, path);
+        if (info && !mount.empty()) info->isMount = info->name == mount;
+        return info;
+    }
     Result<std::string> Read(Text file, std::uint64_t offset, std::size_t maxBytes) const override {
-        return Meet('.', &FileSystem::Read, file, offset, maxBytes);
+        return Meet("Read", &FileSystem::Read, file, offset, maxBytes);
     }
-    Result<std::string> ReadLink(Text path) const override { return Meet('.', &FileSystem::ReadLink, path); }
+    Result<std::string> ReadLink(Text path) const override {
+        return Meet("ReadLink", &FileSystem::ReadLink, path);
+    }
     Result<bool> SameContents(Text file, Text other) const override {
-        return Meet('.', &FileSystem::SameContents, file, other);
+        return Meet("SameContents", &FileSystem::SameContents, file, other);
     }
     Result<Fingerprint> FingerprintFile(Text file) const override {
-        return Meet('.', &FileSystem::FingerprintFile, file);
+        return Meet("FingerprintFile", &FileSystem::FingerprintFile, file);
     }
-    Result<std::string> RealPath(Text path) const override { return Meet('.', &FileSystem::RealPath, path); }
-    Result<DiskSpace> SpaceAt(Text folder) const override { return Meet('.', &FileSystem::SpaceAt, folder); }
-    std::error_code MakeFolder(Text folder) override { return Meet('.', &FileSystem::MakeFolder, folder); }
+    Result<std::string> RealPath(Text path) const override {
+        return Meet("RealPath", &FileSystem::RealPath, path);
+    }
+    Result<std::uint64_t> TreeSize(Text folder) const override {
+        return Meet("TreeSize", &FileSystem::TreeSize, folder);
+    }
+    Result<DiskSpace> SpaceAt(Text folder) const override {
+        return Meet("SpaceAt", &FileSystem::SpaceAt, folder);
+    }
+    std::error_code MakeFolder(Text folder) override {
+        return Meet("MakeFolder", &FileSystem::MakeFolder, folder);
+    }
     std::error_code RemoveEmptyFolder(Text folder) override {
-        return Meet('.', &FileSystem::RemoveEmptyFolder, folder);
+        return Meet("RemoveEmptyFolder", &FileSystem::RemoveEmptyFolder, folder);
     }
-    std::error_code RemoveFile(Text file) override { return Meet('.', &FileSystem::RemoveFile, file); }
+    std::error_code RemoveFile(Text file) override {
+        return Meet("RemoveFile", &FileSystem::RemoveFile, file);
+    }
     std::error_code RemoveTree(Text folder) override;
     std::error_code Copy(Text from, Text to, CopyOptions options) override;
     std::error_code HardLink(Text from, Text to, bool replace) override {
-        if (!hardLinks_) return std::make_error_code(std::errc::operation_not_supported);
-        return Meet('.', &FileSystem::HardLink, from, to, replace);
+        return Meet("HardLink", &FileSystem::HardLink, from, to, replace);
     }
-    std::error_code Rename(Text from, Text to) override { return Meet('.', &FileSystem::Rename, from, to); }
+    std::error_code Rename(Text from, Text to) override {
+        return Meet("Rename", &FileSystem::Rename, from, to);
+    }
     std::error_code WriteFile(Text file, Text bytes) override;
     /// Each Write and the Commit are operations of their own.
     Result<std::unique_ptr<FileWriter>> MakeFile(Text file, NewFile traits) override;
     std::error_code SetReadOnly(Text file, bool readOnly) override {
-        return Meet('.', &FileSystem::SetReadOnly, file, readOnly);
+        return Meet("SetReadOnly", &FileSystem::SetReadOnly, file, readOnly);
     }
     std::error_code SetModified(Text path, FileTime time) override {
-        return Meet('.', &FileSystem::SetModified, path, time);
+        return Meet("SetModified", &FileSystem::SetModified, path, time);
     }
 
 private:
     class Writer;
 
-    template <typename Operation, typename... Arguments>
-    auto Meet(char kind, Operation operation, const Arguments&... arguments) const
-        -> decltype((Base().*operation)(arguments...)) {
-        return MeetBy(kind, [&] { return (Base().*operation)(arguments...); });
+    template <typename Operation, typename... Rest>
+    auto Meet(Text name, Operation operation, Text path, const Rest&... rest) const
+        -> decltype((Base().*operation)(path, rest...)) {
+        Text to;
+        if constexpr ((std::is_same_v<Rest, Text> || ...)) to = std::get<Text>(std::tuple(rest...));
+        return MeetBy(name, path, to, [&] { return (Base().*operation)(path, rest...); });
     }
     template <typename Operation>
-    auto MeetBy(char kind, Operation operation) const -> decltype(operation()) {
+    auto MeetBy(Text name, Text path, Text to, Operation operation) const -> decltype(operation()) {
         if (ended_) return error_;
-        trace_.push_back(kind);
+        if (const auto refused = hook ? hook(name, path, to) : std::error_code()) return refused;
+        const bool isWhole = name == "WriteFile" || name.ends_with("Copy");
+        trace_.push_back(isWhole ? 'c' : name == "RemoveTree" ? 't' : '.');
         if (trace_.size() != at_ || fault_ == Fault::None) return operation();
         ended_ = fault_ != Fault::Fail;
         if (fault_ == Fault::EndAfter) return operation();
@@ -106,7 +142,16 @@ private:
     std::size_t at_ = 0;
     Fault fault_ = Fault::None;
     std::error_code error_ = std::make_error_code(std::errc::io_error);
-    bool hardLinks_ = true;
 };
+
+/// The cases of a sweep are met in steps of this many; 1 unless QUILLBAY_SWEEP_STRIDE of the environment says
+/// otherwise.
+std::size_t SweepStride();
+
+/// Lets `run` meet the faults at each operation of a trace, those that differ there, until a case has failed.
+/// A long run does the same many times: behind the `dense`-th operation every 25th is enough.
+void SweepFaults(const std::string& trace, std::initializer_list<FaultyFileSystem::Fault> faults,
+                 const std::function<void(std::size_t number, FaultyFileSystem::Fault)>& run,
+                 std::size_t dense = SIZE_MAX);
 
 } // namespace quillbay

@@ -2,12 +2,6 @@
 
 #include "shell/window/frmSelector.h"
 
-#include <QApplication>
-#include <QDragEnterEvent>
-#include <QFile>
-#include <QMimeData>
-#include <QTimer>
-
 namespace quillbay::test {
 
 QString Titles(const AnswerBoxes& boxes) {
@@ -22,6 +16,11 @@ SelectorFixture::SelectorFixture() {
     Write("game/Tempest2.exe", "game");
     MakeFolder("program");
     registry.path = Path("game").toStdString();
+    files.hook = [this](auto operation, auto, auto) {
+        treeSizes += operation == "TreeSize";
+        if (operation == "RemoveFile" || operation == "HardLink" || operation.ends_with("Copy")) onChange();
+        return std::error_code();
+    };
 }
 
 SelectorFixture::~SelectorFixture() {
@@ -75,8 +74,8 @@ QString SelectorFixture::SelectedText() const {
 
 QWidget& SelectorFixture::OpenWindow(const char* item, const char* name) const {
     Item(item).trigger();
-    for (QWidget* opened : QApplication::topLevelWidgets())
-        if (opened->objectName() == QLatin1String(name) && opened->isVisible()) return *opened;
+    for (QWidget* shown : QApplication::topLevelWidgets())
+        if (shown->objectName() == QLatin1String(name) && shown->isVisible()) return *shown;
     throw std::runtime_error(std::string("no window ") + name);
 }
 

@@ -2,19 +2,11 @@
 
 #include "common/window/AppSettings.h"
 #include "library/window/LibraryHost.h"
-#include "platform/FileSystemWrapper.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpener.h"
 #include "platform/SoundPlayer.h"
 #include "support/AnswerBoxesWindow.h"
-
-#include <QAction>
-#include <QDir>
-#include <QFileInfo>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QTemporaryDir>
-#include <QUrl>
+#include "support/FaultyFileSystem.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -25,38 +17,6 @@
 #include <vector>
 
 namespace quillbay::test {
-
-/// Lets a test look at the windows in the middle of file work.
-class WatchedFiles : public FileSystemWrapper {
-public:
-    using FileSystemWrapper::FileSystemWrapper;
-
-    std::function<void()> onChange = [] {};
-    mutable int treeSizes = 0; ///< asked once for each time the details panel is filled
-    std::string mount;         ///< the name of a folder where something is mounted
-
-    Result<FileInfo> Stat(std::string_view path) const override {
-        auto info = Base().Stat(path);
-        if (info && !mount.empty()) info->isMount = info->name == mount;
-        return info;
-    }
-    std::error_code RemoveFile(std::string_view file) override {
-        onChange();
-        return Base().RemoveFile(file);
-    }
-    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override {
-        onChange();
-        return Base().Copy(from, to, options);
-    }
-    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override {
-        onChange();
-        return Base().HardLink(from, to, replace);
-    }
-    Result<std::uint64_t> TreeSize(std::string_view folder) const override {
-        ++treeSizes;
-        return Base().TreeSize(folder);
-    }
-};
 
 class FakeRegistry : public Registry {
 public:
@@ -142,6 +102,17 @@ protected:
     }
     /// Chooses a menu item and returns the window of that name that it opened.
     QWidget& OpenWindow(const char* item, const char* name) const;
+    /// The same, as the window of `In` and `Press`.
+    void Open(const char* item, const char* name) { opened = &OpenWindow(item, name); }
+    template <typename T>
+    T& In(const char* name) const {
+        return Control<T>(*opened, name);
+    }
+    QString Caption(const char* label) const { return In<QLabel>(label).text(); }
+    void Press(const char* button) const { In<QAbstractButton>(button).click(); }
+    bool WaitUntilClosed() const {
+        return WaitFor([&] { return !opened->isVisible(); });
+    }
     QAction& Item(const char* name) const { return Control<QAction>(name); }
     QListWidget& Mods() const { return Control<QListWidget>("lstMods"); }
     QStringList Rows() const;
@@ -153,13 +124,16 @@ protected:
     void Tick() const;
 
     std::unique_ptr<FileSystem> disk = MakeFileSystem();
-    WatchedFiles files{*disk};
+    FaultyFileSystem files{*disk};
+    std::function<void()> onChange = [] {}; ///< in the middle of file work
+    int treeSizes = 0;                      ///< asked once for each time the details panel is filled
     FakeRegistry registry;
     FakeSettings settings;
     FakeShell shell;
     FakeSound sound;
     std::unique_ptr<QMainWindow> window;
     LibraryHost* main = nullptr; ///< the same, once it is started
+    QWidget* opened = nullptr;
 
 private:
     QTemporaryDir root_;

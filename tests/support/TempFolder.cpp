@@ -4,7 +4,6 @@
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -41,7 +40,7 @@ std::string TempFolder::operator/(std::string_view relative) const {
     return path_ + "\\" + std::string(relative);
 }
 
-std::string TempFolder::Contents() const {
+std::set<std::string> TempFolder::Entries() const {
     const fs::path root = DiskPath(path_);
     std::set<std::string> found;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
@@ -51,8 +50,12 @@ std::string TempFolder::Contents() const {
         else
             found.insert(entry.is_directory() ? name + '/' : name + '=' + FileBytes(*this / name));
     }
+    return found;
+}
+
+std::string TempFolder::Contents() const {
     std::string contents;
-    for (const auto& text : found)
+    for (const auto& text : Entries())
         contents += (contents.empty() ? "" : " ") + text;
     return contents;
 }

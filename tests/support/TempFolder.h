@@ -1,6 +1,11 @@
 #pragma once
 
+#include "platform/FileSystem.h"
+
 #include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -18,7 +23,9 @@ public:
     const std::string& Path() const { return path_; }
     /// A path below it; `relative` as the program writes paths.
     std::string operator/(std::string_view relative) const;
-    /// All that is in it, sorted: "empty/ link->text sub/ sub/file=bytes". Read past the code under test.
+    /// All that is in it: "empty/", "link->text", "sub/", "sub/file=bytes". Read past the code under test.
+    std::set<std::string> Entries() const;
+    /// The same, sorted in a line.
     std::string Contents() const;
     /// Makes the files and folders of such a text, whose names and bytes hold no blank.
     void Put(const std::string& contents) const;
@@ -37,5 +44,15 @@ void PutFolder(std::string_view path);
 
 /// The bytes of a file, read past the code under test; throws when there is none.
 std::string FileBytes(std::string_view path);
+
+/// A test with a temporary folder on the real file system. Paths of the helpers are below that folder.
+class DiskTest : public testing::Test {
+protected:
+    FileInfo InfoOf(std::string_view path) const { return disk_->Stat(temp_ / path).ValueOr({}); }
+    std::string BytesOf(std::string_view path) const { return FileBytes(temp_ / path); }
+
+    const TempFolder temp_;
+    const std::unique_ptr<FileSystem> disk_ = MakeFileSystem();
+};
 
 } // namespace quillbay::test

@@ -1,9 +1,5 @@
 #include "catalogue/FileList.h"
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtTest>
-#include <QtWidgets>
 
 namespace quillbay {
 namespace {
@@ -27,20 +23,15 @@ protected:
     }
     void Open() {
         if (!window && !Start()) ADD_FAILURE();
-        finder_ = &OpenWindow("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
+        SelectorFixture::Open("menuManagerFindModifiedFiles", "frmFindModifiedFiles");
         list_ = &In<QListWidget>("lstList");
         path_ = &In<QLineEdit>("txtPath");
     }
     bool CloseAndWait() const {
-        finder_->close();
+        opened->close();
         return test::WaitFor([&] { return !Mark().isChecked(); });
     }
     QAction& Mark() const { return *Control<QMenu>("menuManagerModFiles").menuAction(); }
-    template <typename T>
-    T& In(const char* name) const {
-        return Control<T>(*finder_, name);
-    }
-    QString Text(const char* label) const { return In<QLabel>(label).text(); }
     void Click(const char* name) const { QTest::mouseClick(&In<QWidget>(name), Qt::LeftButton); }
     bool IsEnabled(const char* name) const { return In<QWidget>(name).isEnabled(); }
     /// What is visible of the controls that come and go.
@@ -51,7 +42,7 @@ protected:
             if (In<QWidget>(name).isVisible()) names << name;
         return names.join(' ');
     }
-    void Scan() const { In<QPushButton>("cmdStart").click(); }
+    void Scan() const { Press("cmdStart"); }
     /// Runs `act` during the scan, in the second pass or at once, then waits for the end of the scan.
     void ScanAnd(const std::function<void()>& act, bool inSecondPass = false) const {
         QTimer timer;
@@ -75,7 +66,6 @@ protected:
     }
     void Uncheck(int row) const { list_->item(row)->setCheckState(Qt::Unchecked); }
 
-    QWidget* finder_ = nullptr;
     QListWidget* list_ = nullptr;
     QLineEdit* path_ = nullptr;
 };
@@ -84,30 +74,30 @@ TEST_F(FinderWindow, HasThreeLayouts) {
     Write("game/odf/large.odf", QByteArray(2'000'000, 'x'));
     Open();
     EXPECT_TRUE(Mark().isChecked() && !Item("menuManagerFindModifiedFiles").isChecked());
-    EXPECT_EQ(Text("lblNumberOfFiles"), "Normal number of files: 4");
-    EXPECT_EQ(Text("lblNormalSize"), "Normal total size: 13 bytes");
-    EXPECT_EQ(Text("lblCurNumOfFiles"), "5");
-    EXPECT_EQ(Text("lblCurTotalSize"), "Current total size: 2.000.013 bytes");
-    EXPECT_EQ(Text("lblExtraFiles"), "Total new files: -6.831");
+    EXPECT_EQ(Caption("lblNumberOfFiles"), "Normal number of files: 4");
+    EXPECT_EQ(Caption("lblNormalSize"), "Normal total size: 13 bytes");
+    EXPECT_EQ(Caption("lblCurNumOfFiles"), "5");
+    EXPECT_EQ(Caption("lblCurTotalSize"), "Current total size: 2.000.013 bytes");
+    EXPECT_EQ(Caption("lblExtraFiles"), "Total new files: -6.831");
     EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
-    const QSize compact = finder_->size();
+    const QSize compact = opened->size();
     QSize scanning;
     ScanAnd([&] {
-        scanning = finder_->size();
+        scanning = opened->size();
         EXPECT_EQ(Shown(), "lstList pgbStatus cmdCancel");
-        EXPECT_TRUE(Text("lblProgress").endsWith(" out of 10")) << qPrintable(Text("lblProgress"));
+        EXPECT_TRUE(Caption("lblProgress").endsWith(" out of 10")) << qPrintable(Caption("lblProgress"));
     });
-    EXPECT_EQ(Text("lblExtraFiles"), "Total new files found: 1");
-    EXPECT_EQ(Text("lblProgress"), "Path:");
+    EXPECT_EQ(Caption("lblExtraFiles"), "Total new files found: 1");
+    EXPECT_EQ(Caption("lblProgress"), "Path:");
     EXPECT_EQ(In<QPushButton>("cmdStart").text(), "Re&scan");
     EXPECT_TRUE(In<QPushButton>("cmdCopy").isDefault());
     EXPECT_EQ(Shown(), "lstList txtPath cmdBrowse cmdStart lblGrandTotal");
     EXPECT_GT(scanning.width(), compact.width());
-    EXPECT_EQ(finder_->size(), QSize(scanning.width(), compact.height()));
+    EXPECT_EQ(opened->size(), QSize(scanning.width(), compact.height()));
 
     ASSERT_TRUE(CloseAndWait());
     Open();
-    EXPECT_EQ(finder_->size(), compact);
+    EXPECT_EQ(opened->size(), compact);
     EXPECT_EQ(In<QPushButton>("cmdStart").text(), "&Scan");
 }
 
@@ -116,7 +106,7 @@ TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
     ChangeGame();
     // At every moment of a scan, too. An Enter key that is still held down does not cancel it.
     ScanAnd([&] {
-        QTest::keyClick(finder_->focusWidget(), Qt::Key_Return);
+        QTest::keyClick(opened->focusWidget(), Qt::Key_Return);
         Click("chkNew");
         EXPECT_EQ(Listed(), QStringList());
     });
@@ -148,21 +138,21 @@ TEST_F(FinderWindow, CancelKeepsWhatWasFoundAndClosingEndsTheScan) {
         ScanAnd([&] { Click("cmdCancel"); }, inSecondPass);
         EXPECT_EQ(Listed(), inSecondPass ? new_ + modified_.mid(0, 1) : new_.mid(0, 1));
     }
-    EXPECT_EQ(Text("lblGrandTotal"), "Total modded files: 3");
+    EXPECT_EQ(Caption("lblGrandTotal"), "Total modded files: 3");
 
     // Closed, opened and scanned anew from inside the scan: the old one must leave that alone.
     ScanAnd([&] {
         ASSERT_TRUE(CloseAndWait());
-        EXPECT_FALSE(finder_->isVisible());
+        EXPECT_FALSE(opened->isVisible());
         Open();
-        EXPECT_EQ(Text("lblProgress"), "");
+        EXPECT_EQ(Caption("lblProgress"), "");
         Scan();
         EXPECT_EQ(Listed(), new_ + modified_);
         Uncheck(0);
     });
     EXPECT_EQ(Listed().front(), '(' + new_.front() + ')');
     ScanAnd([&] { Item("menuQuit").trigger(); });
-    EXPECT_FALSE(finder_->isVisible());
+    EXPECT_FALSE(opened->isVisible());
     EXPECT_TRUE(In<QPushButton>("cmdStart").isHidden()) << "the scan went on to its end";
 }
 
@@ -192,7 +182,7 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     EXPECT_EQ(boxes.Seen().back().title, "Error!");
     ASSERT_TRUE(CloseAndWait());
     Item("menuManagerFindModifiedFiles").trigger();
-    EXPECT_FALSE(finder_->isVisible());
+    EXPECT_FALSE(opened->isVisible());
     EXPECT_TRUE(Control<QLabel>("lblOutcome").text().startsWith("There is no FileList.txt."));
 }
 
@@ -206,7 +196,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
         EXPECT_FALSE(IsEnabled("cmdCopy")) << qPrintable(none);
     }
     for (const char* chosen : {"target/file", "", "target"}) {
-        QTimer::singleShot(0, finder_, [&] {
+        QTimer::singleShot(0, opened, [&] {
             auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
             dialog.selectFile(Path(chosen));
             dialog.findChild<QDialogButtonBox*>()
@@ -236,7 +226,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     QFile::remove(Path("game/AdmiralsLog/new.odf"));
     test::AnswerBoxes boxes;
     In<QWidget>("cmdMove").setFocus();
-    QTest::keyClick(finder_->focusWidget(), Qt::Key_Return);
+    QTest::keyClick(opened->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Control<QLabel>("lblOutcome").text(),
               "Find Modified/New files: 1 file moved, 1 not moved, 1 kept because the destination has them.");
     ASSERT_EQ(boxes.Seen().size(), 1U);

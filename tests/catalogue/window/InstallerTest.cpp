@@ -1,8 +1,4 @@
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtTest>
-#include <QtWidgets>
 
 namespace quillbay {
 namespace {
@@ -11,11 +7,10 @@ class InstallerWindow : public test::SelectorFixture {
 protected:
     void Open() {
         ASSERT_TRUE(Start());
-        opened = &OpenWindow("menuManagerFileInstaller", "frmInstaller");
+        SelectorFixture::Open("menuManagerFileInstaller", "frmInstaller");
         ASSERT_TRUE(test::WaitFor([&] { return opened->isActiveWindow(); }));
     }
-    void Press(const char* button) const { Control<QPushButton>(*opened, button).click(); }
-    QListWidget& List(const char* name) const { return Control<QListWidget>(*opened, name); }
+    QListWidget& List(const char* name) const { return In<QListWidget>(name); }
     void Check(const char* list, const char* row, Qt::CheckState state) const {
         List(list).findItems(QLatin1String(row), Qt::MatchExactly).at(0)->setCheckState(state);
     }
@@ -33,7 +28,7 @@ protected:
             shown += rows.join(' ') + '|';
         }
         for (const char* button : {"cmdSelectAll", "cmdSelectNone", "cmdInstall"})
-            shown += Control<QPushButton>(*opened, button).isEnabled() ? "y" : "n";
+            shown += In<QPushButton>(button).isEnabled() ? "y" : "n";
         return shown.toStdString();
     }
     void ClickAndEnter() const {
@@ -42,8 +37,6 @@ protected:
                           list.visualItemRect(list.currentItem()).center());
         QTest::keyClick(&list, Qt::Key_Return);
     }
-
-    QWidget* opened = nullptr;
 };
 
 TEST_F(InstallerWindow, KeepsChecksOfTypesFilesAndButtonsConsistent) {
@@ -106,8 +99,8 @@ TEST_F(InstallerWindow, HelpsWithoutMods) {
     ClickAndEnter();
     EXPECT_EQ(Shown(), "(No mods found.)|||nnn");
     EXPECT_TRUE(shell.opened.empty());
-    auto& box = Control<QComboBox>(*opened, "cboBox");
-    const auto& help = Control<QLabel>(*opened, "lblHelp");
+    auto& box = In<QComboBox>("cboBox");
+    const auto& help = In<QLabel>("lblHelp");
     EXPECT_EQ(box.currentText() + help.text(), "bznFiles included: *.bzn\nCopied to: bzn");
     box.setCurrentIndex(box.findText("Odf\\Ships"));
     box.setEditText("nothing");

@@ -1,14 +1,38 @@
 #include "effects/window/EffectHost.h"
 #include "effects/window/EffectWindow.h"
 #include "effects/window/WindowEffects.h"
-#include "support/AnswerBoxesWindow.h"
-#include "support/FakeLayeredWindow.h"
+#include "platform/window/LayeredWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtWidgets>
 
 namespace quillbay::test {
 namespace {
+
+/// Stands in for the layered windows of the platform, which the offscreen one does not have: while such an
+/// object lives they exist, and every opacity that a window gets is written down.
+class LayeredWindows {
+public:
+    LayeredWindows() { Current = this; }
+    ~LayeredWindows() { Current = nullptr; }
+    LayeredWindows(const LayeredWindows&) = delete;
+    LayeredWindows& operator=(const LayeredWindows&) = delete;
+
+    void Set(const QWidget& window, int opacity) {
+        steps_[&window].push_back(opacity);
+        last_[&window] = opacity;
+        if (OnOpacity) OnOpacity(opacity);
+    }
+    /// The opacities of a window since the last call; those of the others are forgotten.
+    std::vector<int> Take(const QWidget& window) { return std::exchange(steps_, {})[&window]; }
+    /// The last opacity of a window, also one that was taken; -1 when it never got one.
+    int Last(const QWidget& window) const { return last_.contains(&window) ? last_.at(&window) : -1; }
+
+    std::function<void(int opacity)> OnOpacity;
+    static inline LayeredWindows* Current = nullptr;
+
+private:
+    std::map<const QWidget*, std::vector<int>> steps_;
+    std::map<const QWidget*, int> last_;
+};
 
 /// A main window for tests of the others.
 class TestHost : public EffectHost {
@@ -88,12 +112,10 @@ class Options : public SelectorFixture {
 protected:
     void Open() {
         ASSERT_TRUE(window || Start());
-        options = &OpenWindow("menuManagerOptions", "frmOptions");
+        SelectorFixture::Open("menuManagerOptions", "frmOptions");
     }
-    QSlider& Intensity() const { return Control<QSlider>(*options, "sldFadeIntensity"); }
-    QCheckBox& Check(const std::string& name) const { return Control<QCheckBox>(*options, name.c_str()); }
-
-    QWidget* options = nullptr;
+    QSlider& Intensity() const { return In<QSlider>("sldFadeIntensity"); }
+    QCheckBox& Check(const std::string& name) const { return In<QCheckBox>(name.c_str()); }
 };
 
 TEST(EffectSteps, AreThePrescribedOpacitiesAndSizesForAreasOfAnySize) {
@@ -234,7 +256,7 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
     settings.values = {{"Fade/Intensity", "3e9 rubbish"}, {"Fade/Speed", "-7"}};
     const auto stored = settings.values;
     Open();
-    QSlider& speed = Control<QSlider>(*options, "sldFadeSpeed");
+    QSlider& speed = In<QSlider>("sldFadeSpeed");
     EXPECT_EQ(Intensity().value(), 255);
     EXPECT_EQ(speed.value(), 1);
     EXPECT_EQ(settings.values, stored);
@@ -259,11 +281,11 @@ TEST_F(Options, MirrorTheMenuAndStoreEveryChangeButNothingAtLoading) {
     EXPECT_EQ(now,
               "Intensity=100 Speed=30 Main Window Only=False Simultaneous=True XAxis=False YAxis=False ");
     EXPECT_EQ(main->FadeIntensity + main->FadeSpeed, 130);
-    EXPECT_EQ(Control<QLabel>(*options, "lblFadeIntensity").text(), "100");
+    EXPECT_EQ(In<QLabel>("lblFadeIntensity").text(), "100");
 
     settings.values["Fade/Intensity"] = "77.5";
     Check("chkAutoRefresh").click();
-    Close(*options);
+    Close(*opened);
     Open();
     EXPECT_EQ(Intensity().value(), 78) << "read afresh";
     EXPECT_TRUE(Check("chkAutoRefresh").isChecked() && !main->AutoRefresh());
@@ -275,28 +297,42 @@ TEST_F(Options, FadeThisWindowAtOnceAndTheOthersWhenItCloses) {
     LayeredWindows layers;
     settings.values["Fade/Speed"] = "30";
     Open();
-    layers.Take(*options);
+    layers.Take(*opened);
     Intensity().setValue(234);
-    EXPECT_EQ(layers.Take(*options), (std::vector<int>{237, 236, 235, 234}));
+    EXPECT_EQ(layers.Take(*opened), (std::vector<int>{237, 236, 235, 234}));
     layers.OnOpacity = At(200, [&] { Intensity().setValue(220); }); // in the middle of its own fade
     Intensity().setValue(190);
-    EXPECT_EQ(layers.Last(*options), 220);
+    EXPECT_EQ(layers.Last(*opened), 220);
     EXPECT_EQ(settings.values["Fade/Intensity"], "220");
-    layers.Take(*options);
+    layers.Take(*opened);
 
-    Control<QPushButton>(*options, "cmdTest").click();
-    const std::vector<int> replayed = layers.Take(*options);
+    In<QPushButton>("cmdTest").click();
+    const std::vector<int> replayed = layers.Take(*opened);
     EXPECT_EQ(replayed.front(), 220);
     EXPECT_EQ(std::ranges::count(replayed, 1), 1) << "faded in again";
     EXPECT_EQ(layers.Last(*window), 211);
-    Close(*options);
+    Close(*opened);
     EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 230, 223}));
 
     main->FadeIntensity = 0; // as after a start with a text that is no number
     Open();
-    Close(*options);
+    Close(*opened);
     EXPECT_EQ(layers.Last(*window), 255) << "not invisible";
 }
 
 } // namespace
 } // namespace quillbay::test
+
+// These take the place of the platform's own in the test program.
+namespace quillbay {
+
+bool LayeredWindowsAvailable() { return test::LayeredWindows::Current != nullptr; }
+
+void SetLayeredStyle(QWidget&, bool) {}
+
+bool SetWindowAlpha(QWidget& window, int opacity) {
+    if (LayeredWindowsAvailable()) test::LayeredWindows::Current->Set(window, opacity);
+    return LayeredWindowsAvailable();
+}
+
+} // namespace quillbay

@@ -1,14 +1,6 @@
 #include "library/GameDirectory.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QApplication>
-#include <QHelpEvent>
-#include <QLabel>
-#include <QListWidget>
-#include <QMenu>
-#include <QProgressBar>
-#include <QPushButton>
-
 namespace quillbay::test {
 namespace {
 
@@ -24,7 +16,7 @@ protected:
     }
     void SetUp() override {
         ASSERT_TRUE(Start());
-        files.onChange = [this, height = Mods().height()] {
+        onChange = [this, height = Mods().height()] {
             const QString caption = Button("Install").text() + "/" + Button("Uninstall").text();
             if (!captions.contains(caption)) captions << caption;
             auto& bar = Control<QProgressBar>("pgbPercent");
@@ -68,9 +60,9 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     const auto& outcome = Control<QLabel>("lblOutcome");
     Mods().setCurrentRow(1);
     boxes.Then(kYes).Then(kYes).Then(kYes);
-    const int details = files.treeSizes;
+    const int details = treeSizes;
     Run("Install", true);
-    EXPECT_EQ(files.treeSizes, details + 1);
+    EXPECT_EQ(treeSizes, details + 1);
     EXPECT_TRUE(Exists("game/bzn/new.bzn"));
     EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "3");
     EXPECT_TRUE(Button("Uninstall").isEnabled());
@@ -189,8 +181,8 @@ TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) 
 
     Write("game/odf/ships/a.odf", "patched");
     QDir(Path("game/odf/ships")).remove("new.odf");
-    QWidget& list = OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods");
-    auto& rows = Control<QListWidget>(list, "lstCurrentMods");
+    Open("menuManagerCheckInstalledMods", "frmInstalledMods");
+    auto& rows = In<QListWidget>("lstCurrentMods");
     QHelpEvent hover(QEvent::ToolTip, rows.visualItemRect(rows.item(0)).center(), QPoint());
     QApplication::sendEvent(rows.viewport(), &hover);
     EXPECT_TRUE(rows.item(0)->toolTip().contains("1 of 3 files are in place, 1 changed, 1 missing."))

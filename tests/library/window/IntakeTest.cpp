@@ -1,9 +1,6 @@
 #include "support/ArchiveMaker.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
 namespace quillbay::test {
 namespace {
 
@@ -107,28 +104,21 @@ TEST_F(IntakeWindow, WhatIsRefusedSaysWhyAndNamesTheArchive) {
     EXPECT_EQ(Outcome(), "");
 }
 
-/// Lets the user act while a file is made.
-class HandsWhileUnpacking : public FileSystemWrapper {
-public:
-    using FileSystemWrapper::FileSystemWrapper;
-    std::function<void()> act = [] {};
-
-    Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override {
-        act();
-        return Base().MakeFile(file, traits);
-    }
-};
-
 TEST_F(IntakeWindow, EscapeStopsItAndOtherKeysDoNothing) {
     Put("Cool.zip", "odf/a=1 odf/b=2");
     Put("Next.zip", "odf/a=1");
     Make({"program/mods/Mod/odf/a"});
-    HandsWhileUnpacking hands(*disk);
+    FaultyFileSystem hands(*disk);
+    std::function<void()> act; // of the user, while a file is made
+    hands.hook = [&](auto operation, auto, auto) {
+        if (operation == "MakeFile") act();
+        return std::error_code();
+    };
     ASSERT_TRUE(Start(hands));
     AnswerBoxes boxes;
     int acted = 0;
     const QUrl cool = QUrl::fromLocalFile(Path("Cool.zip"));
-    hands.act = [&] {
+    act = [&] {
         ++acted;
         EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isVisible());
         EXPECT_FALSE(Control<QMenu>("menuMod").isEnabled());
@@ -141,7 +131,7 @@ TEST_F(IntakeWindow, EscapeStopsItAndOtherKeysDoNothing) {
     };
     EXPECT_TRUE(Drop({cool, QUrl::fromLocalFile(Path("Next.zip"))})); // closing stops, too
     EXPECT_EQ(acted, 1);
-    hands.act = [&] {
+    act = [&] {
         ++acted;
         QTest::keyClick(&Mods(), Qt::Key_Escape);
     };
@@ -161,9 +151,9 @@ TEST_F(IntakeWindow, AFileIsChosenFromTheMenusOfTheEmptyListAndOfTheOutcome) {
     const auto opens = [this](QWidget& at, const char* menu) {
         QContextMenuEvent request(QContextMenuEvent::Keyboard, {3, 3}, at.mapToGlobal(QPoint(3, 3)));
         QCoreApplication::sendEvent(&at, &request);
-        QMenu& opened = Control<QMenu>(menu);
-        const bool hasItem = opened.isVisible() && opened.actions().contains(&Item("menuModAddFromFile"));
-        opened.close();
+        QMenu& shown = Control<QMenu>(menu);
+        const bool hasItem = shown.isVisible() && shown.actions().contains(&Item("menuModAddFromFile"));
+        shown.close();
         return hasItem;
     };
     EXPECT_TRUE(opens(Mods(), "menuNoMods"));

@@ -1,12 +1,5 @@
 #include "support/SelectorFixtureWindow.h"
 
-#include <QLabel>
-#include <QMenu>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QtTest>
-
 namespace quillbay::test {
 namespace {
 
@@ -59,15 +52,15 @@ TEST_F(ModList, NothingChangedMeansNothingRebuilt) {
     Mods().setCurrentRow(5);
     Mods().verticalScrollBar()->setValue(20);
     QCoreApplication::processEvents();
-    const int details = files.treeSizes;
+    const int details = treeSizes;
     const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
     Tick();
     QCoreApplication::processEvents();
     EXPECT_TRUE(rebuilt.isEmpty());
-    EXPECT_EQ(files.treeSizes, details);
+    EXPECT_EQ(treeSizes, details);
 
     Control<QPushButton>("cmdRefresh").click();
-    EXPECT_EQ(files.treeSizes, details + 1) << "details once for each action of the user";
+    EXPECT_EQ(treeSizes, details + 1) << "details once for each action of the user";
     MakeFolder("program/mods/Zulu");
     Tick();
     EXPECT_EQ(Mods().count(), 61);
@@ -110,9 +103,9 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
 TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
     Make({"program/mods/Alpha/Addon/Extra/", "program/mods/Beta/", "program/mods/Gamma/backup/"});
     ASSERT_TRUE(Start());
-    QWidget& opened = OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods");
+    Open("menuManagerCheckInstalledMods", "frmInstalledMods");
     const auto listed = [&] {
-        const auto& list = Control<QListWidget>(opened, "lstCurrentMods");
+        const auto& list = In<QListWidget>("lstCurrentMods");
         QStringList texts;
         for (int row = 0; row < list.count(); ++row)
             texts += list.item(row)->text() + (list.item(row)->isSelected() ? " *" : "");
@@ -129,12 +122,12 @@ TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
     EXPECT_EQ(listed(), (QStringList{"Alpha", "Beta *"}));
 
     window->activateWindow();
-    ASSERT_TRUE(WaitFor([&] { return !opened.isActiveWindow(); }));
-    opened.activateWindow();
+    ASSERT_TRUE(WaitFor([&] { return !opened->isActiveWindow(); }));
+    opened->activateWindow();
     ASSERT_TRUE(WaitFor([&] { return listed().size() == 3; }));
     EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra", "Beta"}));
 
-    opened.close();
+    opened->close();
     EXPECT_TRUE(WaitFor([&] { return !Item("menuManagerCheckInstalledMods").isChecked(); }));
 }
 
@@ -143,7 +136,7 @@ TEST_F(ModList, RemovesTheModItAskedAbout) {
     Write(alpha, "a");
     Make({"program/mods/Alpha/Addon/X/Backup/odf/ships/a.odf", "program/mods/Bravo/b.txt"});
     ASSERT_TRUE(Start());
-    files.onChange = [this] { EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isVisible()); };
+    onChange = [this] { EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isVisible()); };
     const auto remove = [&](int row) {
         Mods().setCurrentRow(row);
         Item("menuModCurrentModRemoveMod").trigger();

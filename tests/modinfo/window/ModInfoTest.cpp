@@ -1,8 +1,4 @@
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtTest>
-#include <QtWidgets>
 
 namespace quillbay::test {
 namespace {
@@ -19,17 +15,14 @@ protected:
         for (const QString& mod : mods)
             MakeFolder("program/mods/" + mod);
         ASSERT_TRUE(Start());
-        editor = &OpenWindow("menuModEdit", "frmEditModInfo");
+        Open("menuModEdit", "frmEditModInfo");
     }
-    QComboBox& Combo() const { return Control<QComboBox>(*editor, "cboMod"); }
+    QComboBox& Combo() const { return In<QComboBox>("cboMod"); }
     void Choose(const char* mod) const { Combo().setCurrentIndex(Combo().findData(mod)); }
-    QLineEdit& Author() const { return Control<QLineEdit>(*editor, "txtAuthor"); }
+    QLineEdit& Author() const { return In<QLineEdit>("txtAuthor"); }
     /// The mod that is chosen and the author.
     QString Shown() const { return Combo().currentText() + ": " + Author().text(); }
-    QString Preview(const char* name) const { return Control<QLabel>(*editor, name).text(); }
-    void Make() const { Control<QPushButton>(*editor, "cmdMakeFile").click(); }
-
-    QWidget* editor = nullptr;
+    void Make() const { Press("cmdMakeFile"); }
 };
 
 TEST_F(ModInfoWindows, TheListKeepsItsPlaceInBothLayouts) {
@@ -121,15 +114,15 @@ TEST_F(ModInfoWindows, TheEditorPreviewsWhatIsTypedOrThePanelAndFollowsTheListWi
     AnswerBoxes boxes;
     Make();
     EXPECT_EQ(boxes.Seen().at(0).text, "Please select a mod.");
-    EXPECT_EQ(Preview("lblModsOtherHeading"), "Other: ");
+    EXPECT_EQ(Caption("lblModsOtherHeading"), "Other: ");
     for (const char* text : {"<b>A && B", "", "   "}) {
         Author().setText(text);
-        EXPECT_EQ(Preview("lblModsMaker"), *text == '<' ? text : kNoFile) << text;
-        EXPECT_EQ(Preview("lblModsDescription"), kNoFile) << text;
+        EXPECT_EQ(Caption("lblModsMaker"), *text == '<' ? text : kNoFile) << text;
+        EXPECT_EQ(Caption("lblModsDescription"), kNoFile) << text;
     }
-    for (const QLabel* label : editor->findChildren<QLabel*>(QRegularExpression("^lblMods")))
+    for (const QLabel* label : opened->findChildren<QLabel*>(QRegularExpression("^lblMods")))
         EXPECT_TRUE(label->buddy() && label->textFormat() == Qt::PlainText) << "shows access marks or markup";
-    Control<QPushButton>(*editor, "cmdClear").click();
+    In<QPushButton>("cmdClear").click();
     EXPECT_EQ(Author().text(), "");
 
     Mods().setCurrentRow(1);
@@ -154,12 +147,12 @@ TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrK
     Author().setText("Tom");
     // A break from elsewhere is a line end in every box.
     QApplication::clipboard()->setText("two\u2028three");
-    auto& description = Control<QPlainTextEdit>(*editor, "txtDescription");
+    auto& description = In<QPlainTextEdit>("txtDescription");
     description.setPlainText("one\u00A0\u20AC");
     description.moveCursor(QTextCursor::End);
     QTest::keyClick(&description, Qt::Key_Return, Qt::ShiftModifier);
     description.paste();
-    QTest::keyClick(&Control<QWidget>(*editor, "txtVersion"), Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(&In<QWidget>("txtVersion"), Qt::Key_V, Qt::ControlModifier);
     Choose("Bravo\\Addon\\Maps");
     EXPECT_EQ(Mods().row(Mods().selectedItems().value(0)), 3);
 
@@ -174,7 +167,7 @@ TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrK
     Make();
     EXPECT_EQ(boxes.Seen().back().text, "Are you sure you want to make the file?");
     EXPECT_EQ(Read(file), bytes);
-    EXPECT_EQ(Preview("lblModsDescription"), "one\u00A0\u20AC") << "as it is read";
+    EXPECT_EQ(Caption("lblModsDescription"), "one\u00A0\u20AC") << "as it is read";
     const QString foreign = QString::fromUtf8("\xD0\x96");
     for (const auto& [text, kept] : {std::pair(foreign, bytes), {"the mod goes", "(none)"}}) {
         Author().setText(text);
@@ -197,7 +190,7 @@ TEST_F(ModInfoWindows, TheEditorKeepsEveryByteAndRefusesWhatIsTooLongToBeShown) 
     OpenEditor({"Bravo"});
     Mods().setCurrentRow(1);
     Mods().setCurrentRow(0);
-    auto& version = Control<QLineEdit>(*editor, "txtVersion");
+    auto& version = In<QLineEdit>("txtVersion");
     version.setText("typed");
     AnswerBoxes boxes;
     for (const char* field : {"lost: Other", "whole: Version", ""}) {
@@ -218,6 +211,93 @@ TEST_F(ModInfoWindows, TheEditorKeepsEveryByteAndRefusesWhatIsTooLongToBeShown) 
         }
     }
     EXPECT_TRUE(Read(file).startsWith(kept + "Version: typed\r\n"));
+}
+
+using ModFiles = SelectorFixture;
+
+TEST_F(ModFiles, TheCompatibilityCheckerListsCommonFilesOrSaysWhyNot) {
+    for (const char* file :
+         {"Alpha/odf/a", "Alpha/Tempest2.exe", "Alpha/Addon/Extra/odf/a", "Alpha/Addon/Extra/ModInfo.txt",
+          "Beta/Addon/Extra/odf/a", "Beta/ModInfo.txt", "Beta/odf/x"})
+        Write(QStringLiteral("program/mods/") + file, {});
+    for (int i = 2; i < 150; ++i)
+        Write(QStringLiteral("program/mods/Alpha/odf/%1").arg(i), {});
+    ASSERT_TRUE(Start());
+    Open("menuModCompatablility", "frmCompatability");
+    auto& box = In<QListWidget>("lstBox1");
+    auto& second = In<QListWidget>("lstBox2");
+    const auto& result = In<QPlainTextEdit>("lstIncompatable");
+    EXPECT_EQ(box.selectedItems().value(0)->text(), SelectedText());
+    const auto select = [](QListWidget& list, const QString& path) {
+        const auto found =
+            list.model()->match(list.model()->index(0, 0), Qt::UserRole, path, 1, Qt::MatchExactly);
+        list.setCurrentRow(path == "game" ? 0 : found.value(0).row());
+    };
+    /// The list for these mods, or the box that came instead; an empty path selects none.
+    const auto check = [&](const QString& firstPath, const QString& secondPath) {
+        AnswerBoxes boxes;
+        select(box, firstPath);
+        select(second, secondPath);
+        box.setFocus();
+        QTest::keyClick(&second, Qt::Key_Return);
+        EXPECT_TRUE(WaitFor([&] { return result.isReadOnly(); }));
+        if (boxes.Seen().empty()) return result.toPlainText();
+        EXPECT_EQ(opened->focusWidget(), &box) << qPrintable(boxes.Seen()[0].text);
+        EXPECT_EQ(result.toPlainText(), "") << qPrintable(boxes.Seen()[0].text);
+        return boxes.Seen()[0].title + ": " + boxes.Seen()[0].text;
+    };
+
+    int shortened = 0; ///< the height of the list beside the progress bar
+    auto& bar = In<QProgressBar>("pgbProgress");
+    QObject::connect(&bar, &QProgressBar::valueChanged, &bar, [&] { shortened = box.height(); });
+    EXPECT_EQ(check("", ""), "Select two mods: Please select two mods.");
+    EXPECT_EQ(check("", "Alpha"), "Select a mod: Please select a mod in the first box.");
+    EXPECT_EQ(check("Alpha", ""), "Select a mod: Please select a mod in the second box.");
+    const QString extra = "Alpha\\Addon\\Extra";
+    EXPECT_EQ(check(extra, "Beta\\Addon\\Extra"), "Same mod: Please select two different mods.");
+    EXPECT_EQ(check(extra, "Alpha"), "odf\\a");
+    EXPECT_EQ(check(extra, "Beta"), "(Mods are compatable)");
+    EXPECT_EQ(check("Alpha", "game"), "Tempest2.exe");
+    EXPECT_EQ(shortened, 0) << "not for 150 files";
+    Write("program/mods/Alpha/odf/x", {});
+    EXPECT_EQ(check("Alpha", "Beta"), "odf\\x");
+    EXPECT_EQ(box.height(), shortened + bar.height());
+    ASSERT_TRUE(QFile::rename(Path("program/mods/Beta"), Path("program/Beta")));
+    EXPECT_TRUE(check("Alpha", "Beta").startsWith("Error!: Error: "));
+    EXPECT_TRUE(box.isEnabled() && In<QWidget>("cmdCheck").isEnabled() && !bar.isVisible());
+}
+
+TEST_F(ModFiles, TechTreesAreFoundInAnyLetterCaseAndOfTheRightAddon) {
+    ASSERT_TRUE(Start());
+    Open("menuModTechTree", "frmTechTree");
+    auto& list = In<QListWidget>("lstMods");
+    const auto& unavailable = In<QLabel>("lblUnavailableList");
+    EXPECT_EQ(list.item(0)->text(), "(No mods found.)");
+    EXPECT_EQ(unavailable.text(), "Standard Tech\r\nNo Super Weapons\r\nNo Science Ships\r\n"
+                                  "No Special Weapons\r\nEarly Upgrades\r\nFree Tech\r\n");
+    opened->close();
+    EXPECT_TRUE(WaitFor([&] { return !Item("menuModTechTree").isChecked(); }));
+
+    for (const char* file : {"A/nosci.tt", "A/Addon/Same/techtree/nosci.tt", "B/TechTree/TECH1.TT",
+                             "B/TechTree/freetech.tt", "B/Addon/Same/techtree/fulltech.tt"})
+        Write(QStringLiteral("program/mods/") + file, {});
+    MakeFolder("program/mods/B/Addon/Same/techtree/tech1.tt"); // no file
+    Tick();
+    OpenWindow("menuModTechTree", "frmTechTree");
+    ASSERT_EQ(list.count(), 4);
+    EXPECT_TRUE(list.item(0)->isSelected());
+    int row = 0;
+    for (const QString available :
+         {"", "No Science Ships\r\n", "Standard Tech\r\nFree Tech\r\n", "Free Tech\r\n"}) {
+        EXPECT_EQ(list.item(row)->text(), Rows().at(row));
+        EXPECT_EQ(Caption("lblAvailableList"), available) << row;
+        EXPECT_EQ(unavailable.text().count('\n'), 6 - available.count('\n')) << row;
+        list.setCurrentRow(++row);
+    }
+    list.setCurrentRow(3);
+    ASSERT_TRUE(QFile::remove(Path("program/mods/B/Addon/Same/techtree/fulltech.tt")));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(3)).center());
+    EXPECT_EQ(Caption("lblAvailableList"), "") << "a click on the row looks again";
 }
 
 } // namespace

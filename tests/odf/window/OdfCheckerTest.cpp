@@ -1,7 +1,4 @@
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtWidgets>
 
 #include <algorithm>
 #include <utility>
@@ -13,36 +10,25 @@ class OdfChecker : public test::SelectorFixture {
 protected:
     void Open() {
         if (!window && !Start()) ADD_FAILURE();
-        checker_ = &OpenWindow("menuModOpenOdfChecker", "frmOdfChecker");
+        SelectorFixture::Open("menuModOpenOdfChecker", "frmOdfChecker");
     }
-    bool WaitUntilClosed() const {
-        return test::WaitFor([&] { return !Item("menuModOpenOdfChecker").isChecked(); });
-    }
-    template <typename T>
-    T& Get(const char* name) const {
-        return Control<T>(*checker_, name);
-    }
-    void Click(const char* name) const { Get<QAbstractButton>(name).click(); }
-    QPlainTextEdit& Text() const { return Get<QPlainTextEdit>("txtOdf"); }
-    QString Label(const char* name) const { return Get<QLabel>(name).text(); }
+    QPlainTextEdit& Text() const { return In<QPlainTextEdit>("txtOdf"); }
     QByteArray Usable() const {
         QByteArrayList names;
         for (const char* name :
              {"cmdStart", "cmdPause", "cmdContinue", "cmdIgnore", "cboHelp", "txtOdf", "dirDirectory"})
-            if (Get<QWidget>(name).isVisible() && Get<QWidget>(name).isEnabled()) names << name;
+            if (In<QWidget>(name).isVisible() && In<QWidget>(name).isEnabled()) names << name;
         return names.join(' ');
     }
     /// Presses the button, and Pause after `count` files of the run.
-    void ClickAndPause(const char* name, int count) const {
+    void PressAndPause(const char* name, int count) const {
         QTimer timer;
         timer.callOnTimeout([&] {
-            if (--count == 0) Click("cmdPause");
+            if (--count == 0) Press("cmdPause");
         });
         timer.start(0);
-        Click(name);
+        Press(name);
     }
-
-    QWidget* checker_ = nullptr;
 };
 
 /// What is usable in each state.
@@ -60,24 +46,24 @@ TEST_F(OdfChecker, RepairsByContinueAndPassesByIgnore) {
     Write("game/odf/stations/c.odf", "tooltip = \"Write Me\"\r\n");
     test::AnswerBoxes boxes;
     Open();
-    EXPECT_FALSE(Get<QCheckBox>("chkRace").isEnabled());
-    Click("cmdStart");
+    EXPECT_FALSE(In<QCheckBox>("chkRace").isEnabled());
+    Press("cmdStart");
     ASSERT_EQ(Usable(), kStopped);
-    if (!Label("lblErrorType").endsWith("a&b.odf")) Click("cmdIgnore"); // whatever the folder's order
-    EXPECT_EQ(Label("lblErrorType"), "Error type: Incorrect quotation\nFile name: a&b.odf");
+    if (!Caption("lblErrorType").endsWith("a&b.odf")) Press("cmdIgnore"); // whatever the folder's order
+    EXPECT_EQ(Caption("lblErrorType"), "Error type: Incorrect quotation\nFile name: a&b.odf");
     QTextCursor cursor = Text().textCursor();
     EXPECT_EQ(cursor.selectedText(), QString("race = \"Ter\u2028r\u00A0n "));
     cursor.insertText(cursor.selectedText().replace("n ", "n\" "));
     Text().selectAll();
     Text().cut();
     Text().paste();
-    Click("cmdContinue");
+    Press("cmdContinue");
     EXPECT_EQ(Read("game/odf/ships/a&b.odf"), every + "\r\n" + line + "\" // \"\r\nx\r\n");
-    if (!Label("lblErrorType").endsWith("c.odf")) Click("cmdIgnore");
+    if (!Caption("lblErrorType").endsWith("c.odf")) Press("cmdIgnore");
     EXPECT_EQ(Read("game/odf/ships/b.odf"), "one\rweapon1 = \"none\"\rtwo") << "not edited, not written";
-    ASSERT_EQ(Label("lblErrorType"), "Error type: Unwritten toolip\nFile name: c.odf");
+    ASSERT_EQ(Caption("lblErrorType"), "Error type: Unwritten toolip\nFile name: c.odf");
     Text().setPlainText("tooltip = \"\"");
-    Click("cmdIgnore");
+    Press("cmdIgnore");
     EXPECT_EQ(Read("game/odf/stations/c.odf"), "tooltip = \"\"\r\n");
     EXPECT_EQ(Usable(), kIdle) << "the last file of the last folder";
     ASSERT_EQ(boxes.Seen().size(), 3U);
@@ -95,30 +81,30 @@ TEST_F(OdfChecker, PausesAndClosesBetweenFiles) {
             paths, [&](auto& path) { return Read("game/odf/" + path + ".odf") == "x\r\n"; });
     };
     Open();
-    EXPECT_TRUE(Get<QCheckBox>("chkRace").isChecked());
-    Click("chkRemoveUnusedLines");
-    ClickAndPause("cmdStart", 2);
+    EXPECT_TRUE(In<QCheckBox>("chkRace").isChecked());
+    Press("chkRemoveUnusedLines");
+    PressAndPause("cmdStart", 2);
     EXPECT_EQ(Usable(), kPaused);
     EXPECT_TRUE(Text().toPlainText().startsWith("Please wait while"));
-    EXPECT_EQ(Label("lblStatus"), " 1\n 6");
-    EXPECT_EQ(Get<QProgressBar>("pgbProgress").value(), 16);
-    ClickAndPause("cmdContinue", 3); // the second file again, and the last one of its folder
-    EXPECT_EQ(Label("lblStatus"), " 3\n 6");
+    EXPECT_EQ(Caption("lblStatus"), " 1\n 6");
+    EXPECT_EQ(In<QProgressBar>("pgbProgress").value(), 16);
+    PressAndPause("cmdContinue", 3); // the second file again, and the last one of its folder
+    EXPECT_EQ(Caption("lblStatus"), " 3\n 6");
     EXPECT_EQ(rewritten(), 4);
 
-    QTimer::singleShot(0, checker_, [this] {
-        checker_->close();
+    QTimer::singleShot(0, opened, [this] {
+        opened->close();
         Item("menuModOpenOdfChecker").trigger(); // and opened again: it stays, and so does the run
-        Click("cmdPause");
+        Press("cmdPause");
     });
-    Click("cmdContinue");
+    Press("cmdContinue");
     EXPECT_EQ(Usable(), kPaused);
-    QTimer::singleShot(0, checker_, &QWidget::close);
-    Click("cmdContinue");
+    QTimer::singleShot(0, opened, &QWidget::close);
+    Press("cmdContinue");
     ASSERT_TRUE(WaitUntilClosed());
     EXPECT_EQ(rewritten(), 4) << "closed after one file";
     Open();
-    Click("cmdStart");
+    Press("cmdStart");
     EXPECT_EQ(Usable(), kIdle);
     EXPECT_TRUE(Text().toPlainText().startsWith("Select an odf folder and then click\non the start button"));
     EXPECT_EQ(rewritten(), 5);
@@ -127,7 +113,7 @@ TEST_F(OdfChecker, PausesAndClosesBetweenFiles) {
 TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
     test::AnswerBoxes boxes;
     Open();
-    EXPECT_EQ(QDir::fromNativeSeparators(Get<QTreeView>("dirDirectory").property("path").toString()),
+    EXPECT_EQ(QDir::fromNativeSeparators(In<QTreeView>("dirDirectory").property("path").toString()),
               Path("program"))
         << "no odf folder";
     EXPECT_EQ(Usable(), "cboHelp txtOdf dirDirectory");
@@ -135,13 +121,13 @@ TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
     Item("menuModOpenOdfChecker").trigger();
     EXPECT_EQ(Usable(), kIdle) << "opened again, it looks for the game's folder again";
     for (const char* option : {"chkOnlyModNew", "chkWeaponHardpoints"}) {
-        Click(option);
-        EXPECT_FALSE(Get<QCheckBox>(option).isChecked()) << option;
+        Press(option);
+        EXPECT_FALSE(In<QCheckBox>(option).isChecked()) << option;
         EXPECT_EQ(boxes.Seen().back().text, "This will be available in the next version of Quillbay");
     }
     EXPECT_EQ(boxes.Seen().size(), 2U);
-    Get<QComboBox>("cboHelp").setCurrentText("Missing v. tooltips");
-    EXPECT_EQ(Label("lblHelp"), "Read 'Missing tooltips'.");
+    In<QComboBox>("cboHelp").setCurrentText("Missing v. tooltips");
+    EXPECT_EQ(Caption("lblHelp"), "Read 'Missing tooltips'.");
 }
 
 TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
@@ -149,10 +135,10 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     Write(path, "\"");
     test::AnswerBoxes boxes;
     Open();
-    Click("chkMsgBoxes");
-    Click("cmdStart");
+    Press("chkMsgBoxes");
+    Press("cmdStart");
     Text().setPlainText(QString("\u2603"));
-    Click("cmdContinue");
+    Press("cmdContinue");
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.contains(QString("\u2603")));
 
@@ -162,20 +148,20 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     Item("menuManagerLaunchT2").trigger();
     EXPECT_EQ(Read(path), "saved\"\r\n");
     Text().setPlainText("again\"");
-    Click("cmdContinue");
+    Press("cmdContinue");
     EXPECT_EQ(Read(path), "again\"\r\n");
     ASSERT_EQ(boxes.Seen().size(), 3U) << "nobody else has changed the file";
 
     Text().setPlainText("mine");
     Write(path, "put back by an uninstallation");
     boxes.Then(QMessageBox::No);
-    Click("cmdIgnore");
+    Press("cmdIgnore");
     EXPECT_EQ(Read(path), "put back by an uninstallation");
     QFile::remove(Path(path));
     MakeFolder(path); // cannot be written
     boxes.Then(QMessageBox::Save).Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
-    checker_->close();
-    checker_->close();
+    opened->close();
+    opened->close();
     ASSERT_EQ(boxes.Seen().size(), 8U);
     EXPECT_EQ(boxes.Seen()[6].title, "Error!");
     boxes.Then(QMessageBox::Cancel).Then(QMessageBox::Cancel);
@@ -185,7 +171,7 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     EXPECT_EQ(Usable(), kStopped);
     EXPECT_EQ(Text().toPlainText(), "mine");
     boxes.Then(QMessageBox::Discard);
-    checker_->close();
+    opened->close();
     ASSERT_TRUE(WaitUntilClosed());
 
     QDir().rmdir(Path(path));
@@ -193,11 +179,11 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
          {QByteArray("x\r\n").repeated(1'400'000) + '"', QByteArray(270'000, '"') + '"'}) {
         Write(path, large);
         Open();
-        Click("cmdStart");
-        Click("cmdContinue");
+        Press("cmdStart");
+        Press("cmdContinue");
         EXPECT_EQ(Usable(), kStopped);
         EXPECT_LT(Text().toPlainText().size(), 1'000);
-        Click("cmdIgnore");
+        Press("cmdIgnore");
         EXPECT_EQ(Usable(), kIdle);
         EXPECT_EQ(Read(path), large);
     }

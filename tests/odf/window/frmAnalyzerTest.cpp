@@ -1,8 +1,4 @@
-#include "support/AnswerBoxesWindow.h"
 #include "support/SelectorFixtureWindow.h"
-
-#include <QtTest>
-#include <QtWidgets>
 
 namespace quillbay::test {
 namespace {
@@ -11,10 +7,10 @@ class Analyzer : public SelectorFixture {
 protected:
     void Open() {
         ASSERT_TRUE(Start());
-        opened = &OpenWindow("menuModAnalyzeMod", "frmAnalyzer");
-        tree = &Control<QTreeWidget>(*opened, "TreeViewer");
-        list = &Control<QListWidget>(*opened, "lstFiles");
-        picture = &Control<QLabel>(*opened, "picImages");
+        SelectorFixture::Open("menuModAnalyzeMod", "frmAnalyzer");
+        tree = &In<QTreeWidget>("TreeViewer");
+        list = &In<QListWidget>("lstFiles");
+        picture = &In<QLabel>("picImages");
     }
     /// The texts below the root, joined by slashes.
     static QString PathOf(const QTreeWidgetItem& node) {
@@ -46,11 +42,10 @@ protected:
                           found.isEmpty() ? outside : list->visualItemRect(found.front()).center());
     }
     void Press(char key) const { QTest::keyClick(list, key, Qt::ControlModifier); }
-    QString Text(const char* label) const { return Control<QLabel>(*opened, label).text(); }
-    QAction& Command(const char* name) const { return Control<QAction>(*opened, name); }
+    QAction& Command(const char* name) const { return In<QAction>(name); }
     /// The items of the menu of the files, disabled ones with a minus; closes it.
     QString Menu() const {
-        auto& menu = Control<QMenu>(*opened, "menuLstFilesRight");
+        auto& menu = In<QMenu>("menuLstFilesRight");
         if (!menu.isVisible()) return "(closed)";
         menu.close();
         QStringList items;
@@ -70,7 +65,6 @@ protected:
         }
     }
 
-    QWidget* opened = nullptr;
     QTreeWidget* tree = nullptr;
     QListWidget* list = nullptr;
     QLabel* picture = nullptr;
@@ -129,19 +123,19 @@ TEST_F(Analyzer, ShowsStatisticsBelowAShorterList) {
     for (const char* name : {"ships/a.odf", "ships/b.ODF", "ships/c.txt", "loose.odf"})
         Write(QStringLiteral("program/mods/Alpha/odf/") + name, "race = \"x & <b>\" // raw\r\n");
     Open();
-    EXPECT_EQ(Text("lblOdfBuildTime"), "BuildTime =");
+    EXPECT_EQ(Caption("lblOdfBuildTime"), "BuildTime =");
     ClickNode("Alpha/odf/ships");
     for (const char* name : {"a.odf", "b.ODF", "c.txt"}) {
         ClickFile(name);
-        EXPECT_EQ(Text("lblOdfRace"), *name == 'a' ? "race = \"x & <b>\" // raw" : "") << name;
-        EXPECT_EQ(Text("lblOdfMaxHealth"),
+        EXPECT_EQ(Caption("lblOdfRace"), *name == 'a' ? "race = \"x & <b>\" // raw" : "") << name;
+        EXPECT_EQ(Caption("lblOdfMaxHealth"),
                   *name == 'a' ? "maxHealth = (File does not contain 'maxHealth')" : "");
         EXPECT_EQ(list->height(), 173) << name;
-        EXPECT_TRUE(Control<QLabel>(*opened, "lblOdfShieldRate").isVisible()) << name;
+        EXPECT_TRUE(In<QLabel>("lblOdfShieldRate").isVisible()) << name;
     }
     ClickNode("Alpha/odf");
     ClickFile("loose.odf");
-    EXPECT_EQ(Text("lblOdfRace"), "") << "no unit";
+    EXPECT_EQ(Caption("lblOdfRace"), "") << "no unit";
 }
 
 TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
@@ -225,7 +219,7 @@ TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
     for (const char* name : {"huge.gif", "b.JPG", "a.bmp"}) {
         ClickFile(name);
         EXPECT_EQ(picture->isHidden(), *name == 'h') << name;
-        EXPECT_EQ(Control<QLabel>(*opened, "lblInvalidPic").isVisible(), *name == 'h') << name;
+        EXPECT_EQ(In<QLabel>("lblInvalidPic").isVisible(), *name == 'h') << name;
         EXPECT_EQ(list->height(), 173) << name;
     }
     const QRect box(288, 200, 277, 161);
@@ -241,7 +235,7 @@ TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
     const auto expectFull = [&](bool full) {
         EXPECT_EQ(tree->isHidden() && list->isHidden(), full);
         EXPECT_EQ(tree->isHidden() || list->isHidden(), full);
-        EXPECT_EQ(Control<QLabel>(*opened, "lblOdfRace").toolTip(), full ? "" : "Race unit is in");
+        EXPECT_EQ(In<QLabel>("lblOdfRace").toolTip(), full ? "" : "Race unit is in");
         EXPECT_EQ(Command("menuPicRightFullWindow").text(), full ? "Normal &window" : "Full &window");
         EXPECT_EQ(Command("menuPicRightCenter").isEnabled(), full);
     };

@@ -2,12 +2,6 @@
 #include "shell/window/frmChangeT2Dir.h"
 #include "support/SelectorFixtureWindow.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QtTest>
-
 namespace quillbay::test {
 namespace {
 
@@ -18,7 +12,7 @@ protected:
 
     void Open() {
         ASSERT_TRUE(window || Start());
-        chooser = &OpenWindow("modChangeT2Directory", "frmChangeT2Dir");
+        SelectorFixture::Open("modChangeT2Directory", "frmChangeT2Dir");
     }
     /// Starts without a game, which is searched in `prefix`, and does the action as soon as the chooser shows
     /// the text.
@@ -32,8 +26,8 @@ protected:
         });
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, [&] {
-            chooser = qobject_cast<frmChangeT2Dir*>(QApplication::activeModalWidget());
-            if (!chooser || Typed() != text) return;
+            opened = qobject_cast<frmChangeT2Dir*>(QApplication::activeModalWidget());
+            if (!opened || Typed() != text) return;
             poll.stop();
             action();
         });
@@ -41,25 +35,20 @@ protected:
         return Start();
     }
     QString Native(const QString& relative) const { return QDir::toNativeSeparators(Path(relative)); }
-    void Press(const char* button) const { Control<QPushButton>(*chooser, button).click(); }
-    QLineEdit& Box() const { return Control<QLineEdit>(*chooser, "txtDir"); }
+    QLineEdit& Box() const { return In<QLineEdit>("txtDir"); }
     QString Typed() const { return Box().text(); }
-    FolderListBox& List() const { return Control<FolderListBox>(*chooser, "dirListBox"); }
-    bool CanApply() const { return Control<QPushButton>(*chooser, "cmdApply").isEnabled(); }
-    bool WaitUntilClosed() const {
-        return WaitFor([&] { return !chooser->isVisible(); });
-    }
+    FolderListBox& List() const { return In<FolderListBox>("dirListBox"); }
+    bool CanApply() const { return In<QPushButton>("cmdApply").isEnabled(); }
     QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(main->GameDirectory)); }
 
     AnswerBoxes boxes;
-    QWidget* chooser = nullptr;
 };
 
 TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
     Open();
     EXPECT_TRUE(Item("modChangeT2Directory").isChecked());
-    EXPECT_TRUE(Control<QLabel>(*chooser, "lblChangeT2Info").text().endsWith("PS: It is case sensative."));
-    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), main->GameDirectory);
+    EXPECT_TRUE(Caption("lblChangeT2Info").endsWith("PS: It is case sensative."));
+    EXPECT_EQ(Caption("lblCurrent").toStdString(), main->GameDirectory);
     EXPECT_EQ(Typed(), Native("game"));
 
     Box().setText("something else");
@@ -80,16 +69,16 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     Open();
     Box().setText("no folder at all");
     Press("cmdOK");
-    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_TRUE(opened->isVisible());
     List().setProperty("path", Path("Other Copy"));
     EXPECT_EQ(Typed(), Native("Other Copy"));
     EXPECT_TRUE(CanApply());
     Box().setText(Path("Other Copy/"));
-    QTest::keyClick(&Control<QPushButton>(*chooser, "cmdApply"), Qt::Key_Return);
+    QTest::keyClick(&In<QPushButton>("cmdApply"), Qt::Key_Return);
     EXPECT_EQ(Game(), Native("Other Copy"));
-    EXPECT_EQ(Control<QLabel>(*chooser, "lblCurrent").text().toStdString(), main->GameDirectory);
+    EXPECT_EQ(Caption("lblCurrent").toStdString(), main->GameDirectory);
     EXPECT_FALSE(CanApply());
-    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_TRUE(opened->isVisible());
 
     Box().setText(Path("missing"));
     EXPECT_TRUE(CanApply());
@@ -113,26 +102,26 @@ TEST_F(Chooser, TheStartAsksForAMissingGameAndEndsTheProgramWhenTheUserGivesUp) 
 
 TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
     const QString sorry = "Unable to find directory. Please locate manually/install Tempest II.";
-    EXPECT_TRUE(StartWithoutAGame(sorry, [&] { chooser->close(); }));
+    EXPECT_TRUE(StartWithoutAGame(sorry, [&] { opened->close(); }));
     Open();
     EXPECT_EQ(Typed(), sorry);
-    EXPECT_TRUE(chooser->isVisible() && chooser->isModal());
-    QTest::keyClick(chooser, Qt::Key_Escape);
+    EXPECT_TRUE(opened->isVisible() && opened->isModal());
+    QTest::keyClick(opened, Qt::Key_Escape);
     EXPECT_EQ(main->Phase, ProgramPhase::Ended);
 }
 
 TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
     Write("prefix/drive_c/Games/T2/TEMPEST2.EXE", "");
     EXPECT_TRUE(StartWithoutAGame(Native("prefix/drive_c/Games/T2"), [&] {
-        EXPECT_TRUE(chooser->isModal());
+        EXPECT_TRUE(opened->isModal());
         EXPECT_TRUE(CanApply());
         EXPECT_EQ(main->GameDirectory, kGameNotFound) << "only a confirmation stores it";
         Press("cmdOK");
     }));
     EXPECT_EQ(Game(), Native("prefix/drive_c/Games/T2"));
-    EXPECT_FALSE(chooser->isVisible());
+    EXPECT_FALSE(opened->isVisible());
     Open();
-    EXPECT_FALSE(chooser->isModal());
+    EXPECT_FALSE(opened->isModal());
 }
 
 TEST_F(Chooser, TheFolderListGoesIntoFoldersAndRefusesWhatIsNone) {

@@ -1,56 +1,24 @@
 #include "support/SelectorFixtureWindow.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
-#include <QtTest>
-
 namespace quillbay::test {
 namespace {
 
 class Selector : public SelectorFixture {};
 
-/// A line for each menu: the captions and keys of its items, with "!" before what is disabled.
-QString Dump(const QMenu& menu) {
-    QStringList texts;
-    QString submenus;
-    for (const QAction* item : menu.actions()) {
-        const QString text = item->isSeparator() ? item->objectName() : item->text();
-        texts << (item->isEnabled() ? "" : "!") + text + (item->menu() ? " >" : "");
-        if (const QString key = item->shortcut().toString(); !key.isEmpty()) texts.back() += ' ' + key;
-        if (item->menu()) submenus += Dump(*item->menu());
-    }
-    return menu.objectName() + ": " + texts.join(", ") + "\n" + submenus;
-}
-
-constexpr char kMenus[] =
-    "menuSelector: C&hange T2 Directory Ctrl+H, Check currently installed mo&ds Ctrl+D, &File installer "
-    "Ctrl+F, Find Modified/&New files >, Install map editor Ctrl+P, Options, Smooth closing >, "
-    "menuSelectorSeparator1, &Launch >, menuManagerSeparator2, &Quit\n"
-    "menuManagerModFiles: Open Find Modified/&New files Ctrl+N, &Recompile definition file\n"
-    "menuManagerSmoothClose: X Axis, Y Axis, Simultaneous, Main window only\n"
-    "menuManagerLaunch: &Tempest II Ctrl+A, !&Map Editor, menuManagerLaunchSeparator1, T&empest II "
-    "Directory, &Quillbay Directory, menuManagerLaunchSeparator2, Tempest &Universe, Tempest &Fleet "
-    "Command, Lode&star\n"
-    "menuMod: &Check Compatability Ctrl+C, &Edit ModInfo.txt file Ctrl+E, Analy&ze Mod Files Ctrl+Z, View "
-    "Available &Tech Trees Ctrl+T, Open odf checker Ctrl+K, menuModSeparator1, Current Mod >, "
-    "menuModSeparator3, &Make new mod folder Ctrl+M\n"
-    "menuModCurrentMod: &Install Mod Ctrl+I, &Refresh Mod List Ctrl+R, &Uninstall Mod Ctrl+U, Rem&ove mod "
-    "Del, modCurrentModSeparator1, Vie&w mod's readme Ctrl+W, modCurrentModSeparator2, Open directory "
-    "Ctrl+O, Make su&bfolders Ctrl+B, Remove &subfolders Ctrl+S\n"
-    "menuStatus: Map Editor - Not installed, v1.1 Patch - Not installed\n"
-    "menuHelp: &About F1, &View Readme Ctrl+V, menuHelpSeperator1, Changes from &last release Ctrl+L\n";
-
-TEST_F(Selector, HasItsMenusInOrder) {
+TEST_F(Selector, MenusTellWhatIsThereAndEachKeyBelongsToOneItem) {
     Make({"program/mods/Alpha/readme.txt", "program/FileList.txt"});
     ASSERT_TRUE(Start());
     main->ShowModDetails();
     emit Control<QMenu>("menuSelector").aboutToShow();
-    QString text;
-    for (const QAction* menu : window->menuBar()->actions())
-        text += Dump(*menu->menu());
-    EXPECT_EQ(text.toStdString(), kMenus);
+    QStringList keys, disabled;
+    for (const QAction* item : window->findChildren<QAction*>()) {
+        if (!item->shortcut().isEmpty()) keys << item->shortcut().toString();
+        if (!item->isEnabled() && !item->isSeparator()) disabled << item->objectName();
+    }
+    EXPECT_EQ(keys.removeDuplicates(), 0);
+    EXPECT_EQ(keys.size(), 23);
+    EXPECT_EQ(disabled.join(' ').toStdString(), "menuManagerLaunchMapEditor");
+    EXPECT_EQ(Item("menuStatusMapEditor").text(), "Map Editor - Not installed");
 }
 
 TEST_F(Selector, StartsWithGameModsAndSettings) {
@@ -114,8 +82,8 @@ protected:
         QStringList said;
         for (; seen_ < boxes.Seen().size(); ++seen_)
             said << boxes.Seen()[seen_].title + ": " + boxes.Seen()[seen_].text;
-        for (const auto& opened : shell.opened)
-            said << QString::fromStdString(opened.target + ">" + opened.workingFolder);
+        for (const auto& asked : shell.opened)
+            said << QString::fromStdString(asked.target + ">" + asked.workingFolder);
         shell.opened.clear();
         return said.join('|').replace('\\', '/').remove(Path(".").chopped(1));
     }
@@ -188,6 +156,34 @@ TEST_F(LaunchWindow, OpensFoldersAddressesAndReadmes) {
     EXPECT_EQ(Trigger("menuModCurrentModViewReadme"), "program/mods/M/Addon/X/My README.txt>");
     EXPECT_EQ(Trigger("menuManagarLaunchT2Dir"), "game>");
     EXPECT_EQ(Trigger("menuManagerLaunchNimb"), "https://tempest-universe.example/>");
+}
+
+class Accessible : public SelectorFixture {};
+
+TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
+    Write("program/FileList.txt", {});
+    ASSERT_TRUE(Start());
+    for (const char* item :
+         {"menuManagerCheckInstalledMods", "menuManagerFileInstaller", "menuManagerFindModifiedFiles",
+          "menuManagerOptions", "menuModCompatablility", "menuModEdit", "menuModAnalyzeMod",
+          "menuModTechTree", "menuModOpenOdfChecker", "menuHelpAbout", "menuHelpViewReadme",
+          "menuHelpChanges", "modChangeT2Directory"})
+        Item(item).trigger();
+    const QSet<QString> neverShown{"lstSortItems", "lstPacker"};
+    int windows = 0;
+    for (const QWidget* shown : QApplication::topLevelWidgets()) {
+        windows += shown->isVisible() && shown->objectName().startsWith("frm");
+        for (QWidget* control : shown->findChildren<QWidget*>(QRegularExpression("^(?!qt_)."))) {
+            if (!(control->focusPolicy() & Qt::TabFocus) || neverShown.contains(control->objectName()))
+                continue;
+            auto& said = *QAccessible::queryAccessibleInterface(control);
+            const bool isBox = qobject_cast<const QComboBox*>(control); // whose name is its text
+            EXPECT_FALSE(isBox ? said.relations(QAccessible::Label).empty()
+                               : said.text(QAccessible::Name).isEmpty())
+                << qPrintable(shown->objectName() + '/' + control->objectName());
+        }
+    }
+    EXPECT_EQ(windows, 14);
 }
 
 } // namespace

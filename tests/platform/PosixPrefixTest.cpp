@@ -1,0 +1,303 @@
+#include "platform/DosPath.h"
+#include "platform/Registry.h"
+#include "platform/posix/LauncherFiles.h"
+#include "platform/posix/ProgramFolder.h"
+#include "support/ScopedVariable.h"
+#include "support/TempFolder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <random>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quillbay::test {
+namespace {
+
+/// A prefix with drives C: (its own), D: (a folder elsewhere) and Z: (everything).
+class PosixWinePrefixTest : public testing::Test {
+protected:
+    PosixWinePrefixTest() {
+        for (const char* folder : {"prefix\\drive_c\\Games", "prefix\\dosdevices", "disk\\T2"})
+            PutFolder(temp_ / folder);
+        for (const auto& [drive, text] :
+             {std::pair{"c:", std::string("../drive_c")}, {"d:", disk_}, {"e:", "gone"}, {"z:", "/"}})
+            std::filesystem::create_symlink(text, prefix_ + "/dosdevices/" + drive);
+    }
+
+    TempFolder temp_;
+    std::string prefix_ = DiskText(temp_ / "prefix");
+    std::string disk_ = DiskText(temp_ / "disk");
+    ScopedVariable variable_{"WINEPREFIX", prefix_};
+};
+
+TEST_F(PosixWinePrefixTest, DosPathsLeadToTheirDrives) {
+    EXPECT_EQ(NativePath("C:\\Games\\T2\\"), prefix_ + "/drive_c/Games/T2/");
+    EXPECT_EQ(NativePath("d:/T2"), disk_ + "/T2");
+    EXPECT_EQ(NativePath("C:"), prefix_ + "/drive_c");
+    EXPECT_EQ(NativePath("Z:\\usr"), "/usr");
+    EXPECT_EQ(NativePath("Z:"), "/");
+    for (const auto* text : {"E:\\gone", "Q:\\none", "C:relative", "/usr", "", "\\\\host\\share"})
+        EXPECT_EQ(NativePath(text), text);
+    const ScopedVariable home("HOME", prefix_);
+    const ScopedVariable none("WINEPREFIX", std::nullopt);
+    EXPECT_EQ(NativePath("C:\\Games"), "C:\\Games");
+    std::filesystem::create_symlink(prefix_, prefix_ + "/.wine");
+    EXPECT_EQ(NativePath("C:\\Games"), prefix_ + "/drive_c/Games");
+}
+
+TEST_F(PosixWinePrefixTest, FoldersHaveADosPathInThePrefixThatHoldsThem) {
+    std::string zForm = "Z:" + temp_.Path();
+    std::ranges::replace(zForm, '/', '\\');
+    for (const auto& [folder, path] : {std::pair{temp_ / "prefix\\drive_c\\GAMES", std::string("C:\\Games")},
+                                       {temp_ / "prefix\\drive_c", "C:\\"},
+                                       {temp_ / "disk\\T2", "D:\\T2"},
+                                       {temp_.Path(), zForm}})
+        EXPECT_EQ(ShortPath(folder).ValueOr({}), path);
+    EXPECT_EQ(ShortPath(temp_ / "none").Error(), std::errc::no_such_file_or_directory);
+
+    // Another prefix is found by what lies in it; the drives of the user's own do not count there.
+    const ScopedVariable other("WINEPREFIX", disk_);
+    EXPECT_EQ(ShortPath(temp_ / "prefix\\drive_c\\Games").ValueOr({}), "C:\\Games");
+    EXPECT_EQ(ShortPath(temp_ / "disk\\T2").Error(), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(PosixWinePrefixTest, TheSearchEndsAtTheProgramsDriveAndFollowsNoLinks) {
+    const std::string root = prefix_ + "/drive_c";
+    EXPECT_EQ(SearchRoots(temp_ / "prefix\\drive_c\\Games"), std::vector{root});
+    EXPECT_EQ(SearchRoots(temp_ / "disk\\T2"), (std::vector{root, disk_}));
+    EXPECT_EQ(SearchRoots(temp_.Path()), std::vector{root});
+    EXPECT_EQ(DriveRootText("/anywhere"), "C:\\");
+
+    PutFile(temp_ / "disk\\T2\\Tempest2.exe", "x");
+    PutFile(temp_ / "prefix\\drive_c\\a\\b\\tempest2.EXE", "x");
+    PutFolder(temp_ / "prefix\\drive_c\\Games\\Tempest2.exe");
+    EXPECT_EQ(FindFileInTree(root, "Tempest2.exe"), root + "/a/b/tempest2.EXE");
+    for (const auto& nowhere : {prefix_ + "/dosdevices", prefix_ + "/none", std::string()})
+        EXPECT_EQ(FindFileInTree(nowhere, "Tempest2.exe"), "");
+}
+
+TEST_F(PosixWinePrefixTest, TheRegistryIsThatOfThePrefix) {
+    const auto registry = MakeRegistry();
+    const std::string file = prefix_ + "/system.reg";
+    const auto read = [&] { return registry->ReadRegistryString("Software\\A", "Path", "fallback"); };
+    EXPECT_EQ(read(), "fallback");
+    // Larger than one piece of reading.
+    PutFile(file, "WINE REGISTRY Version 2\n" + std::string(500'000, '\n') +
+                      "[Software\\\\Wow6432Node\\\\A] 1\n\"Path\"=\"C:\\\\T2\\\\\"\n");
+    EXPECT_EQ(read(), "C:\\T2\\");
+    EXPECT_EQ(registry->ReadRegistryString("Software\\B", "Path"), "");
+    std::filesystem::remove(file);
+    PutFolder(file);
+    EXPECT_EQ(read(), "fallback");
+}
+
+TEST(PosixProgramFolderTest, AnInstalledProgramKeepsItsModsInTheUsersFolder) {
+    const TempFolder temp;
+    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/new/data");
+    EXPECT_EQ(ChooseProgramFolder(temp.Path()), temp.Path());
+    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/new/data/quillbay");
+    EXPECT_TRUE(std::filesystem::is_directory(temp.Path() + "/new/data/quillbay"));
+    const ScopedVariable home("HOME", temp.Path());
+    const ScopedVariable relative("XDG_DATA_HOME", "somewhere");
+    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/.local/share/quillbay");
+}
+
+TEST(PosixProgramFolderTest, ModsBesideTheProgramCountsForWhoMayWriteToIt) {
+    const TempFolder temp;
+    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/data");
+    const std::string program = temp.Path() + "/program";
+    const std::string mods = program + "/mods";
+    PutFolder(mods);
+    ASSERT_EQ(::chmod(program.c_str(), 0555) + ::chmod(mods.c_str(), 0755), 0);
+    EXPECT_EQ(ChooseProgramFolder(program), program);
+    ASSERT_EQ(::chmod(mods.c_str(), 0555), 0);
+    const pid_t child = ::fork();
+    if (child == 0) { // for root there is no folder without permission
+        const bool isOrdinary = ::geteuid() != 0 || ::setuid(65534) == 0;
+        ::_exit(isOrdinary && ChooseProgramFolder(program) == temp.Path() + "/data/quillbay" ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+}
+
+/// A home without a prefix of its own; every prefix made in it names a game.
+class PosixLauncherPrefixesTest : public testing::Test {
+protected:
+    /// `age` in hours; `dosPath` as a registry file spells it.
+    std::string MakePrefix(const std::string& place, int age = 0,
+                           const std::string& dosPath = "C:\\\\t2\\\\") {
+        const std::string prefix = place.starts_with('/') ? place : home_ + '/' + place;
+        PutFolder(prefix + "/drive_c/T2");
+        PutFolder(prefix + "/dosdevices");
+        std::filesystem::create_symlink("../drive_c", prefix + "/dosdevices/c:");
+        std::filesystem::create_symlink("/", prefix + "/dosdevices/z:");
+        PutFile(prefix + "/system.reg",
+                "WINE REGISTRY Version 2\n[Software\\\\A] 1\n\"Path\"=\"" + dosPath + "\"\n");
+        std::filesystem::last_write_time(prefix + "/system.reg", start_ - std::chrono::hours(age));
+        return prefix;
+    }
+    RegisteredFolder Find() const { return MakeRegistry()->FindRegisteredFolder("Software\\A", "Path"); }
+
+    TempFolder temp_;
+    std::string home_ = DiskText(temp_ / "home");
+    std::string disk_ = DiskText(temp_ / "disk");
+    std::filesystem::file_time_type start_ = std::filesystem::file_time_type::clock::now();
+    ScopedVariable variables_[4] = {{"HOME", home_},
+                                    {"WINEPREFIX", std::nullopt},
+                                    {"XDG_DATA_HOME", "relative"},
+                                    {"XDG_CONFIG_HOME", home_ + "/settings"}};
+};
+
+TEST_F(PosixLauncherPrefixesTest, TheGameIsFoundInEveryPlaceOfALauncher) {
+    const std::string flatpak = ".var/app/org.example.Launcher/";
+    const std::string steam = ".local/share/Steam/";
+    const std::string oldLibraries = "\"LibraryFolders\" { \"1\" \"" + disk_ + "\" }";
+    const std::string newLibraries = "\"libraryfolders\" { \"0\" { \"path\" \"" + disk_ + "\" } }";
+    const std::string json = R"({"Game": {"winePrefix": ")" + disk_ + "\"}}";
+    const std::string yaml = "game:\n  prefix: " + disk_ + "\n";
+    const std::string library = disk_ + "/steamapps/compatdata/7/pfx";
+    const struct {
+        std::string prefix, file, text;
+    } places[] = {
+        {steam + "steamapps/compatdata/7/pfx", "", ""},
+        {".steam/steam/steamapps/compatdata/7/pfx", "", ""},
+        {flatpak + steam + "steamapps/compatdata/7/pfx", "", ""},
+        {library, steam + "steamapps/libraryfolders.vdf", oldLibraries},
+        {library, ".steam/steam/config/libraryfolders.vdf", newLibraries},
+        {library, flatpak + "data/Steam/steamapps/libraryfolders.vdf", newLibraries},
+        {"Games/Heroic/Prefixes/Game", "", ""},
+        {"Games/Heroic/Prefixes/default/Game/pfx", "", ""},
+        {disk_, "settings/heroic/GamesConfig/Game.json", json},
+        {disk_ + "/pfx", flatpak + "config/heroic/GamesConfig/Game.json", json},
+        {"Games/game", "", ""},
+        {disk_, "settings/lutris/games/game-1.yml", yaml},
+        {disk_, ".local/share/lutris/games/game-1.yml", yaml},
+        {disk_, flatpak + "data/lutris/games/game-1.yml", yaml},
+        {"elsewhere", ".local/share/lutris/games/game-1.yml", "prefix: '~/elsewhere'"},
+        {".local/share/bottles/bottles/Game", "", ""},
+        {flatpak + "data/bottles/bottles/Game", "", ""},
+        {".PlayOnLinux/wineprefix/game", "", ""},
+        {flatpak + ".PlayOnLinux/wineprefix/game", "", ""},
+    };
+    for (const auto& [place, file, text] : places) {
+        for (const auto& folder : {home_, disk_}) {
+            std::filesystem::remove_all(folder);
+            PutFolder(folder);
+        }
+        EXPECT_EQ(Find().path, "") << place;
+        if (!file.empty()) PutFile(home_ + '/' + file, text);
+        const auto prefix = MakePrefix(place);
+        const auto found = Find();
+        EXPECT_EQ(found.path, prefix + "/drive_c/t2/") << place << ' ' << file;
+        EXPECT_EQ(found.prefix, prefix) << place;
+        EXPECT_FALSE(found.otherPrefixes) << place;
+        EXPECT_EQ(SearchRoots(temp_.Path()), std::vector{prefix + "/drive_c"}) << place;
+    }
+}
+
+TEST_F(PosixLauncherPrefixesTest, TheNewestPrefixWithAGameCountsUnlessTheUsersOwnHasOne) {
+    const auto older = MakePrefix(".PlayOnLinux/wineprefix/older", 3);
+    EXPECT_FALSE(Find().otherPrefixes);
+    const auto newer = MakePrefix("Games/newer", 2);
+    MakePrefix("Games/gone", 1, "C:\\\\gone");
+    MakePrefix("Games/driveless", 1, "Q:\\\\T2");
+    // The same prefix by another name is no other one.
+    std::filesystem::create_symlink(newer, home_ + "/.PlayOnLinux/wineprefix/again");
+    EXPECT_EQ(Find().prefix, newer);
+    EXPECT_TRUE(Find().otherPrefixes);
+    std::filesystem::remove(older + "/system.reg");
+    EXPECT_FALSE(Find().otherPrefixes);
+
+    const auto own = MakePrefix(".wine", 9, "C:\\\\gone");
+    EXPECT_EQ(Find().prefix, newer);
+    std::filesystem::create_directory(own + "/drive_c/gone");
+    EXPECT_EQ(Find().prefix, own);
+    EXPECT_FALSE(Find().otherPrefixes);
+    const auto roots = SearchRoots(temp_.Path());
+    ASSERT_EQ(roots.size(), 4U);
+    EXPECT_EQ(roots[0], own + "/drive_c");
+    EXPECT_EQ(roots[3], newer + "/drive_c");
+
+    const ScopedVariable chosen("WINEPREFIX", older);
+    EXPECT_EQ(Find().path, "");
+    EXPECT_EQ(SearchRoots(temp_.Path()), std::vector{older + "/drive_c"});
+}
+
+TEST_F(PosixLauncherPrefixesTest, AGameOutsideThePrefixThatNamesItIsReachedThroughItsDrives) {
+    const std::string game = disk_ + "/library/T2";
+    PutFolder(game);
+    std::string dosPath = "Z:" + game;
+    std::string escaped = "Z:";
+    for (const char c : game)
+        escaped += c == '/' ? std::string("\\\\") : std::string(1, c);
+    std::ranges::replace(dosPath, '/', '\\');
+    // Another prefix holds the folder.
+    PutFolder(disk_ + "/library/dosdevices");
+    const auto prefix = MakePrefix(".local/share/Steam/steamapps/compatdata/7/pfx", 0, escaped);
+    const auto found = Find();
+    EXPECT_EQ(found.path, game);
+    EXPECT_EQ(ShortPath(found.path, found.prefix).ValueOr({}), dosPath);
+    EXPECT_EQ(ShortPath(found.path).Error(), std::errc::no_such_file_or_directory);
+}
+
+using Texts = std::vector<std::string>;
+
+const std::string kNewForm =
+    "\"libraryfolders\"\n{\n\t\"0\"\n\t{\n\t\t\"path\"\t\t\"/home/a/Steam\"\n"
+    "\t\t\"label\"\t\t\"/no\"\n\t\t\"apps\"\n\t\t{\n\t\t\t\"12\"\t\t\"/34\"\n\t\t}\n\t}\n"
+    "\t\"1\" { \"path\" \"/b \\\"c\\\\d\" }\n}\n";
+const std::string kOldForm =
+    "\"LibraryFolders\"\r\n{\r\n// \"3\" \"/no\"\r\n\t\"TimeNextStatsReport\"\t\"15\"\r\n"
+    "\t\"ContentStatsID\"\t\"-8\"\r\n\t\"1\"\t\"/mnt/Games\"\r\n\t2 /plain\r\n}\r\n";
+const std::string kJson = R"({"App" : {"note": "winePrefix", "winePrefix" :"/p\u00e4\ud83d\ude80\/q\"r",
+    "other": ["winePrefix", {"winePrefix":null}], "winePrefix":"/two"}})";
+const std::string kYaml =
+    "game:\n  exe: /no\n  prefix: /a/b c # why\n  prefix_of: /no\n  prefix: 'it''s:\n    long'\n"
+    "wine: {}\nprefix: \"/\\xDC \\\"x\\\"\\\n  \\ y\"\nsystem:\n  prefix:\n";
+
+TEST(PosixLauncherFilesTest, GiveTheirFoldersInEveryForm) {
+    EXPECT_EQ(SteamLibraries(kNewForm), (Texts{"/home/a/Steam", "/b \"c\\d"}));
+    EXPECT_EQ(SteamLibraries(kOldForm), (Texts{"/mnt/Games", "/plain"}));
+    EXPECT_EQ(JsonTexts(kJson, "winePrefix"), (Texts{"/pä🚀/q\"r", "/two"}));
+    EXPECT_EQ(YamlTexts(kYaml, "prefix"), (Texts{"/a/b c", "it's: long", "/Ü \"x\" y", ""}));
+}
+
+TEST(PosixLauncherFilesTest, AnyDamageIsSurvivedAndKeepsWhatStandsBeforeIt) {
+    const auto readSteam = [](std::string_view text) { return SteamLibraries(text); };
+    const auto readJson = [](std::string_view text) { return JsonTexts(text, "winePrefix"); };
+    const auto readYaml = [](std::string_view text) { return YamlTexts(text, "prefix"); };
+    using Reader = Texts (*)(std::string_view);
+    // The first text stands whole before `safe`.
+    const struct {
+        Reader read;
+        const std::string& text;
+        std::string_view safe;
+    } kinds[] = {{readSteam, kNewForm, "label"},
+                 {readSteam, kOldForm, "2 /plain"},
+                 {readJson, kJson, "other"},
+                 {readYaml, kYaml, "prefix_of"}};
+    std::mt19937 random(5);
+    for (const auto& [read, text, safe] : kinds) {
+        const auto intact = text.find(safe);
+        const std::string first = read(text).front();
+        for (int round = 0; round < 2'000; ++round) {
+            std::string damaged = text;
+            for (int i = 0; i <= round % 7; ++i)
+                damaged[intact + random() % (text.size() - intact)] = static_cast<char>(random());
+            damaged.resize(damaged.size() - random() % (text.size() - intact));
+            const auto texts = read(damaged);
+            ASSERT_FALSE(texts.empty()) << damaged;
+            ASSERT_EQ(texts.front(), first) << damaged;
+            for (char& c : damaged)
+                c = "\"\\{}:' \nu1p/"[random() % 12];
+            for (const auto& found : read(damaged))
+                ASSERT_LE(found.size(), damaged.size());
+        }
+    }
+}
+
+} // namespace
+} // namespace quillbay::test
