@@ -23,7 +23,7 @@ QString OutcomeText::Names(const std::vector<std::string>& files, std::size_t mo
     QStringList names;
     const std::size_t named = std::min(files.size(), most);
     for (std::size_t at = 0; at < named; ++at)
-        names << ToQString(files[at]);
+        names << ShownPath(files[at]);
     if (named < files.size()) names << QStringLiteral("and %1 more").arg(files.size() - named);
     return names.join(between);
 }

@@ -12,7 +12,8 @@ namespace quillbay {
 
 QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, const QString& title,
                                         QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
-                                        const QString& informative, const QString& details) {
+                                        const QString& informative, const QString& details,
+                                        QMessageBox::StandardButton byEnter) {
     // On the heap: the parent may be destroyed, and the box with it, while the box is open.
     const QPointer<QMessageBox> box = new QMessageBox(icon, title, QString(), buttons, parent);
     box->setTextFormat(Qt::PlainText);
@@ -23,6 +24,7 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, co
             label->setTextFormat(Qt::PlainText);
     }
     if (!details.isEmpty()) box->setDetailedText(details);
+    box->setDefaultButton(byEnter);
     const bool hasNo = buttons.testFlag(QMessageBox::No);
     if (hasNo) box->setEscapeButton(QMessageBox::No);
 
@@ -32,9 +34,9 @@ QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text, co
 }
 
 bool Confirmed(QWidget* parent, const QString& text, const QString& title, QMessageBox::Icon icon,
-               const QString& informative) {
-    return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative) ==
-           QMessageBox::Yes;
+               const QString& informative, QMessageBox::StandardButton byEnter) {
+    return ShowMessage(parent, text, title, icon, QMessageBox::Yes | QMessageBox::No, informative, {},
+                       byEnter) == QMessageBox::Yes;
 }
 
 int AskChoice(QWidget* parent, const QString& text, const QStringList& captions) {
@@ -69,10 +71,7 @@ void ShowError(QWidget* parent, const QString& text) {
 }
 
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
-    QString shown = ToQString(path);
-    // A path below a POSIX root; one below the game is spelled as in the lists.
-    if (shown.startsWith(u'/')) shown.replace(u'\\', u'/');
-    const QString text = sentence + QStringLiteral("\n\n") + shown;
+    const QString text = sentence + QStringLiteral("\n\n") + ShownPath(path);
     return error ? text + u'\n' + Reason(error) : text;
 }
 

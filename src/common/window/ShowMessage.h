@@ -14,17 +14,19 @@ inline constexpr char kProgramTitle[] = "Quillbay";
 
 /// Shows a modal message box in plain text (never rich text) and returns the button that was pressed; a box
 /// that is closed otherwise counts as No where there is one. `informative` is a second, smaller paragraph,
-/// `details` a longer text that the user can unfold.
+/// `details` a longer text that the user can unfold. `byEnter` is the default button; without one Qt chooses.
 /// Windows show message boxes in no other way.
 QMessageBox::StandardButton ShowMessage(QWidget* parent, const QString& text,
                                         const QString& title = QString::fromLatin1(kProgramTitle),
                                         QMessageBox::Icon icon = QMessageBox::NoIcon,
                                         QMessageBox::StandardButtons buttons = QMessageBox::Ok,
-                                        const QString& informative = {}, const QString& details = {});
+                                        const QString& informative = {}, const QString& details = {},
+                                        QMessageBox::StandardButton byEnter = QMessageBox::NoButton);
 
-/// True when the user answered Yes to a question with Yes and No.
+/// True when the user answered Yes to a question with Yes and No. Where files go for good `byEnter` is No.
 bool Confirmed(QWidget* parent, const QString& text, const QString& title,
-               QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {});
+               QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {},
+               QMessageBox::StandardButton byEnter = QMessageBox::Yes);
 
 /// Question icon, the program's title, and a button for each caption, the last of which Escape stands for;
 /// the position of the one that was pressed.

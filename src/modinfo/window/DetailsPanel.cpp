@@ -1,8 +1,8 @@
 #include "modinfo/window/DetailsPanel.h"
 
 #include "common/modMisc.h"
+#include "common/window/CutLabel.h"
 #include "common/window/LoadPicture.h"
-#include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 #include "common/window/UpdateLock.h"
 #include "modinfo/ModDetails.h"
@@ -30,14 +30,6 @@ QString SizeCaption(const std::optional<std::uint64_t>& size) {
 QString FileCountCaption(const std::optional<std::size_t>& count) {
     return QStringLiteral("Number of files in current mod: ") +
            (count ? QString::number(*count) : QStringLiteral("N/A"));
-}
-
-/// For labels of one line, whose text may be longer than they are wide.
-void SetCutText(QLabel& label, const QString& text) {
-    label.setText(text);
-    const bool cut =
-        text.contains(QLatin1Char('\n')) || label.fontMetrics().horizontalAdvance(text) > label.width();
-    label.setToolTip(cut ? PlainToolTip(text) : QString());
 }
 
 /// The last of these files that decodes as a bitmap or JPEG (by content), cut to the picture area; null when
@@ -83,9 +75,9 @@ void DetailsPanel::ShowMod(std::string_view folder) {
 
 void DetailsPanel::SetCaptions(const ModInfoCaptions& captions) {
     shown_ = captions;
-    SetCutText(controls_.author, ToQString(captions.author));
-    SetCutText(controls_.version, ToQString(captions.version));
-    SetCutText(controls_.otherHeading, ToQString(captions.otherHeading));
+    controls_.author.ShowText(ToQString(captions.author));
+    controls_.version.ShowText(ToQString(captions.version));
+    controls_.otherHeading.ShowText(ToQString(captions.otherHeading));
     controls_.description.setText(ToQString(captions.description));
     controls_.other.setText(ToQString(captions.other));
 }

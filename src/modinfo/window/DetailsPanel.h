@@ -14,14 +14,15 @@ class QLabel;
 
 namespace quillbay {
 
+class CutLabel;
 class FileSystem;
 
 /// The main window's controls that tell about the selected mod.
 struct DetailsControls {
-    QLabel& author;
+    CutLabel& author;
     QLabel& description;
-    QLabel& version;
-    QLabel& otherHeading;
+    CutLabel& version;
+    CutLabel& otherHeading;
     QLabel& other;
     QLabel& fileCount;
     QLabel& size;
