@@ -151,13 +151,30 @@ using Paths = std::vector<std::string>;
 using Compatibility = DiskTest;
 
 TEST_F(Compatibility, ComparesKnownFoldersInListOrderUnlessItCannot) {
-    EXPECT_EQ(CommonPaths({"b", "A", "odf\\a", "b", "x"}, {"x", "a", "odf\\a", "Odf\\a", "b"}),
-              (Paths{"b", "odf\\a", "x"}));
+    EXPECT_EQ(FindCommonPaths({"b", "A", "odf\\a", "b", "x"}, {"x", "a", "odf\\a", "Odf\\a", "b"}),
+              (std::vector<CommonPath>{{0, 4}, {2, 2}, {4, 0}}));
     for (const char* file : {"ModPic.jpg", "Textures/modpic.jpg", "Textures/Rgb/t.tga", "odf/a.odf",
                              "odf/Ships/s.odf", "odf/Ships/ModInfo.txt", "Backup/odf/a.odf", "unknown/u.odf"})
         PutFile(temp_ / (std::string("m/") + file), "");
     EXPECT_EQ(ListComparedFiles(*disk_, temp_ / "m", kDescriptionFiles).paths,
               (Paths{"odf\\a.odf", "odf\\ships\\s.odf", "Textures\\modpic.jpg", "Textures\\Rgb\\t.tga"}));
+    for (const auto& [file, bytes] : {std::pair{"ODF/a.odf", "a"},
+                                      {"odf/Ships/s.odf", ""},
+                                      {"Textures/modpic.jpg", "2"},
+                                      {"Textures/rgb/t.tga", ""}})
+        PutFile(temp_ / (std::string("n/") + file), bytes);
+    auto first = ListComparedFiles(*disk_, temp_ / "m", kDescriptionFiles);
+    auto second = ListComparedFiles(*disk_, temp_ / "n");
+    PutFile(temp_ / "m/Textures/modpic.jpg", "1");
+    ASSERT_FALSE(disk_->RemoveFile(temp_ / "n/Textures/rgb/t.tga"));
+    auto common = FindCommonPaths(first.paths, second.paths);
+    ContentComparison contents(*disk_, std::move(first), std::move(second), std::move(common));
+    while (contents.Step())
+        continue;
+    EXPECT_EQ(contents.Equal(), 1U);
+    EXPECT_EQ(contents.Different(), (Paths{"odf\\a.odf", "Textures\\modpic.jpg"}));
+    EXPECT_EQ(contents.Unreadable(), Paths{"Textures\\Rgb\\t.tga"});
+
     FaultyFileSystem faulty(*disk_);
     faulty.Arm(2, FaultyFileSystem::Fault::Fail, std::errc::permission_denied);
     EXPECT_EQ(ListComparedFiles(faulty, temp_ / "m").failure.error, std::errc::permission_denied);

@@ -1,6 +1,7 @@
 #include "modinfo/window/frmCompatability.h"
 
 #include "common/window/BusyGuard.h"
+#include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
@@ -11,6 +12,7 @@
 #include "platform/PathText.h"
 #include "ui_frmCompatability.h"
 
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -20,7 +22,8 @@ namespace {
 
 constexpr std::size_t kMostFilesWithoutProgress = 150;
 constexpr int kFinishAfterMs = 1;
-constexpr int kNameIndent = 11; // blanks, so that the second name stands below the first
+constexpr qint64 kCompareForMs = 20; // at a time
+constexpr int kNameIndent = 11;      // blanks, so that the second name stands below the first
 
 constexpr QLatin1String kGameRow("(Tempest II Directory)");
 constexpr QLatin1String kOutOfMemory("Out of memory");
@@ -68,7 +71,7 @@ void SelectMod(QListWidget& list, const ModPath& path) {
 
 frmCompatability::frmCompatability(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmCompatability>()),
-      timAfter_(new QTimer(this)) {
+      timAfter_(new QTimer(this)), timContents_(new QTimer(this)) {
     ui_->setupUi(this);
     timAfter_->setObjectName(QStringLiteral("timAfter"));
     timAfter_->setSingleShot(true);
@@ -79,6 +82,8 @@ frmCompatability::frmCompatability(LibraryHost& main, QAction* menuItem)
         connect(list, &QListWidget::itemDoubleClicked, this, &frmCompatability::lstBox_DblClick);
         list->installEventFilter(this);
     }
+    timContents_->setObjectName(QStringLiteral("timContents"));
+    connect(timContents_, &QTimer::timeout, this, &frmCompatability::CompareContents);
     ui_->pgbProgress->hide();
     LockResult();
 }
@@ -111,12 +116,15 @@ void frmCompatability::CheckCompatibility() {
     if (!CanCompare(first, second)) return;
 
     timAfter_->stop();
+    timContents_->stop();
+    contents_.reset();
     const QPointer<QWidget> focus = focusWidget();
     QString error;
     {
         const BusyGuard busy({ui_->cmdCheck});
-        ui_->lblMod1->setText(QStringLiteral("Mods: ") + first->Name() + QStringLiteral(" and"));
-        ui_->lblMod2->setText(QString(kNameIndent, u' ') + second->Name());
+        ui_->lblMod1->ShowText(QStringLiteral("Mods: ") + first->Name() + QStringLiteral(" and"),
+                               ShownPath(first->folder));
+        ui_->lblMod2->ShowText(QString(kNameIndent, u' ') + second->Name(), ShownPath(second->folder));
         ui_->lstIncompatable->setReadOnly(false);
         error = ListCommonFiles(*first, *second);
     }
@@ -158,25 +166,29 @@ QString frmCompatability::ListCommonFiles(const Side& first, const Side& second)
     const FileSystem& files = main_.GetServices().files;
     QPlainTextEdit& result = *ui_->lstIncompatable;
 
-    const ComparedFiles firstFiles = ListComparedFiles(files, first.folder);
+    ComparedFiles firstFiles = ListComparedFiles(files, first.folder);
     if (!firstFiles.Usable()) return Describe(firstFiles, first.Name());
     std::optional<LongCheck> longCheck;
     if (firstFiles.paths.size() > kMostFilesWithoutProgress) {
         result.setPlainText(QStringLiteral("(Checking compatability.)"));
         longCheck.emplace(*ui_);
     }
-    const ComparedFiles secondFiles = ListComparedFiles(files, second.folder, kDescriptionFiles);
+    ComparedFiles secondFiles = ListComparedFiles(files, second.folder, kDescriptionFiles);
     if (!secondFiles.Usable()) return Describe(secondFiles, second.Name());
 
     result.setFocus();
+    auto common =
+        FindCommonPaths(firstFiles.paths, secondFiles.paths, [&](std::size_t done, std::size_t total) {
+            if (longCheck) longCheck->progress.Set(done, total);
+        });
     QStringList lines;
-    for (const std::string& path :
-         CommonPaths(firstFiles.paths, secondFiles.paths, [&](std::size_t done, std::size_t total) {
-             if (longCheck) longCheck->progress.Set(done, total);
-         }))
-        lines += ToQString(path);
+    for (const CommonPath& path : common)
+        lines += ToQString(firstFiles.paths[path.first]);
     // In one go: appending line by line would lay the text out anew each time.
     result.setPlainText(lines.join(u'\n'));
+    comparedNames_ = first.Name() + QStringLiteral(" and ") + second.Name();
+    contents_ = std::make_unique<ContentComparison>(files, std::move(firstFiles), std::move(secondFiles),
+                                                    std::move(common));
     return {};
 }
 
@@ -185,6 +197,39 @@ void frmCompatability::timAfter_Timer() {
         ui_->lstIncompatable->setPlainText(QStringLiteral("(Mods are compatable)"));
     LockResult();
     ui_->lstIncompatable->moveCursor(QTextCursor::Start);
+    timContents_->start(0);
+}
+
+void frmCompatability::CompareContents() {
+    const bool isFirst = contents_ && contents_->Equal() + contents_->Different().size() == 0;
+    QElapsedTimer clock;
+    clock.start();
+    bool goesOn = contents_ && isVisible();
+    while (goesOn && clock.elapsed() < kCompareForMs)
+        goesOn = contents_->Step();
+    if (goesOn) {
+        if (isFirst)
+            main_.ShowOutcome(OutcomeText(comparedNames_)
+                                  .Phrase(QString::number(contents_->Common()), QStringLiteral(" in both"))
+                                  .Phrase(QStringLiteral("they"), QStringLiteral(" are being compared")));
+        return;
+    }
+    timContents_->stop();
+    if (contents_ && isVisible()) main_.ShowOutcome(DescribeContents());
+    contents_.reset();
+}
+
+OutcomeText frmCompatability::DescribeContents() const {
+    if (contents_->Common() == 0)
+        return OutcomeText(comparedNames_ + QStringLiteral(" have no file in common"));
+    OutcomeText outcome(comparedNames_);
+    outcome.Phrase(QString::number(contents_->Common()), QStringLiteral(" in both"))
+        .Phrase(QString::number(contents_->Equal()), QStringLiteral(" of them equal"))
+        .Files(contents_->Unreadable(), QStringLiteral("could not be read"));
+    const auto& different = contents_->Different();
+    if (different.empty()) return outcome;
+    return outcome.Note(QStringLiteral("%1 different:\n").arg(different.size()) +
+                        OutcomeText::Names(different, OutcomeText::kMostNamedFiles, QStringLiteral("\n")));
 }
 
 void frmCompatability::LockResult() {

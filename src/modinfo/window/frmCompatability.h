@@ -16,7 +16,9 @@ namespace Ui {
 class frmCompatability;
 }
 
+class ContentComparison;
 class LibraryHost;
+class OutcomeText;
 
 /// Lists the files that two mods, or a mod and the game directory, have in common.
 class frmCompatability : public EffectWindow {
@@ -54,10 +56,17 @@ private:
     /// Fills the result; the description of the error, without a full stop, when there is one.
     QString ListCommonFiles(const Side& first, const Side& second);
     void LockResult();
+    /// Goes on comparing the bytes of the common files for a moment, then lets other events run; at the end
+    /// says at the main window's foot how many there are and how many of them are equal.
+    void CompareContents();
+    OutcomeText DescribeContents() const;
 
     LibraryHost& main_;
     std::unique_ptr<Ui::frmCompatability> ui_;
     QTimer* timAfter_;
+    QTimer* timContents_; ///< runs while bytes are compared
+    QString comparedNames_;
+    std::unique_ptr<ContentComparison> contents_; ///< of the result that is shown; null when it is told
 };
 
 } // namespace quillbay

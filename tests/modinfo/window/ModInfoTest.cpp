@@ -257,10 +257,16 @@ TEST_F(ModFiles, TheCompatibilityCheckerListsCommonFilesOrSaysWhyNot) {
     EXPECT_EQ(check(extra, "Beta\\Addon\\Extra"), "Same mod: Please select two different mods.");
     EXPECT_EQ(check(extra, "Alpha"), "odf\\a");
     EXPECT_EQ(check(extra, "Beta"), "(Mods are compatable)");
+    const auto says = [this](const QString& text) {
+        return WaitFor([&] { return Control<QLabel>("lblOutcome").text() == text; });
+    };
+    EXPECT_TRUE(says("Extra and Beta have no file in common."));
     EXPECT_EQ(check("Alpha", "game"), "Tempest2.exe");
+    EXPECT_TRUE(says("Alpha and (Tempest II Directory): 1 in both, 0 of them equal."));
     EXPECT_EQ(shortened, 0) << "not for 150 files";
     Write("program/mods/Alpha/odf/x", {});
     EXPECT_EQ(check("Alpha", "Beta"), "odf\\x");
+    EXPECT_TRUE(says("Alpha and Beta: 1 in both, 1 of them equal."));
     EXPECT_EQ(box.height(), shortened + bar.height());
     ASSERT_TRUE(QFile::rename(Path("program/mods/Beta"), Path("program/Beta")));
     EXPECT_TRUE(check("Alpha", "Beta").startsWith("Error!: Error: "));
