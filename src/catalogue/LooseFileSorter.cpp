@@ -47,6 +47,16 @@ std::unordered_map<std::string_view, std::size_t> ChooseTypes(const LooseFiles& 
     return chosen;
 }
 
+/// The names of the files without a type.
+std::unordered_set<std::string_view> FindUntyped(const LooseFiles& loose) {
+    std::unordered_set<std::string_view> untyped(loose.names.begin(), loose.names.end());
+    for (const auto& files : loose.byType)
+        for (const auto& file : files)
+            untyped.erase(loose.names[file.number]);
+    untyped.erase(kModInfoName);
+    return untyped;
+}
+
 /// A second name, which copies no data and cannot run out of space; otherwise a copy that is on the disk.
 std::error_code Duplicate(FileSystem& files, const std::string& from, const std::string& to) {
     if (!files.HardLink(from, to, true)) return {};
@@ -172,7 +182,7 @@ LooseFiles ListLooseFiles(const FileSystem& files, std::string_view folder) {
 
 SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks,
                      std::string_view gameDirectory) {
-    SortPlan plan{ListKnownFolders(files, loose.folder, Detail::Names), {}, {}, {}, {}};
+    SortPlan plan{ListKnownFolders(files, loose.folder, Detail::Names), {}, {}, {}, {}, {}};
     const auto game = files.RealPath(gameDirectory);
     const auto base = files.RealPath(loose.folder);
     const auto library = files.RealPath(Parent(loose.folder)).ValueOr({});
@@ -188,8 +198,10 @@ SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const Typ
 
     const auto& listing = plan.folders.back().front().entries;
     const OdfNames odfs(listing);
+    const auto untyped = FindUntyped(loose);
     std::vector<LooseMove> others;
     for (const auto& entry : listing) {
+        if (untyped.contains(entry.name)) plan.untyped.push_back(entry.name);
         const auto found = entry.IsPlainFile() ? chosen.find(entry.name) : chosen.end();
         if (found == chosen.end()) continue;
         const auto& type = LooseFileTypes[found->second];

@@ -41,6 +41,7 @@ struct LooseMove {
 struct SortPlan {
     KnownFolders folders; ///< of the mod, the base folder last
     std::vector<LooseMove> moves;
+    std::vector<std::string> untyped;       ///< files of the base folder that fit no type that is offered
     std::vector<std::string> notListed;     ///< chosen files of a base folder that cannot be listed
     std::vector<std::string> leftoverFiles; ///< of interrupted operations
     std::string wayIntoGame; ///< by which the mod leads into the game: then there is nothing to run
@@ -48,6 +49,7 @@ struct SortPlan {
 
 /// What would be moved: every file that is flagged in a checked type and still there, into the folder of the
 /// first such type. Pictures come before the ODF files that they are told by. `gameDirectory` need not exist.
+/// ModInfo.txt, which belongs into the base folder, does not count as a file without a type.
 SortPlan PlanSorting(const FileSystem& files, const LooseFiles& loose, const TypeChecks& checks,
                      std::string_view gameDirectory);
 

@@ -3,6 +3,7 @@
 #include "common/window/QtText.h"
 #include "common/window/UpdateLock.h"
 
+#include <QKeyEvent>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -15,6 +16,8 @@ namespace {
 bool IsChecked(const QListWidgetItem& row) { return row.checkState() == Qt::Checked; }
 
 } // namespace
+
+FinderList::FinderList(QWidget* parent) : QListWidget(parent) { setSelectionMode(ExtendedSelection); }
 
 void FinderList::AddRows(const std::vector<std::string>& paths, std::size_t from, Qt::CheckState state) {
     const QSignalBlocker quiet(this);
@@ -39,6 +42,21 @@ void FinderList::Invert() {
         for (int row = 0; row < count(); ++row)
             item(row)->setCheckState(IsChecked(*item(row)) ? Qt::Unchecked : Qt::Checked);
     });
+}
+
+void FinderList::keyPressEvent(QKeyEvent* event) {
+    QListWidgetItem* current = currentItem();
+    const bool isSpace = event->key() == Qt::Key_Space && !(event->modifiers() & ~Qt::ShiftModifier);
+    if (!isSpace || !current) return QListWidget::keyPressEvent(event);
+    const auto state = IsChecked(*current) ? Qt::Unchecked : Qt::Checked;
+    {
+        const UpdateLock lock(*this);
+        const QSignalBlocker quiet(this);
+        for (QListWidgetItem* row : selectedItems())
+            row->setCheckState(state);
+        current->setCheckState(state); // which Ctrl may have taken out of the selection
+    }
+    emit itemChanged(current);
 }
 
 bool FinderList::HasCheckedRow() const {

@@ -57,6 +57,7 @@ void RecompileFromMenu(LibraryHost& main, QAction& openFinder) {
     main.ShowOutcome(Describe(result));
     if (result.outcome != RecompileOutcome::Done) return ReportFailure(&main.MainWindow(), result);
     openFinder.setEnabled(true);
+    openFinder.setToolTip({});
     ShowMessage(&main.MainWindow(), QStringLiteral("Compilation complete."));
 }
 

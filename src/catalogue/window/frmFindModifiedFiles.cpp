@@ -1,6 +1,7 @@
 #include "catalogue/window/frmFindModifiedFiles.h"
 
 #include "catalogue/FileList.h"
+#include "catalogue/window/FinderNumbers.h"
 #include "catalogue/window/FinderReport.h"
 #include "common/window/FolderOrFileDialog.h"
 #include "common/window/PaintClock.h"
@@ -16,7 +17,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QMargins>
 #include <QPointer>
 
@@ -30,25 +30,6 @@ namespace {
 constexpr int kStatusCharacters = 54;    ///< width of the status frame
 constexpr int kListCharacters = 62;      ///< width of the list when it appears
 constexpr qint64 kUsualFileCount = 6836; ///< of a fresh, unpatched installation
-
-/// Whole, with the user's separators.
-QString Grouped(double number) {
-    QLocale locale;
-    locale.setNumberOptions(locale.numberOptions() & ~QLocale::OmitGroupSeparator);
-    return locale.toString(number, 'f', 0);
-}
-
-QString Grouped(std::size_t number) { return Grouped(static_cast<double>(number)); }
-
-/// Digits in groups of three with the user's separator; zero is empty.
-QString Masked(std::uint64_t number) {
-    if (number == 0) return {};
-    QString text = QString::number(number);
-    const QString separator = QLocale().groupSeparator();
-    for (auto at = text.size() - 3; at > 0; at -= 3)
-        text.insert(at, separator);
-    return text;
-}
 
 void RetainSize(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
@@ -95,6 +76,7 @@ void frmFindModifiedFiles::Form_Load() {
         view->setChecked(true);
     }
     ui_->txtPath->clear();
+    ui_->lblFinderOutcome->ShowText({});
     Redolist();
     ShowTotals();
     ShowCompactLayout();
@@ -125,6 +107,7 @@ void frmFindModifiedFiles::cmdStart_Click() {
     scanning_ = true;
     cancelRequested_ = false;
     found_ = {};
+    ui_->lblFinderOutcome->ShowText({});
     scan_ =
         std::make_unique<GameScan>(main_.GetServices().files, gameDirectory_, std::move(*catalogue), found_);
     ShowScanLayout();
@@ -226,8 +209,23 @@ void frmFindModifiedFiles::lstList_ItemCheck() {
 
 void frmFindModifiedFiles::ApplyButtonRule() {
     const bool enabled = !scanning_ && !filesMovedOrDeleted_ && pathIsFolder_ && itemChecked_;
-    for (QPushButton* button : {ui_->cmdCopy, ui_->cmdMove, ui_->cmdDelete})
+    const QString whyNot = WhyNoAction();
+    for (QPushButton* button : {ui_->cmdCopy, ui_->cmdMove, ui_->cmdDelete}) {
         button->setEnabled(enabled);
+        button->setToolTip(whyNot);
+    }
+}
+
+QString frmFindModifiedFiles::WhyNoAction() const {
+    if (scanning_) return QStringLiteral("The scan is still running.");
+    if (filesMovedOrDeleted_)
+        return QStringLiteral(
+            "Files have been moved or deleted. Close this window and open it again to go on.");
+    if (!pathIsFolder_)
+        return QStringLiteral(
+            "There must be the path of an existing folder in the path box, for Delete, too.");
+    if (!itemChecked_) return QStringLiteral("No file is checked.");
+    return {};
 }
 
 void frmFindModifiedFiles::lblInvert_Click() {
@@ -263,7 +261,8 @@ void frmFindModifiedFiles::cmdDelete_Click() {
                     QStringLiteral("Are you ABSOLUTELY SURE you want to PERMANENTLY DELETE EVERY FILE listed "
                                    "in the text box?"),
                     QStringLiteral("Confirm deletion?"), QMessageBox::Warning,
-                    QMessageBox::Yes | QMessageBox::No, TellUnchanged(*plan), doomed) != QMessageBox::Yes)
+                    QMessageBox::Yes | QMessageBox::No, TellUnchanged(*plan), doomed,
+                    QMessageBox::No) != QMessageBox::Yes)
         return;
 
     const FileActionResult result = Run(*plan);
@@ -310,7 +309,9 @@ void frmFindModifiedFiles::SetFilesMovedOrDeleted() {
 }
 
 void frmFindModifiedFiles::Report(const FileActionPlan& plan, const FileActionResult& result) {
-    main_.ShowOutcome(Describe(plan, result));
+    const OutcomeText outcome = Describe(plan, result);
+    main_.ShowOutcome(outcome);
+    ui_->lblFinderOutcome->ShowText(outcome.Sentence(), outcome.ToolTip());
     if (const QString complaint = Complaint(plan, result); !complaint.isEmpty()) ShowError(this, complaint);
 }
 

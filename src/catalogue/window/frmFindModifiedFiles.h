@@ -69,6 +69,8 @@ private:
     void cmdMove_Click();
     void cmdDelete_Click();
     void ApplyButtonRule();
+    /// What the tool tips of the greyed actions say; empty when they are allowed.
+    QString WhyNoAction() const;
     void CopyOrMove(FileAction action);
     /// Compares the files that Move and Delete would take away with FileList.txt anew; none after a message
     /// that it cannot be read.

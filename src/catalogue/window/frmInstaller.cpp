@@ -23,6 +23,11 @@ namespace quillbay {
 namespace {
 
 constexpr std::size_t kNamedFailures = 10;
+constexpr char kNothingToSort[] = "No file that lies directly in the mod's own folder fits a type.";
+
+QString FileCount(std::size_t files) {
+    return files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(files);
+}
 
 void AddCheckRow(QListWidget& list, const QString& text, bool checked, const QVariant& data = {}) {
     auto row = std::make_unique<QListWidgetItem>(text);
@@ -37,6 +42,21 @@ bool IsTypeRow(const QListWidgetItem& row) { return row.flags().testFlag(Qt::Ite
 
 std::size_t TypeOf(const QListWidgetItem& row) {
     return static_cast<std::size_t>(row.data(Qt::UserRole).toULongLong());
+}
+
+OutcomeText Outcome(const SortPlan& plan, const SortResult& result) {
+    OutcomeText outcome(result.moved > 0 ? QStringLiteral("Loose files are sorted")
+                                         : QStringLiteral("No loose file was moved"));
+    outcome.Count(result.moved, QStringLiteral("moved"))
+        .Files(result.notMoved, QStringLiteral("could not be moved"));
+    if (plan.untyped.empty()) return outcome;
+    const QString untyped = FileCount(plan.untyped.size()) +
+                            (plan.untyped.size() == 1 ? QStringLiteral(" fits no type and lies")
+                                                      : QStringLiteral(" fit no type and lie")) +
+                            QStringLiteral(" in the mod's own folder");
+    return outcome.Add(untyped).Note(
+        untyped + QStringLiteral(":\n") +
+        OutcomeText::Names(plan.untyped, OutcomeText::kMostNamedFiles, QStringLiteral("\n")));
 }
 
 QString Report(const SortResult& result) {
@@ -138,10 +158,13 @@ void frmInstaller::ShowTypes() {
             if (loose_.byType[type].empty()) continue;
             AddCheckRow(*ui_->lstFolders, ToQString(LooseFileTypes[type].name), true,
                         QVariant::fromValue<qulonglong>(type));
+            ui_->lstFolders->item(ui_->lstFolders->count() - 1)
+                ->setToolTip(FileCount(loose_.byType[type].size()));
         }
         if (ui_->lstFolders->count() == 0) {
             auto* none = new QListWidgetItem(QStringLiteral("(None)"), ui_->lstFolders);
             none->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+            none->setToolTip(QLatin1String(kNothingToSort));
         }
     }
     lstFolders_Click();
@@ -203,6 +226,10 @@ void frmInstaller::SetButtons() {
     ui_->cmdSelectAll->setEnabled(checked < ui_->lstFolders->count());
     ui_->cmdSelectNone->setEnabled(checked > 0);
     ui_->cmdInstall->setEnabled(checked > 0);
+    const bool hasTypes = ui_->lstFolders->count() > 0 && IsTypeRow(*ui_->lstFolders->item(0));
+    ui_->cmdInstall->setToolTip(checked > 0 ? QString()
+                                : hasTypes  ? QStringLiteral("No file type is checked.")
+                                            : QLatin1String(kNothingToSort));
 }
 
 void frmInstaller::cboBox_Click() {
@@ -222,27 +249,23 @@ void frmInstaller::cmdInstall_Click() {
         const auto& row = *ui_->lstFolders->item(at);
         if (IsTypeRow(row)) checks[TypeOf(row)] = row.checkState() == Qt::Checked;
     }
+    SortPlan plan;
     SortResult result;
-    std::string wayIntoGame;
     {
         const Hourglass busy;
         FileSystem& files = main_.GetServices().files;
-        const auto plan = PlanSorting(files, loose_, checks, main_.GameDirectory);
-        wayIntoGame = plan.wayIntoGame;
+        plan = PlanSorting(files, loose_, checks, main_.GameDirectory);
         result = RunSorting(files, plan);
     }
-    if (!wayIntoGame.empty()) {
+    if (!plan.wayIntoGame.empty()) {
         const QPointer<frmInstaller> open = this;
         ShowError(this,
                   WithPath(QStringLiteral("The mod leads into the game through this, so nothing was moved."),
-                           wayIntoGame, {}));
+                           plan.wayIntoGame, {}));
         if (open) SetListsEnabled(true);
         return;
     }
-    main_.ShowOutcome(OutcomeText(result.moved > 0 ? QStringLiteral("Loose files are sorted")
-                                                   : QStringLiteral("No loose file was moved"))
-                          .Count(result.moved, QStringLiteral("moved"))
-                          .Files(result.notMoved, QStringLiteral("could not be moved")));
+    main_.ShowOutcome(Outcome(plan, result));
     const QPointer<frmInstaller> self = this;
     ShowMessage(this, Report(result));
     if (!self) return;

@@ -75,6 +75,8 @@ MainMenus::MainMenus(LibraryHost& main, Ui::frmSelector& controls) : main_(main)
                          });
     }
     controls.menuModCurrentMod->setDefaultAction(controls.menuModInstall);
+    for (QMenu* menu : {controls.menuSelector, controls.menuManagerModFiles, controls.menuManagerLaunch})
+        menu->setToolTipsVisible(true); // why an item is greyed
 }
 
 void MainMenus::NameSeparators() {
@@ -95,8 +97,11 @@ void MainMenus::Connect(QAction& item, const std::function<void()>& command) {
 void MainMenus::menuSelector_Click() {
     const ManagerItems items =
         FindManagerItems(main_.GetServices().files, main_.GameDirectory, main_.ProgramDirectory);
-    for (const DiskItem& known : kDiskItems)
-        (controls_.*known.item)->setEnabled(items.*known.isEnabled);
+    for (const DiskItem& known : kDiskItems) {
+        const bool isEnabled = items.*known.isEnabled;
+        (controls_.*known.item)->setEnabled(isEnabled);
+        (controls_.*known.item)->setToolTip(isEnabled ? QString() : QLatin1String(known.whyNot) + u'.');
+    }
 }
 
 bool MainMenus::MayRun(const QAction& item) {

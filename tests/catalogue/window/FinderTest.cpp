@@ -119,6 +119,17 @@ TEST_F(FinderWindow, ListFollowsTheViewBoxes) {
     Uncheck(0);
     Click("chkModified");
     EXPECT_EQ(Listed(), new_ + modified_);
+    // A range is taken with Shift, and checked or unchecked as a whole.
+    path_->setText(Path("game"));
+    list_->setCurrentRow(0);
+    for (int row = 0; row < 3; ++row)
+        QTest::keyClick(list_, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list_, Qt::Key_Space);
+    EXPECT_EQ(Listed().filter("(").size(), 4);
+    EXPECT_FALSE(IsEnabled("cmdCopy"));
+    QTest::keyClick(list_, Qt::Key_Space);
+    EXPECT_EQ(Listed(), new_ + modified_);
+    EXPECT_TRUE(IsEnabled("cmdCopy"));
     Click("chkModified");
 
     for (int file = 0; file < 300; ++file)
@@ -194,6 +205,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     for (const QString& none : {QString(""), QStringLiteral("."), Path("none"), Path("target/file")}) {
         path_->setText(none);
         EXPECT_FALSE(IsEnabled("cmdCopy")) << qPrintable(none);
+        EXPECT_TRUE(In<QPushButton>("cmdDelete").toolTip().contains("existing folder"));
     }
     for (const char* chosen : {"target/file", "", "target"}) {
         QTimer::singleShot(0, opened, [&] {
@@ -229,6 +241,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     QTest::keyClick(opened->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Control<QLabel>("lblOutcome").text(),
               "Find Modified/New files: 1 file moved, 1 not moved, 1 kept because the destination has them.");
+    EXPECT_EQ(Text("lblFinderOutcome"), Control<QLabel>("lblOutcome").text());
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.startsWith("1 file was not moved:\n\nAdmiralsLog\\new.odf\n"));
     EXPECT_TRUE(Exists("target/odf/new.odf") && !Exists("game/odf/new.odf") && Exists("game/odf/c.odf"));
@@ -244,7 +257,9 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     path_->setText(Path("target"));
     Click("chkModified");
     Uncheck(0);
-    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes);
+    boxes.Then(QMessageBox::No,
+               [](auto& box) { EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No)); });
+    boxes.Then(QMessageBox::Yes);
     for (const bool isThere : {true, false}) {
         Click("cmdDelete");
         for (const char* file : {"game/AdmiralsLog/new.odf", "game/odf/new.odf"})

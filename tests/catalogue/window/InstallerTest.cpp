@@ -40,10 +40,12 @@ protected:
 };
 
 TEST_F(InstallerWindow, KeepsChecksOfTypesFilesAndButtonsConsistent) {
-    for (const char* file : {"a.bzn", "b.bzn", "t.tga", "s.wav"})
+    for (const char* file : {"a.bzn", "b.bzn", "t.tga", "s.wav", "ModInfo.txt"})
         Write(QStringLiteral("program/mods/Heap/") + file, file);
     Open();
     EXPECT_EQ(Shown(), R"(Heap|Bzn+ Textures\Rgb+||nyy)");
+    EXPECT_TRUE(List("lstFolders").item(0)->toolTip() == "2 files" &&
+                List("lstFolders").item(1)->toolTip() == "1 file");
     List("lstFolders").setCurrentRow(0);
     Check("lstFiles", "a.bzn", Qt::Unchecked);
     EXPECT_EQ(Shown(), R"(Heap|Bzn+ Textures\Rgb+|a.bzn- b.bzn+|nyy)");
@@ -68,6 +70,9 @@ TEST_F(InstallerWindow, KeepsChecksOfTypesFilesAndButtonsConsistent) {
     boxes.Then(QMessageBox::Ok, [this](QMessageBox&) { EXPECT_FALSE(List("lstFiles").isEnabled()); });
     Press("cmdInstall");
     EXPECT_EQ(boxes.Seen().at(0).text + boxes.Seen().at(0).title, "1 file installed.Quillbay");
+    EXPECT_EQ(Control<QLabel>("lblOutcome").text(), "Loose files are sorted: 1 file moved. "
+                                                    "1 file fits no type and lies in the mod's own folder.");
+    EXPECT_TRUE(Control<QLabel>("lblOutcome").toolTip().contains("s.wav"));
     EXPECT_EQ(opened->focusWidget(), &List("lstChooser"));
     EXPECT_TRUE(List("lstFiles").isEnabled());
     EXPECT_EQ(Shown(), R"(Heap|Bzn+ Textures\Rgb+||nyy)");
@@ -75,6 +80,7 @@ TEST_F(InstallerWindow, KeepsChecksOfTypesFilesAndButtonsConsistent) {
     EXPECT_EQ(boxes.Seen().at(1).text, "2 files installed.");
     Press("cmdSelectAll");
     EXPECT_EQ(Shown(), "Heap|(None)||ynn");
+    EXPECT_EQ(List("lstFolders").item(0)->toolTip(), Control<QPushButton>(*opened, "cmdInstall").toolTip());
 }
 
 TEST_F(InstallerWindow, ListsAnewOpensAndNamesWhatStays) {
