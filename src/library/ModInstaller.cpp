@@ -44,7 +44,7 @@ private:
         GiveBackDropped();
         CopyFiles();
         RemoveNeedlessCopies();
-        if (result_.installed == 0 && !plan_.items.empty()) {
+        if (result_.installed.empty() && !plan_.items.empty()) {
             const auto& first = result_.notCopied.empty() ? result_.notSaved : result_.notCopied;
             Stop(InstallOutcome::NothingCopied, first.front(), firstFailure_);
         }
@@ -231,8 +231,9 @@ private:
             if (const auto error = CopyOne(plan_.items[i])) {
                 NotCopied(i, error);
             } else {
-                ++result_.installed;
-                filled_[plan_.items[i].file.position] = true;
+                const auto position = plan_.items[i].file.position;
+                result_.installed.push_back(std::string(GameFolders[position]) + plan_.items[i].place.name);
+                filled_[position] = true;
                 record_.SetCopied(i);
             }
         }

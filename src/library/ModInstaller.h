@@ -44,7 +44,7 @@ struct InstallResult {
     std::string concerned; ///< the path behind an outcome other than Done
     std::error_code error; ///< and the reason
 
-    std::size_t installed = 0;
+    std::vector<std::string> installed; ///< an entry of GameFolders and the name in the game
     std::size_t saved = 0;
     std::vector<std::string> notSaved;  ///< game files left alone because they could not be saved or kept
     std::vector<std::string> notCopied; ///< mod files that did not get into the game

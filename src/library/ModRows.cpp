@@ -1,6 +1,7 @@
 #include "library/ModRows.h"
 
 #include "library/FindEntry.h"
+#include "library/InstalledMods.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
@@ -32,10 +33,24 @@ std::vector<std::string> FolderNames(const std::vector<DirEntry>& entries) {
     return names;
 }
 
-/// The names of a mod's addons in the order of their folder.
-std::vector<std::string> AddonNames(const FileSystem& files, const std::string& modFolder) {
-    const auto addons = files.List(Join(modFolder, kAddonName), Detail::Names);
-    return addons ? FolderNames(*addons) : std::vector<std::string>{};
+/// What a mod's folder holds; nothing when it cannot be listed.
+std::vector<DirEntry> ListMod(const FileSystem& files, const std::string& modFolder) {
+    return files.List(modFolder, Detail::Names).ValueOr({});
+}
+
+/// The rows of a mod's addons, the last one listed first.
+void AddAddonRows(const FileSystem& files, const ModPath& mod, const std::string& modFolder,
+                  const std::vector<DirEntry>& modEntries, std::vector<ModRow>& rows) {
+    const DirEntry* addonFolder = FindEntry(modEntries, kAddonName, EntryKind::Folder);
+    if (!addonFolder) return;
+    const std::string folder = Join(modFolder, addonFolder->name);
+    const auto addons = FolderNames(ListMod(files, folder));
+    for (auto addon = addons.rbegin(); addon != addons.rend(); ++addon) {
+        std::string text = std::string(kAddonIndent) + *addon;
+        ModPath path = PathOfAddonRow(mod, text);
+        const bool isInstalled = !path.Empty() && FindBackup(ListMod(files, Join(folder, *addon)));
+        rows.push_back({std::move(text), std::move(path), isInstalled});
+    }
 }
 
 std::vector<std::string> ModNames(const FileSystem& files, std::string_view modsFolder, ModOrder order) {
@@ -65,14 +80,11 @@ std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view mod
             rows.push_back({std::move(name), std::move(path)});
             continue;
         }
-        std::vector<std::string> addons = AddonNames(files, Join(modsFolder, name));
+        const std::string folder = Join(modsFolder, name);
+        const auto entries = ListMod(files, folder);
         mod = PathOfModRow(name);
-        rows.push_back({std::move(name), mod});
-        for (auto addon = addons.rbegin(); addon != addons.rend(); ++addon) {
-            std::string text = std::string(kAddonIndent) + *addon;
-            ModPath path = PathOfAddonRow(mod, text);
-            rows.push_back({std::move(text), std::move(path)});
-        }
+        rows.push_back({std::move(name), mod, !mod.Empty() && FindBackup(entries)});
+        AddAddonRows(files, mod, folder, entries, rows);
     }
     return rows;
 }

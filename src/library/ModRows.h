@@ -35,8 +35,12 @@ struct ModRow {
     /// What ResolveModPath finds for the row: an addon belongs to the nearest row above that is no addon row;
     /// without one, and for the placeholder, the path is empty.
     ModPath path;
+    /// Its folder held a `Backup` folder, in any letter case, when the library was scanned.
+    bool isInstalled = false;
 
     bool IsAddon() const { return IsAddonRow(text); }
+    /// Whether both are one row, of a mod that is installed or not.
+    bool IsRowOf(const ModRow& other) const { return text == other.text && path == other.path; }
     friend bool operator==(const ModRow&, const ModRow&) = default;
 };
 
@@ -46,8 +50,8 @@ enum class ModOrder {
 };
 
 /// The rows of the library: a row for each folder of `modsFolder`, with the folders in its `Addon` folder
-/// below it (the last one listed first). Folders that cannot be listed give no rows. Without any mod the
-/// result is empty; the placeholder is the list's business.
+/// below it (the last one listed first). Each folder is listed once; those that cannot be listed give no
+/// rows. Without any mod the result is empty; the placeholder is the list's business.
 std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder,
                                    ModOrder order = ModOrder::ByName);
 

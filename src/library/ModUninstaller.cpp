@@ -189,4 +189,20 @@ UninstallResult RunUninstall(FileSystem& files, const UninstallPlan& plan, const
     return UninstallRun(files, plan, progress).Run();
 }
 
+void UninstallSummary::Add(std::string name, UninstallResult result) {
+    if (result.StaysInstalled())
+        stopped = std::move(name);
+    else
+        uninstalled.push_back(std::move(name));
+    result.deleted += total.deleted;
+    result.restored += total.restored;
+    result.notOurs.insert(result.notOurs.begin(), total.notOurs.begin(), total.notOurs.end());
+    result.kept.merge(total.kept);
+    for (const auto& [mod, files] : total.wentWithIt)
+        result.wentWithIt[mod] += files;
+    for (const auto& mod : uninstalled)
+        result.wentWithIt.erase(mod);
+    total = std::move(result);
+}
+
 } // namespace quillbay

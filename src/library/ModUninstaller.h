@@ -30,11 +30,22 @@ struct UninstallResult : GiveBackResult {
     std::vector<std::string> strangers; ///< files in `Backup` that are not the mod's saved copies
     std::error_code backupNotRemoved;   ///< everything was done, but `Backup` could not be removed
 
+    /// True when the mod still counts as installed, whatever the reason.
+    bool StaysInstalled() const { return failure || refusal != Refusal::None || BackupStays(); }
     /// True when `Backup` is still there because of one of these; the mod then still counts as installed.
     bool BackupStays() const {
         return !notDeleted.empty() || !notRestored.empty() || !notHandedOver.empty() || !strangers.empty() ||
                backupNotRemoved;
     }
+};
+
+/// What the uninstallation of several mods, one after the other, has done.
+struct UninstallSummary {
+    std::vector<std::string> uninstalled; ///< names of mods
+    std::string stopped;                  ///< the name of the first that still counts as installed
+    UninstallResult total;                ///< of all of them; why it stopped, that of the last one
+
+    void Add(std::string name, UninstallResult result);
 };
 
 UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job);

@@ -14,17 +14,22 @@ class LibraryTest : public DiskTest {};
 
 TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
     for (const char* folder :
-         {"b", "A\\Addon\\X", "A\\Addon\\Y", "A\\Backup", "C\\aDDon\\Z", "~quillbay.new",
+         {"b", "A\\Addon\\X", "A\\Addon\\Y", "A\\Backup", "C\\aDDon\\Z\\backup", "~quillbay.new",
           "A\\Addon\\~quillbay.bak", "    blank\\Addon\\Hidden", ".dot", "(No mods found.)"})
         PutFolder(temp_ / folder);
     for (const char* file : {"readme.txt", "A\\Addon\\file.txt", "b\\Addon"})
         PutFile(temp_ / file, "no mod, no addon");
     const ListingFileSystem files(*disk_);
     const std::vector<ModRow> rows = ScanModLibrary(files, temp_.Path());
-    const std::vector<ModRow> expected = {
-        {"    blank", {}},          {"(No mods found.)", {}},   {".dot", {".dot"}}, {"A", {"A"}},
-        {"    Y", {"A\\Addon\\Y"}}, {"    X", {"A\\Addon\\X"}}, {"b", {"b"}},       {"C", {"C"}},
-        {"    Z", {"C\\Addon\\Z"}}};
+    const std::vector<ModRow> expected = {{"    blank", {}},
+                                          {"(No mods found.)", {}},
+                                          {".dot", {".dot"}},
+                                          {"A", {"A"}, true},
+                                          {"    Y", {"A\\Addon\\Y"}},
+                                          {"    X", {"A\\Addon\\X"}},
+                                          {"b", {"b"}},
+                                          {"C", {"C"}},
+                                          {"    Z", {"C\\Addon\\Z"}, true}};
     EXPECT_EQ(rows, expected);
     for (const auto& [folder, times] : files.listed)
         EXPECT_EQ(times, 1) << folder;

@@ -19,15 +19,17 @@ namespace quillbay {
 namespace {
 
 bool RemovalConfirmed(QWidget* window, const QString& name, RemovalState state) {
+    const bool losesBackup = state == RemovalState::LosesBackup;
     return Confirmed(
         window,
         QStringLiteral("Are you sure you want to remove the ") + name +
             QStringLiteral(" mod from your hard drive?"),
         QStringLiteral("Remove ") + name + QStringLiteral(" mod?"), QMessageBox::Question,
-        state == RemovalState::LosesBackup
+        losesBackup
             ? QStringLiteral("The mod or one of its addons is installed. The game's original files that are "
                              "saved in its Backup folder go with it.")
-            : QString());
+            : QString(),
+        losesBackup ? QMessageBox::No : QMessageBox::Yes);
 }
 
 /// What is still there of a mod, and why.

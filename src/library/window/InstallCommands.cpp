@@ -1,6 +1,7 @@
 #include "library/window/InstallCommands.h"
 
 #include "common/window/BusyGuard.h"
+#include "common/window/OutcomeText.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
@@ -16,6 +17,8 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
+#include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace quillbay {
@@ -165,16 +168,70 @@ void InstallCommands::UninstallMod() {
         busy.SetCaption(QStringLiteral("Uninstalling"));
         main_.SetMainMenusEnabled(false);
         const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
-        result = TakeModOut(*job, [&busy](const QString& caption) { busy.SetCaption(caption); });
+        ShownProgress progress(controls_.progress);
+        result = TakeModOut(
+            *job, [&busy](const QString& caption) { busy.SetCaption(caption); }, progress);
         main_.RefreshModList({.hideProgress = true, .keepControls = true});
     }
     main_.ShowOutcome(Describe(result, name));
     if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(window_, why);
 }
 
-UninstallResult InstallCommands::TakeModOut(const ModJob& job,
-                                            const std::function<void(const QString&)>& setCaption) {
+void InstallCommands::UninstallAll(QWidget& asking) {
+    if (!main_.CanStart(controls_.uninstallItem)) return;
+    UninstallSummary summary;
+    {
+        BusyGuard busy(controls_.uninstall, {&controls_.uninstallItem});
+        const std::string modsFolder = ModsFolder(main_.ProgramDirectory);
+        if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, modsFolder))) return;
+        ReadFailure failure;
+        auto mods = ListInstalledMods(files_, modsFolder, {{}, {}}, failure).mods;
+        if (failure)
+            return ShowError(
+                &asking, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
+                                  failure.path, failure.error));
+        if (mods.empty()) return main_.ShowOutcome(OutcomeText(QStringLiteral("No mod is installed")));
+        std::ranges::sort(mods, std::greater(), &InstalledMod::order);
+        if (!Confirmed(&asking,
+                       QStringLiteral("Are you sure you want to uninstall all installed mods (%1)?")
+                           .arg(mods.size()),
+                       QStringLiteral("Uninstall all mods?"), QMessageBox::Question,
+                       DescribeOrder(mods, files_.RealPath(main_.GameDirectory).ValueOr({}))))
+            return;
+        summary = TakeModsOut(mods, busy);
+        main_.RefreshModList({.hideProgress = true, .keepControls = true});
+    }
+    main_.ShowOutcome(Describe(summary));
+    if (const QString why = WhyStillInstalled(summary.total); !why.isEmpty())
+        ShowError(&asking, ToQString(summary.stopped) + QStringLiteral(": ") + why);
+}
+
+UninstallSummary InstallCommands::TakeModsOut(const std::vector<InstalledMod>& mods, BusyGuard& busy) {
+    busy.ShowHourglass();
+    main_.SetMainMenusEnabled(false);
+    const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
     ShownProgress progress(controls_.progress);
+    const auto share = [&mods](std::size_t done) { return static_cast<int>(done * 100 / mods.size()); };
+    UninstallSummary summary;
+    for (std::size_t at = 0; at < mods.size() && summary.stopped.empty(); ++at) {
+        const ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), mods[at].path};
+        // Without its backup, somebody has taken it out while the question was open.
+        if (!IsInstalled(files_, job.ModFolder())) continue;
+        const QString name = ToQString(mods[at].Name());
+        summary.Add(std::string(mods[at].Name()),
+                    TakeModOut(job,
+                               [&](const QString& caption) {
+                                   busy.SetCaption(name + QStringLiteral(": ") + caption);
+                               },
+                               progress, {share(at), share(at + 1)}));
+    }
+    return summary;
+}
+
+UninstallResult InstallCommands::TakeModOut(const ModJob& job,
+                                            const std::function<void(const QString&)>& setCaption,
+                                            ShownProgress& progress, std::pair<int, int> share) {
+    const int middle = (share.first + share.second) / 2;
     const UninstallPlan plan = PlanUninstall(files_, job);
     return RunUninstall(files_, plan, [&](JobPhase phase, std::size_t done, std::size_t total) {
         switch (phase) {
@@ -183,11 +240,11 @@ UninstallResult InstallCommands::TakeModOut(const ModJob& job,
             return;
         case JobPhase::Restoring:
             setCaption(QStringLiteral("Restoring backup"));
-            progress.Set(done, total, 0, 50);
+            progress.Set(done, total, share.first, middle);
             return;
         case JobPhase::DeletingBackup:
             setCaption(QStringLiteral("Deleting backup"));
-            progress.Set(done, total, 50, 100);
+            progress.Set(done, total, middle, share.second);
             return;
         case JobPhase::Saving:
         case JobPhase::Copying:

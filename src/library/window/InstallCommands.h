@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QProgressBar;
@@ -14,10 +16,13 @@ class QWidget;
 
 namespace quillbay {
 
+class BusyGuard;
 class FileSystem;
 class LibraryHost;
+class ShownProgress;
 struct InstallResult;
 struct UninstallResult;
+struct UninstallSummary;
 
 /// The main window's controls for installing and uninstalling.
 struct InstallControls {
@@ -28,20 +33,27 @@ struct InstallControls {
     QProgressBar& progress;
 };
 
-/// The commands that put the selected mod into the game and take it out again: ask the user, let the plan
-/// run, say what was done.
+/// The commands that put the selected mod into the game and take it, or every mod, out again: ask the user,
+/// let the plan run, say what was done.
 class InstallCommands {
 public:
     InstallCommands(LibraryHost& main, const InstallControls& controls);
 
     void InstallMod();
     void UninstallMod();
+    /// Every installed mod, the newest first, until one still counts as installed. The question appears on
+    /// `asking`.
+    void UninstallAll(QWidget& asking);
 
 private:
     std::optional<ModJob> JobForSelection(QString& displayName);
     bool ModStillThere(const ModJob& job);
     InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
-    UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
+    /// `share` is the part of the whole work that this mod is: the bar's range in per cent.
+    UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption,
+                               ShownProgress& progress, std::pair<int, int> share = {0, 100});
+    /// Nothing is asked any more.
+    UninstallSummary TakeModsOut(const std::vector<InstalledMod>& mods, BusyGuard& busy);
 
     LibraryHost& main_;
     const InstallControls controls_;

@@ -3,8 +3,6 @@
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 
-#include <QDir>
-
 #include <map>
 #include <string>
 #include <utility>
@@ -75,7 +73,7 @@ QString WhyBackupStays(const UninstallResult& result) {
         {result.strangers, QStringLiteral("%1 file(s) in it do not belong to the mod's present files.")},
     };
     for (const auto& [paths, text] : reasons)
-        if (!paths.empty()) return text.arg(paths.size()) + QStringLiteral("\n\n") + ToQString(paths.front());
+        if (!paths.empty()) return text.arg(paths.size()) + QStringLiteral("\n\n") + ShownPath(paths.front());
     return result.backupNotRemoved ? Reason(result.backupNotRemoved) : QString();
 }
 
@@ -93,12 +91,31 @@ QString Counted(std::size_t count, const QString& what) {
 
 QString WasInto(const std::string& otherGame) {
     return otherGame.empty() ? QString()
-                             : QStringLiteral("It was installed into %1.")
-                                   .arg(QDir::toNativeSeparators(ToQString(otherGame)));
+                             : QStringLiteral("It was installed into %1.").arg(ShownPath(otherGame));
 }
 
 QString Joined(const QString& first, const QString& second) {
     return first.isEmpty() || second.isEmpty() ? first + second : first + u' ' + second;
+}
+
+/// What happened to the files, and why the mod still counts as installed if it does.
+OutcomeText WithFiles(OutcomeText text, const UninstallResult& result) {
+    text.Count(result.deleted, QStringLiteral("removed"))
+        .Count(result.restored, QStringLiteral("restored"))
+        .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
+        .Files(result.notOurs, QStringLiteral("kept because they are not the mod's"))
+        .Files(result.notDeleted, QStringLiteral("could not be removed"))
+        .Files(result.notRestored, QStringLiteral("could not be restored"))
+        .Files(result.notHandedOver, QStringLiteral("saved by later mods could not be corrected"))
+        .Files(result.strangers, QStringLiteral("in Backup are not the mod's"))
+        .Note(WhyStillInstalled(result));
+    for (const auto& [mod, count] : result.wentWithIt)
+        text.Add(ToQString(mod) + QStringLiteral("'s ") +
+                 (count == 1 ? QStringLiteral("file") : QString::number(count) + QStringLiteral(" files")) +
+                 QStringLiteral(" went with it: install ") + ToQString(mod) +
+                 QStringLiteral(" again to have ") +
+                 (count == 1 ? QStringLiteral("it") : QStringLiteral("them")));
+    return text;
 }
 
 } // namespace
@@ -174,7 +191,7 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
         return OutcomeText(name + QStringLiteral(" was not installed")).Note(WhyNotInstalled(result));
     const auto& back = result.givenBack;
     return OutcomeText(name + QStringLiteral(" is installed"))
-        .Count(result.installed, QStringLiteral("copied"))
+        .Files(result.installed, QStringLiteral("copied"))
         .Count(result.saved, QStringLiteral("of the game's saved"))
         .Phrase(OfOthers(result.replaced), QStringLiteral(" replaced"))
         .Count(back.restored + back.deleted, QStringLiteral("of its former version given back"))
@@ -186,26 +203,34 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
         .Files(back.notHandedOver, QStringLiteral("saved by later mods could not be corrected"));
 }
 
+QString DescribeOrder(const std::vector<InstalledMod>& newestFirst, const std::string& game) {
+    std::vector<std::string> names;
+    std::size_t ofOtherGames = 0;
+    for (const auto& mod : newestFirst) {
+        names.emplace_back(mod.Name());
+        if (mod.record && mod.record->game != game) ++ofOtherGames;
+    }
+    const QString order =
+        QStringLiteral("In this order: %1.")
+            .arg(OutcomeText::Names(names, OutcomeText::kMostNamedFiles, QStringLiteral(", ")));
+    return Joined(order, Counted(ofOtherGames, QStringLiteral(" of them went into another game directory.")));
+}
+
+OutcomeText Describe(const UninstallSummary& summary) {
+    const std::size_t count = summary.uninstalled.size();
+    QString beginning = count == 1 ? QStringLiteral("1 mod is uninstalled")
+                                   : QStringLiteral("%1 mods are uninstalled").arg(count);
+    if (!summary.stopped.empty())
+        beginning +=
+            QStringLiteral(", ") + ToQString(summary.stopped) + QStringLiteral(" still counts as installed");
+    return WithFiles(OutcomeText(beginning), summary.total);
+}
+
 OutcomeText Describe(const UninstallResult& result, const QString& name) {
-    const bool stays = result.failure || result.refusal != Refusal::None || result.BackupStays();
-    OutcomeText text(
-        name + (stays ? QStringLiteral(" still counts as installed") : QStringLiteral(" is uninstalled")));
-    text.Count(result.deleted, QStringLiteral("removed"))
-        .Count(result.restored, QStringLiteral("restored"))
-        .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
-        .Files(result.notOurs, QStringLiteral("kept because they are not the mod's"))
-        .Files(result.notDeleted, QStringLiteral("could not be removed"))
-        .Files(result.notRestored, QStringLiteral("could not be restored"))
-        .Files(result.notHandedOver, QStringLiteral("saved by later mods could not be corrected"))
-        .Files(result.strangers, QStringLiteral("in Backup are not the mod's"))
-        .Note(WhyStillInstalled(result));
-    for (const auto& [mod, count] : result.wentWithIt)
-        text.Add(ToQString(mod) + QStringLiteral("'s ") +
-                 (count == 1 ? QStringLiteral("file") : QString::number(count) + QStringLiteral(" files")) +
-                 QStringLiteral(" went with it: install ") + ToQString(mod) +
-                 QStringLiteral(" again to have ") +
-                 (count == 1 ? QStringLiteral("it") : QStringLiteral("them")));
-    return text;
+    return WithFiles(
+        OutcomeText(name + (result.StaysInstalled() ? QStringLiteral(" still counts as installed")
+                                                    : QStringLiteral(" is uninstalled"))),
+        result);
 }
 
 } // namespace quillbay

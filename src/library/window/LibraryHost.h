@@ -32,6 +32,8 @@ class LibrarySignals : public QObject {
 signals:
     /// The list was rebuilt, whether its rows changed or not.
     void ModListRebuilt();
+    /// The automatic refresh has found other mods installed than before; the list has the same rows.
+    void InstalledModsChanged();
     /// The details panel was filled, for the same mod or another one.
     void ModDetailsShown();
 };
@@ -63,6 +65,8 @@ public:
     virtual std::optional<std::size_t> ShownFileCount() const = 0;
     /// Says at the main window's foot what a command has done; its tool tip names the files concerned.
     virtual void ShowOutcome(const OutcomeText& outcome) = 0;
+    /// Asks on that window, then uninstalls every installed mod, the newest first.
+    virtual void UninstallAll(QWidget& asking) = 0;
     /// The Manager, Mod and Help menus, with their shortcuts.
     virtual void SetMainMenusEnabled(bool enabled) = 0;
 

@@ -17,6 +17,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <algorithm>
 #include <optional>
 
 namespace quillbay {
@@ -83,15 +84,24 @@ void ModListRefresher::SetButtons() {
     const auto row = controls_.mods.SelectedRow();
     const bool installed = row && !row->path.Empty() &&
                            IsInstalled(files_, Join(ModsFolder(main_.ProgramDirectory), row->path.text));
-    controls_.uninstall.setEnabled(installed);
-    controls_.install.setEnabled(true);
+    // A command that is asking its question or working has disabled its item and its button.
+    if (controls_.uninstallItem.isEnabled()) controls_.uninstall.setEnabled(installed);
+    if (controls_.installItem.isEnabled()) controls_.install.setEnabled(true);
 }
 
 void ModListRefresher::FollowDisk() {
     const bool made = PrepareModsFolder(files_, main_.ProgramDirectory);
     const auto rows = ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory));
     FillSortItems(controls_.sortItems, rows);
-    if (!made && rows == controls_.mods.Rows()) return;
+    const auto& shown = controls_.mods.Rows();
+    if (!made && rows == shown) return;
+    if (!made && std::ranges::equal(rows, shown, &ModRow::IsRowOf)) {
+        // A mod was installed or uninstalled by somebody else.
+        controls_.mods.SetRows(rows);
+        SetButtons();
+        emit main_.Signals.InstalledModsChanged();
+        return;
+    }
     main_.RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true});
 }
 

@@ -21,7 +21,9 @@ struct ModListControls {
     QPushButton& refresh;
     QAction& refreshItem;
     QPushButton& install;
+    QAction& installItem;
     QPushButton& uninstall;
+    QAction& uninstallItem;
     QProgressBar& progress;
 };
 

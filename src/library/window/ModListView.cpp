@@ -3,6 +3,7 @@
 #include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -13,10 +14,13 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillbay {
 
 namespace {
+
+constexpr QLatin1String kInstalled("Installed");
 
 /// Gives every row the height that the list says.
 class RowDelegate : public QStyledItemDelegate {
@@ -48,9 +52,14 @@ ModListView::ModListView(QWidget* parent) : QListWidget(parent) {
 
 void ModListView::SetRows(const std::vector<ModRow>& rows) {
     const QSignalBlocker quiet(this);
-    if (rows != rows_ || count() == 0) {
+    if (count() == 0 || !std::ranges::equal(rows, rows_, &ModRow::IsRowOf)) {
         rows_ = rows;
         Fill();
+    } else {
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            if (std::exchange(rows_[row].isInstalled, rows[row].isInstalled) != rows[row].isInstalled)
+                MarkRow(static_cast<int>(row));
+        }
     }
     if (!rows_.empty() && selectedItems().isEmpty()) {
         setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
@@ -65,6 +74,7 @@ void ModListView::Fill() {
     for (const ModRow& row : rows_) {
         auto* item = new QListWidgetItem(ToQString(row.text), this);
         item->setData(Qt::UserRole, ToQString(row.path.text));
+        if (row.isInstalled) MarkRow(count() - 1);
     }
     if (rows_.empty()) {
         new QListWidgetItem(ToQString(kNoModsRow), this);
@@ -75,6 +85,14 @@ void ModListView::Fill() {
     doItemsLayout();
     verticalScrollBar()->setValue(scrolled);
     setUpdatesEnabled(true);
+}
+
+void ModListView::MarkRow(int row) {
+    const bool isInstalled = rows_[static_cast<std::size_t>(row)].isInstalled;
+    QFont font; // of which only the weight counts: the rest is the list's
+    if (isInstalled) font.setBold(true);
+    item(row)->setFont(font);
+    item(row)->setData(Qt::AccessibleDescriptionRole, isInstalled ? QVariant(kInstalled) : QVariant());
 }
 
 bool ModListView::SelectPath(const ModPath& path) {
@@ -94,6 +112,37 @@ std::optional<ModRow> ModListView::SelectedRow() const {
     }
     const QListWidgetItem& item = *items.front();
     return ModRow{FromQString(item.text()), ModPath{FromQString(item.data(Qt::UserRole).toString())}};
+}
+
+void ModListView::keyboardSearch(const QString& search) {
+    const bool goesOn = typing_.isValid() && typing_.elapsed() < QApplication::keyboardInputInterval();
+    typed_ = (goesOn ? typed_ : QString()) + search;
+    typing_.start();
+    if (typed_.trimmed().isEmpty()) return typed_.clear();
+    // One letter again and again goes from one mod to the next; a longer text may be that of the same mod.
+    const bool isOneLetter = typed_.count(typed_.front(), Qt::CaseInsensitive) == typed_.size();
+    const QString wanted = isOneLetter ? typed_.left(1) : typed_;
+    const auto selected = selectedItems();
+    const int from = selected.isEmpty() ? 0 : row(selected.front()) + (isOneLetter ? 1 : 0);
+    int found = FindTyped(wanted, from, false);
+    if (found < 0) found = FindTyped(wanted, from, true);
+    if (found >= 0) setCurrentRow(found, QItemSelectionModel::ClearAndSelect);
+}
+
+int ModListView::FindTyped(const QString& typed, int from, bool inWords) const {
+    const auto fits = [&](const QString& name) {
+        for (auto at = name.indexOf(typed, 0, Qt::CaseInsensitive); at >= 0;
+             at = inWords ? name.indexOf(typed, at + 1, Qt::CaseInsensitive) : -1) {
+            if (at == 0 || (inWords && !name[at - 1].isLetterOrNumber())) return true;
+        }
+        return false;
+    };
+    const int rows = static_cast<int>(rows_.size());
+    for (int step = 0; step < rows; ++step) {
+        const int row = (from + step) % rows;
+        if (fits(ToQString(DisplayName(rows_[static_cast<std::size_t>(row)].text)))) return row;
+    }
+    return -1;
 }
 
 void ModListView::keyPressEvent(QKeyEvent* event) {
@@ -149,11 +198,18 @@ bool ModListView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
         const QListWidgetItem* item = itemAt(help->pos());
-        const bool cut = item && fontMetrics().horizontalAdvance(item->text()) + 8 > viewport()->width();
-        QToolTip::showText(help->globalPos(), cut ? PlainToolTip(item->text()) : QString(), viewport());
+        QToolTip::showText(help->globalPos(), item ? PlainToolTip(ToolTipOf(*item)) : QString(), viewport());
         return true;
     }
     return QListWidget::viewportEvent(event);
+}
+
+QString ModListView::ToolTipOf(const QListWidgetItem& item) const {
+    const QFontMetrics metrics(item.font().resolve(font()));
+    QStringList lines;
+    if (metrics.horizontalAdvance(item.text()) + 8 > viewport()->width()) lines << item.text();
+    if (item.data(Qt::AccessibleDescriptionRole).isValid()) lines << kInstalled;
+    return lines.join(u'\n');
 }
 
 void ModListView::changeEvent(QEvent* event) {

@@ -3,6 +3,7 @@
 #include "common/Twips.h"
 #include "library/ModRows.h"
 
+#include <QElapsedTimer>
 #include <QListWidget>
 
 #include <optional>
@@ -11,8 +12,8 @@
 namespace quillbay {
 
 /// The main window's mod list: one item a row, in the order of the rows, with the mod path in Qt::UserRole.
-/// Twenty-four rows fill its height. "Selected" is the highlighted row, which need not be the toolkit's
-/// current one.
+/// Installed mods are bold. Twenty-four rows fill its height. "Selected" is the highlighted row, which need
+/// not be the toolkit's current one.
 class ModListView : public QListWidget {
     Q_OBJECT
 
@@ -24,8 +25,8 @@ public:
     explicit ModListView(QWidget* parent = nullptr);
 
     /// Shows these rows, or the placeholder when there are none. The selection stays on the mod of the same
-    /// path, or goes to the first row, and the scroll position is kept; equal rows repaint nothing. Emits no
-    /// selection signal.
+    /// path, or goes to the first row, and the scroll position is kept; equal rows repaint nothing, and rows
+    /// that only differ in being installed are not made anew. Emits no selection signal.
     void SetRows(const std::vector<ModRow>& rows);
     const std::vector<ModRow>& Rows() const { return rows_; }
 
@@ -33,6 +34,10 @@ public:
     std::optional<ModRow> SelectedRow() const;
     /// Selects the row of this mod; false when there is none.
     bool SelectPath(const ModPath& path);
+
+    /// Type-ahead: selects the next mod or addon whose name begins so, else the next one with a word that
+    /// does, letter case ignored.
+    void keyboardSearch(const QString& search) override;
 
     /// Pixels.
     int RowHeight() const { return rowHeight_; }
@@ -57,10 +62,17 @@ protected:
 
 private:
     void Fill();
+    /// Shows by its font, and says to screen readers, whether the mod of the row is installed.
+    void MarkRow(int row);
+    /// The next row from that one on whose name has `typed` at its beginning, or at that of a word; none: -1.
+    int FindTyped(const QString& typed, int from, bool inWords) const;
+    QString ToolTipOf(const QListWidgetItem& item) const;
     void FitRowsToFont();
 
     std::vector<ModRow> rows_;
     int rowHeight_ = 0;
+    QString typed_; ///< by the keys of the running search
+    QElapsedTimer typing_;
 };
 
 } // namespace quillbay

@@ -8,6 +8,7 @@
 #include "ui_frmInstalledMods.h"
 
 #include <QHelpEvent>
+#include <QMenu>
 
 #include <algorithm>
 #include <iterator>
@@ -18,10 +19,29 @@ frmInstalledMods::frmInstalledMods(LibraryHost& main, QAction* menuItem)
     : EffectWindow(main, menuItem), main_(main), ui_(std::make_unique<Ui::frmInstalledMods>()) {
     ui_->setupUi(this);
     ui_->lstCurrentMods->viewport()->installEventFilter(this);
+    MakeMenu();
     connect(&main.Signals, &LibrarySignals::ModListRebuilt, this, &frmInstalledMods::FollowMainList);
+    connect(&main.Signals, &LibrarySignals::InstalledModsChanged, this, [this] {
+        if (isVisible()) Fill();
+    });
 }
 
 frmInstalledMods::~frmInstalledMods() = default;
+
+void frmInstalledMods::MakeMenu() {
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("menuInstalledMods"));
+    QAction* uninstallAll = menu->addAction(QStringLiteral("Uninstall all"));
+    uninstallAll->setObjectName(QStringLiteral("menuInstalledModsUninstallAll"));
+    connect(uninstallAll, &QAction::triggered, this, [this] {
+        main_.UninstallAll(*this);
+        Fill(); // without the addons, too, which a rebuilt main list does not bring
+    });
+    QListWidget* list = ui_->lstCurrentMods;
+    list->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(list, &QWidget::customContextMenuRequested, menu,
+            [list, menu](QPoint position) { menu->popup(list->viewport()->mapToGlobal(position)); });
+}
 
 bool frmInstalledMods::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ToolTip) {

@@ -31,6 +31,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// The list's context menu.
+    void MakeMenu();
     /// Follows a rebuild of the main list and its selection: mods only; addons come back when the window is
     /// activated. A window that is not open is filled when it opens.
     void FollowMainList();

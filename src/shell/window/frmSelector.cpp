@@ -85,7 +85,9 @@ struct frmSelector::Parts {
                          .refresh = *ui.cmdRefresh,
                          .refreshItem = *ui.menuModRefreshModList,
                          .install = *ui.cmdInstallMod,
+                         .installItem = *ui.menuModInstall,
                          .uninstall = *ui.cmdUninstallMod,
+                         .uninstallItem = *ui.menuModUninstall,
                          .progress = *ui.pgbPercent}),
           installing(main, {.install = *ui.cmdInstallMod,
                             .installItem = *ui.menuModInstall,
@@ -212,7 +214,7 @@ void frmSelector::TellTakenPrefix() {
     ShowOutcome(OutcomeText(QStringLiteral("Several Wine prefixes have a game; this is that of ") + end)
                     .Note(prefix)
                     .Note(QStringLiteral("Its registry changed last. The game directory: ") +
-                          ToQString(GameDirectory)));
+                          ShownPath(GameDirectory)));
 }
 
 void frmSelector::AskForGameDirectory() {
@@ -287,6 +289,8 @@ void frmSelector::ReadSettings() {
 void frmSelector::InstallMod() { parts_->installing.InstallMod(); }
 
 void frmSelector::UninstallMod() { parts_->installing.UninstallMod(); }
+
+void frmSelector::UninstallAll(QWidget& asking) { parts_->installing.UninstallAll(asking); }
 
 void frmSelector::RemoveMod() { parts_->housekeeping.RemoveMod(); }
 

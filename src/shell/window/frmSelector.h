@@ -51,6 +51,7 @@ public:
     void ShowModDetails() override;
     std::optional<std::size_t> ShownFileCount() const override;
     void ShowOutcome(const OutcomeText& outcome) override;
+    void UninstallAll(QWidget& asking) override;
     void SetMainMenusEnabled(bool enabled) override;
     bool AutoRefresh() const override;
     void SetAutoRefresh(bool on) override;

@@ -72,6 +72,7 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     Run("Install");
     ExpectShip("program/mods/Alpha");
     EXPECT_EQ(outcome.text(), "Alpha is installed: 3 files copied, 1 of the game's saved.");
+    EXPECT_TRUE(outcome.toolTip().contains("3 files copied:\nodf\\ships\\a.odf\nodf\\ships\\new"));
 
     Write("game/odf/ships/new.odf", "the player's own");
     Run("Uninstall", true);
@@ -137,6 +138,7 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
         Write("program/mods/Aaa/ModInfo.txt", "Author: first in the list");
         Tick();
         Mods().setCurrentRow(0);
+        EXPECT_FALSE(Button("Install").isEnabled());
     });
     Run("Install");
     ExpectShip("program/mods/Alpha");
@@ -157,6 +159,36 @@ TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
         Respell("program/mods/bravo", "program/mods/Bravo");
         Tick();
     }
+}
+
+TEST_F(InstallWindow, UninstallsAllTheNewestFirstUntilOneStays) {
+    const auto& outcome = Control<QLabel>("lblOutcome");
+    QWidget& list = OpenWindow("menuManagerCheckInstalledMods", "frmInstalledMods");
+    auto& uninstallAll = Control<QAction>(list, "menuInstalledModsUninstallAll");
+    uninstallAll.trigger();
+    EXPECT_EQ(outcome.text(), "No mod is installed.");
+    for (const int row : {2, 1, 0}) {
+        Mods().setCurrentRow(row);
+        boxes.Then(kYes);
+        Run("Install");
+    }
+    Make({"program/mods/Alpha/Addon/Maps/Backup/stranger"});
+    boxes.Then(kNo).Then(kYes).Then(QMessageBox::Ok).Then(kYes);
+    uninstallAll.trigger();
+    ExpectShip("program/mods/Alpha");
+    uninstallAll.trigger();
+    ExpectShip("program/mods/Bravo");
+    EXPECT_EQ(outcome.text().section(':', 0, 0), "1 mod is uninstalled, Maps still counts as installed");
+    EXPECT_TRUE(boxes.Seen().back().text.startsWith("Maps: The mod's Backup folder stays"));
+    QFile::remove(Path("program/mods/Alpha/Addon/Maps/Backup/stranger"));
+    uninstallAll.trigger();
+    ExpectShip("game");
+    EXPECT_FALSE(Exists("game/bzn/new.bzn"));
+    EXPECT_EQ(outcome.text(), "2 mods are uninstalled: 1 file removed, 1 restored.");
+    EXPECT_EQ(Titles(boxes).section('|', 3),
+              "? Uninstall all mods?|? Uninstall all mods?|X Error!|? Uninstall all mods?");
+    EXPECT_EQ(boxes.Seen()[3].text, "Are you sure you want to uninstall all installed mods (3)?");
+    EXPECT_EQ(boxes.Seen()[3].informative, "In this order: Alpha, Maps, Bravo.");
 }
 
 TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) {

@@ -111,8 +111,20 @@ TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
             texts += list.item(row)->text() + (list.item(row)->isSelected() ? " *" : "");
         return texts;
     };
+    /// Of the main list: what is bold and what a screen reader calls installed.
+    const auto marked = [&] {
+        QStringList texts;
+        for (int row = 0; row < Mods().count(); ++row) {
+            const auto& item = *Mods().item(row);
+            if (item.font().bold()) texts << item.text();
+            EXPECT_EQ(item.data(Qt::AccessibleDescriptionRole).toString(),
+                      item.font().bold() ? "Installed" : "");
+        }
+        return texts;
+    };
     EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
     EXPECT_EQ(listed(), QStringList{"(No mods found.) *"});
+    EXPECT_EQ(marked(), QStringList{"Gamma"});
 
     // After an installation the main list is rebuilt: addons come with the next activation.
     Make({"program/mods/Alpha/Backup/", "program/mods/Alpha/Addon/Extra/Backup/",
@@ -127,8 +139,36 @@ TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
     ASSERT_TRUE(WaitFor([&] { return listed().size() == 3; }));
     EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra", "Beta"}));
 
+    // What somebody else uninstalls is followed without building the list anew.
+    const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
+    QDir(Path("program/mods/Beta")).rmdir("Backup");
+    Tick();
+    EXPECT_EQ(marked(), (QStringList{"Alpha", "    Extra", "Gamma"}));
+    EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra"}));
+    EXPECT_FALSE(Control<QPushButton>("cmdUninstallMod").isEnabled()) << "Beta is selected";
+    EXPECT_TRUE(rebuilt.isEmpty());
+
     opened->close();
     EXPECT_TRUE(WaitFor([&] { return !Item("menuManagerCheckInstalledMods").isChecked(); }));
+}
+
+TEST_F(ModList, TypedLettersFindNamesThenWordsInThem) {
+    Make({"program/mods/Alpha/Addon/Maps/", "program/mods/New Maps/", "program/mods/Mod 1/",
+          "program/mods/Mod 12/", "program/mods/Zebra/"});
+    ASSERT_TRUE(Start());
+    for (const auto& [typed, found] : {std::pair{"z", "Zebra"},
+                                       {"map", "    Maps"},
+                                       {"mod 12", "Mod 12"},
+                                       {"m", "    Maps"},
+                                       {"mm", "Mod 12"},
+                                       {"n", "New Maps"},
+                                       {"1", "Mod 1"},
+                                       {"1", "Mod 12"},
+                                       {"ebra", "Mod 12"}}) {
+        Mods().keyboardSearch({}); // as after a pause
+        QTest::keyClicks(&Mods(), typed);
+        EXPECT_EQ(SelectedText(), found) << typed;
+    }
 }
 
 TEST_F(ModList, RemovesTheModItAskedAbout) {
@@ -144,7 +184,12 @@ TEST_F(ModList, RemovesTheModItAskedAbout) {
     main->GameDirectory = Path("program/mods/Alpha/odf").toStdString();
     remove(0);
     main->GameDirectory = Path("game").toStdString();
-    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Yes, [this](QMessageBox&) {
+    const auto expectDefault = [](QMessageBox::StandardButton expected) {
+        return [=](QMessageBox& box) { EXPECT_EQ(box.defaultButton(), box.button(expected)); };
+    };
+    boxes.Then(QMessageBox::No, expectDefault(QMessageBox::No)).Then(QMessageBox::Yes);
+    boxes.Then(QMessageBox::Yes, [&](QMessageBox& box) {
+        expectDefault(QMessageBox::Yes)(box);
         Respell("program/mods/Bravo", "program/mods/bravo"); // which is another mod
         Tick();
     });
