@@ -4,6 +4,7 @@
 #include "platform/PathText.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace quillbay {
 
@@ -105,6 +106,17 @@ InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modsFo
     for (const auto& entry : walk.List(modsFolder))
         if (entry.kind == EntryKind::Folder) walk.Visit({entry.name}, Join(modsFolder, entry.name), true);
     return found;
+}
+
+std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view modsFolder,
+                                          ReadFailure& failure) {
+    auto mods = ListInstalledMods(files, modsFolder, {{}, {}}, failure).mods;
+    std::erase_if(mods, [](const InstalledMod& mod) {
+        const std::string_view top = std::string_view(mod.path.text).substr(0, mod.path.text.find('\\'));
+        return IsAddonRow(top) || top == kNoModsRow || top.starts_with(kLeftoverPrefix);
+    });
+    std::ranges::stable_sort(mods, std::greater(), &InstalledMod::order);
+    return mods;
 }
 
 std::int64_t NextInstallNumber(const std::vector<InstalledMod>& installed) {

@@ -63,6 +63,11 @@ struct InstalledMods {
 InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modsFolder, const ListedMod& listed,
                                 ReadFailure& failure);
 
+/// The installed mods that a list has rows for, the one installed last first. When something cannot be read
+/// the order is not known.
+std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view modsFolder,
+                                          ReadFailure& failure);
+
 /// The number of an installation that is made now: at least the seconds since 1970, so that it can be
 /// compared with the times of backups that have no record.
 std::int64_t NextInstallNumber(const std::vector<InstalledMod>& installed);

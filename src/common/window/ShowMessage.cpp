@@ -2,7 +2,6 @@
 
 #include "common/window/QtText.h"
 
-#include <QAbstractButton>
 #include <QInputDialog>
 #include <QLabel>
 #include <QPointer>
@@ -44,12 +43,13 @@ int AskChoice(QWidget* parent, const QString& text, const QStringList& captions)
                                                       QString(), QMessageBox::NoButton, parent);
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
-    QList<QAbstractButton*> buttons;
+    QList<QPushButton*> buttons;
     for (const QString& caption : captions)
         buttons << box->addButton(caption, QMessageBox::ActionRole);
     box->setEscapeButton(buttons.last());
+    box->setDefaultButton(buttons.last());
     box->exec();
-    const auto pressed = box ? buttons.indexOf(box->clickedButton()) : -1;
+    const auto pressed = box ? buttons.indexOf(qobject_cast<QPushButton*>(box->clickedButton())) : -1;
     delete box;
     return static_cast<int>(pressed < 0 ? captions.size() - 1 : pressed);
 }

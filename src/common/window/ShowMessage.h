@@ -28,8 +28,8 @@ bool Confirmed(QWidget* parent, const QString& text, const QString& title,
                QMessageBox::Icon icon = QMessageBox::Question, const QString& informative = {},
                QMessageBox::StandardButton byEnter = QMessageBox::Yes);
 
-/// Question icon, the program's title, and a button for each caption, the last of which Escape stands for;
-/// the position of the one that was pressed.
+/// Question icon, the program's title, and a button for each caption, the last of which Escape and Enter
+/// stand for; the position of the one that was pressed.
 int AskChoice(QWidget* parent, const QString& text, const QStringList& captions);
 
 /// Shows a modal input box with an empty text box. What was typed, or nothing when the user cancelled.

@@ -17,7 +17,6 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
-#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -185,13 +184,12 @@ void InstallCommands::UninstallAll(QWidget& asking) {
         const std::string modsFolder = ModsFolder(main_.ProgramDirectory);
         if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, modsFolder))) return;
         ReadFailure failure;
-        auto mods = ListInstalledMods(files_, modsFolder, {{}, {}}, failure).mods;
+        const auto mods = ListNewestFirst(files_, modsFolder, failure);
         if (failure)
             return ShowError(
                 &asking, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
                                   failure.path, failure.error));
         if (mods.empty()) return main_.ShowOutcome(OutcomeText(QStringLiteral("No mod is installed")));
-        std::ranges::sort(mods, std::greater(), &InstalledMod::order);
         if (!Confirmed(&asking,
                        QStringLiteral("Are you sure you want to uninstall all installed mods (%1)?")
                            .arg(mods.size()),

@@ -58,10 +58,9 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
             CountGameFiles(options);
         }
         if (busy) busy->SetCaption(QStringLiteral("Refresing mod list"));
-        controls_.mods.SetRows(ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory)));
+        ShowRows(ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory)));
     }
     emit main_.Signals.ModListRebuilt();
-    SetButtons();
     if (!options.keepDetails) main_.ShowModDetails();
 }
 
@@ -82,11 +81,20 @@ void ModListRefresher::CountGameFiles(const RefreshOptions& options) {
 
 void ModListRefresher::SetButtons() {
     const auto row = controls_.mods.SelectedRow();
-    const bool installed = row && !row->path.Empty() &&
-                           IsInstalled(files_, Join(ModsFolder(main_.ProgramDirectory), row->path.text));
+    SetButtons(row && !row->path.Empty() &&
+               IsInstalled(files_, Join(ModsFolder(main_.ProgramDirectory), row->path.text)));
+}
+
+void ModListRefresher::SetButtons(bool isInstalled) {
     // A command that is asking its question or working has disabled its item and its button.
-    if (controls_.uninstallItem.isEnabled()) controls_.uninstall.setEnabled(installed);
+    if (controls_.uninstallItem.isEnabled()) controls_.uninstall.setEnabled(isInstalled);
     if (controls_.installItem.isEnabled()) controls_.install.setEnabled(true);
+}
+
+void ModListRefresher::ShowRows(const std::vector<ModRow>& rows) {
+    controls_.mods.SetRows(rows);
+    const auto selected = controls_.mods.SelectedRow();
+    SetButtons(selected && selected->isInstalled);
 }
 
 void ModListRefresher::FollowDisk() {
@@ -97,8 +105,7 @@ void ModListRefresher::FollowDisk() {
     if (!made && rows == shown) return;
     if (!made && std::ranges::equal(rows, shown, &ModRow::IsRowOf)) {
         // A mod was installed or uninstalled by somebody else.
-        controls_.mods.SetRows(rows);
-        SetButtons();
+        ShowRows(rows);
         emit main_.Signals.InstalledModsChanged();
         return;
     }

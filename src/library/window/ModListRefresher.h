@@ -1,5 +1,9 @@
 #pragma once
 
+#include "library/ModRows.h"
+
+#include <vector>
+
 class QAction;
 class QLabel;
 class QListWidget;
@@ -35,13 +39,16 @@ public:
     void RefreshModList(const RefreshOptions& options);
     /// The automatic refresh: rebuilds the list when the disk has other rows than it.
     void FollowDisk();
-    /// What the install and uninstall buttons allow for the selected row.
+    /// What the install and uninstall buttons allow for the selected row; looks at the disk.
     void SetButtons();
     /// Counts the game's files and lets pending events run meanwhile; breaks off when the program ends.
     void CountAtStart();
     void ShowNoGame();
 
 private:
+    void SetButtons(bool isInstalled);
+    /// In the list, and for the selected one of them by the buttons.
+    void ShowRows(const std::vector<ModRow>& rows);
     void CountGameFiles(const RefreshOptions& options);
 
     LibraryHost& main_;

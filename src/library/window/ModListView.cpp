@@ -111,14 +111,16 @@ std::optional<ModRow> ModListView::SelectedRow() const {
         return std::nullopt;
     }
     const QListWidgetItem& item = *items.front();
-    return ModRow{FromQString(item.text()), ModPath{FromQString(item.data(Qt::UserRole).toString())}};
+    const auto at = static_cast<std::size_t>(row(&item));
+    return ModRow{FromQString(item.text()), ModPath{FromQString(item.data(Qt::UserRole).toString())},
+                  at < rows_.size() && rows_[at].isInstalled};
 }
 
 void ModListView::keyboardSearch(const QString& search) {
     const bool goesOn = typing_.isValid() && typing_.elapsed() < QApplication::keyboardInputInterval();
     typed_ = (goesOn ? typed_ : QString()) + search;
     typing_.start();
-    if (typed_.trimmed().isEmpty()) return typed_.clear();
+    if (search.isEmpty() || typed_.trimmed().isEmpty()) return typed_.clear();
     // One letter again and again goes from one mod to the next; a longer text may be that of the same mod.
     const bool isOneLetter = typed_.count(typed_.front(), Qt::CaseInsensitive) == typed_.size();
     const QString wanted = isOneLetter ? typed_.left(1) : typed_;

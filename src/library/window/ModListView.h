@@ -36,7 +36,7 @@ public:
     bool SelectPath(const ModPath& path);
 
     /// Type-ahead: selects the next mod or addon whose name begins so, else the next one with a word that
-    /// does, letter case ignored.
+    /// does, letter case ignored. An empty text ends the search.
     void keyboardSearch(const QString& search) override;
 
     /// Pixels.

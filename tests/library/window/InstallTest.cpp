@@ -72,7 +72,7 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     Run("Install");
     ExpectShip("program/mods/Alpha");
     EXPECT_EQ(outcome.text(), "Alpha is installed: 3 files copied, 1 of the game's saved.");
-    EXPECT_TRUE(outcome.toolTip().contains("3 files copied:\nodf\\ships\\a.odf\nodf\\ships\\new"));
+    EXPECT_TRUE(outcome.toolTip().contains(QRegularExpression("3 files copied:(\nodf\\\\ships\\\\.*){3}")));
 
     Write("game/odf/ships/new.odf", "the player's own");
     Run("Uninstall", true);
@@ -184,7 +184,7 @@ TEST_F(InstallWindow, UninstallsAllTheNewestFirstUntilOneStays) {
     uninstallAll.trigger();
     ExpectShip("game");
     EXPECT_FALSE(Exists("game/bzn/new.bzn"));
-    EXPECT_EQ(outcome.text(), "2 mods are uninstalled: 1 file removed, 1 restored.");
+    EXPECT_EQ(outcome.text(), "2 mods are uninstalled: 1 file restored.");
     EXPECT_EQ(Titles(boxes).section('|', 3),
               "? Uninstall all mods?|? Uninstall all mods?|X Error!|? Uninstall all mods?");
     EXPECT_EQ(boxes.Seen()[3].text, "Are you sure you want to uninstall all installed mods (3)?");
