@@ -204,7 +204,7 @@ void frmCompatability::CompareContents() {
     const bool isFirst = contents_ && contents_->Equal() + contents_->Different().size() == 0;
     QElapsedTimer clock;
     clock.start();
-    bool goesOn = contents_ && isVisible();
+    bool goesOn = contents_ != nullptr;
     while (goesOn && clock.elapsed() < kCompareForMs)
         goesOn = contents_->Step();
     if (goesOn) {
@@ -215,7 +215,7 @@ void frmCompatability::CompareContents() {
         return;
     }
     timContents_->stop();
-    if (contents_ && isVisible()) main_.ShowOutcome(DescribeContents());
+    if (contents_) main_.ShowOutcome(DescribeContents());
     contents_.reset();
 }
 
