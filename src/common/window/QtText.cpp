@@ -3,6 +3,7 @@
 #include "platform/Utf8.h"
 
 #include <QChar>
+#include <QDir>
 #include <QStringView>
 
 namespace quillbay {
@@ -41,6 +42,13 @@ std::string FromQString(const QString& text) {
             AppendUtf8(result, unit);
     }
     return result;
+}
+
+QString ShownPath(std::string_view path) {
+    QString shown = ToQString(path);
+    // The program puts backslashes below a root of POSIX, too.
+    if (shown.startsWith(u'/')) shown.replace(u'\\', u'/');
+    return QDir::toNativeSeparators(shown);
 }
 
 } // namespace quillbay

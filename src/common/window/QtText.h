@@ -12,4 +12,8 @@ namespace quillbay {
 QString ToQString(std::string_view text);
 std::string FromQString(const QString& text);
 
+/// A path as the user knows it, for texts that are not read back: with the separators of this system where it
+/// is absolute; one below the game or a mod stays as the lists spell it.
+QString ShownPath(std::string_view path);
+
 } // namespace quillbay

@@ -69,10 +69,7 @@ void ShowError(QWidget* parent, const QString& text) {
 }
 
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
-    QString shown = ToQString(path);
-    // A path below a POSIX root; one below the game is spelled as in the lists.
-    if (shown.startsWith(u'/')) shown.replace(u'\\', u'/');
-    const QString text = sentence + QStringLiteral("\n\n") + shown;
+    const QString text = sentence + QStringLiteral("\n\n") + ShownPath(path);
     return error ? text + u'\n' + Reason(error) : text;
 }
 
