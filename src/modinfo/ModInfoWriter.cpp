@@ -8,6 +8,13 @@
 
 namespace quillbay {
 
+std::optional<std::string> FindModInfo(const FileSystem& files, std::string_view modFolder) {
+    const auto entries = files.List(modFolder, Detail::Names);
+    const DirEntry* found = entries ? FindEntry(*entries, kModInfoName, EntryKind::File) : nullptr;
+    if (!found) return std::nullopt;
+    return Join(modFolder, found->name);
+}
+
 ModInfoResult WriteModInfo(FileSystem& files, std::string_view modFolder, const ModInfoCaptions& values) {
     const auto failed = [](std::error_code error) {
         return ModInfoResult{ModInfoOutcome::Failed, {}, {}, error};

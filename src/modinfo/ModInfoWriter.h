@@ -3,6 +3,7 @@
 #include "modinfo/ModInfo.h"
 #include "platform/FileSystem.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -24,6 +25,9 @@ struct ModInfoResult {
     std::vector<std::string_view> fields; ///< of TooLong and OldTooLong: their names
     std::error_code error;                ///< of Failed
 };
+
+/// The path of the ModInfo.txt that WriteModInfo would replace; none when it would make one.
+std::optional<std::string> FindModInfo(const FileSystem& files, std::string_view modFolder);
 
 /// Makes the ModInfo.txt of a mod, or replaces it as a whole, also one in another letter case: the one whose
 /// values are shown. Unless the outcome is Written, nothing has changed. The mod's folder must exist.

@@ -2,6 +2,7 @@
 
 #include "platform/PathText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillbay {
@@ -15,6 +16,12 @@ std::vector<ListedFile> ListFiles(const FileSystem& files, const std::vector<std
             if (entry.IsPlainFile()) listed.push_back({Join(folder, entry.name), std::move(entry.name)});
     }
     return listed;
+}
+
+std::optional<ListedFile> FileBeside(const std::vector<ListedFile>& listed, const ListedFile& file) {
+    const auto row = std::ranges::find(listed, file);
+    if (listed.size() < 2 || row == listed.end()) return std::nullopt;
+    return row + 1 != listed.end() ? row[1] : row[-1];
 }
 
 bool IsStillThere(const FileSystem& files, const ListedFile& file) {

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystem.h"
 
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -18,6 +19,9 @@ struct ListedFile {
 
 /// The plain files of the folders, in the order of the file system. Folders that cannot be listed have none.
 std::vector<ListedFile> ListFiles(const FileSystem& files, const std::vector<std::string>& folders);
+
+/// The file below this one in the list, else the one above it.
+std::optional<ListedFile> FileBeside(const std::vector<ListedFile>& listed, const ListedFile& file);
 
 /// Whether the disk still has the file under exactly this name.
 bool IsStillThere(const FileSystem& files, const ListedFile& file);

@@ -20,6 +20,9 @@ void OdfCheckRun::Prepare() {
     folders_ = ListOdfFolders(files_, odfFolder_, &unread);
     if (unread && std::ranges::find(passedOver_, unread.path) == passedOver_.end())
         passedOver_.push_back(std::move(unread.path));
+    odfs_ = 0;
+    for (const auto& odfs : folders_.odfs)
+        odfs_ += odfs.size();
     auto races = BuildRaceList(files_, odfFolder_);
     around_ = {OdfIndex(folders_),
                {std::make_move_iterator(races.begin()), std::make_move_iterator(races.end())}};
@@ -35,12 +38,16 @@ void OdfCheckRun::Prepare() {
 void OdfCheckRun::CheckAgain() {
     finished_.erase(current_);
     --filesChecked_;
+    if (std::exchange(currentCounts_, false)) --checked_;
+    checkedAgain_ = std::move(error_);
     Prepare();
 }
 
 void OdfCheckRun::SkipFile() {
     finished_.insert(current_);
     ++filesChecked_;
+    ++checked_;
+    ignored_.push_back({current_, error_->line});
     Prepare();
 }
 
@@ -57,6 +64,7 @@ bool OdfCheckRun::EnterFolderWithFiles() {
 OdfCheckRun::Step OdfCheckRun::Next(const OdfCheckOptions& options) {
     if (!EnterFolderWithFiles()) return Step::End;
     current_ = waiting_[next_++];
+    currentCounts_ = false;
     // A file that is met again gets its chance.
     if (!passedOver_.empty() && passedOver_.back() == current_) passedOver_.pop_back();
     if (auto bytes = ReadOdf(files_, current_)) {
@@ -64,12 +72,24 @@ OdfCheckRun::Step OdfCheckRun::Next(const OdfCheckOptions& options) {
             error_ = OdfError{std::move(*failed), current_, std::move(*bytes)};
             return Step::Error;
         }
+        FinishFile(*bytes);
     } else {
         passedOver_.push_back(current_);
     }
     finished_.insert(current_);
     ++filesChecked_;
     return Step::FileDone;
+}
+
+void OdfCheckRun::FinishFile(const std::string& bytes) {
+    currentCounts_ = true;
+    ++checked_;
+    const auto before = std::exchange(checkedAgain_, std::nullopt);
+    if (!before || before->path != current_) return;
+    if (bytes != before->bytes)
+        ++repaired_;
+    else
+        ignored_.push_back({current_, before->line});
 }
 
 std::optional<FailedOdfCheck> OdfCheckRun::CheckFile(std::string& bytes, const OdfCheckOptions& options) {

@@ -31,6 +31,10 @@ std::vector<std::string> SearchRoots(std::string_view programDirectory);
 /// characters), on POSIX `C:\`.
 std::string DriveRootText(std::string_view programDirectory);
 
+/// Where a user begins to look for the game by hand: on Windows the root of that drive or share, on POSIX the
+/// home folder.
+std::string FirstFolder(std::string_view programDirectory);
+
 /// Searches the tree below `root` for a file of that name in any letter case and returns the full path of
 /// the first hit, or an empty string. Links to folders are not followed.
 std::string FindFileInTree(std::string_view root, std::string_view fileName);

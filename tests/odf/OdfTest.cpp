@@ -144,6 +144,10 @@ TEST_F(OdfCheckRunTest, MeetsEachFileOnceHoweverTheListingMoves) {
         expected.insert(expected.begin(), {R"(\ships\a.odf)", R"(\ships\c.ODF)", R"(\ships\d.odf)"});
         EXPECT_EQ(met, expected);
         EXPECT_EQ(run.TotalFiles(), 13U);
+        EXPECT_EQ(run.Checked(), 12U);
+        EXPECT_EQ(run.Odfs(), 12U);
+        EXPECT_EQ(run.Ignored().size(), 3U);
+        EXPECT_EQ(run.Repaired(), 0U);
     }
 }
 

@@ -4,11 +4,13 @@
 #include <QApplication>
 #include <QFile>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <cstdio>
 #include <cstdlib>
@@ -44,6 +46,18 @@ T* Find(const QString& path) {
         }
     }
     return nullptr;
+}
+
+/// The item with these texts from the top of the tree down.
+QTreeWidgetItem* FindNode(const QTreeWidget& tree, const QStringList& texts) {
+    QTreeWidgetItem* node = tree.invisibleRootItem();
+    for (const QString& text : texts) {
+        QTreeWidgetItem* found = nullptr;
+        for (int at = 0; node && at < node->childCount(); ++at)
+            if (node->child(at)->text(0) == text) found = node->child(at);
+        node = found;
+    }
+    return node;
 }
 
 /// Visible, enabled, and not behind a modal window.
@@ -135,6 +149,7 @@ Driver::Try Driver::Carry(const QString& line) {
         {"trigger", &Driver::Trigger}, {"answer", &Driver::Answer}, {"await", &Driver::Await},
         {"grab", &Driver::Grab},       {"screen", &Driver::Screen}, {"timer", &Driver::Timer},
         {"peak", &Driver::Peak},       {"close", &Driver::Close},   {"type", &Driver::Type},
+        {"write", &Driver::Write},
     };
     const auto command = commands.constFind(line.section(' ', 0, 0));
     if (command == commands.cend()) {
@@ -154,6 +169,15 @@ Driver::Try Driver::Title(const QStringList& arguments) {
 }
 
 Driver::Try Driver::Select(const QStringList& arguments) {
+    if (auto* tree = Find<QTreeWidget>(arguments[0])) {
+        auto* node = FindNode(*tree, arguments[1].split('/'));
+        if (!CanBeUsed(tree) || !node) {
+            return {};
+        }
+        tree->scrollToItem(node); // and opens what it lies in
+        const QPoint place = tree->visualItemRect(node).center();
+        return Outcome{{}, [tree, place] { PressAt(tree->viewport(), place); }};
+    }
     auto* list = Find<QListWidget>(arguments[0]);
     if (!CanBeUsed(list)) {
         return {};
@@ -207,6 +231,14 @@ Driver::Try Driver::Type(const QStringList& arguments) {
                        box->setTextValue(text);
                        box->accept();
                    }};
+}
+
+Driver::Try Driver::Write(const QStringList& arguments) {
+    auto* box = Find<QLineEdit>(arguments[0]);
+    if (!CanBeUsed(box)) {
+        return {};
+    }
+    return Outcome{{}, [box, text = arguments[1]] { box->setText(text); }};
 }
 
 Driver::Try Driver::Await(const QStringList& arguments) {

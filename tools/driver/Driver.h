@@ -21,12 +21,11 @@ namespace quillbay {
 /// a box that is not there yet); after a minute it says `failed: COMMAND` and ends the program with code 70.
 ///
 ///     title TEXT              a window with that title has been painted; value: when (monotonic ns)
-///     select LIST|ROW         click the row with that text
-///     click WIDGET            press and release the left button on it
-///     trigger ACTION          choose the menu item
-///     answer TITLE|BUTTON     press a button of the message box with that title; value: its text
-///     type TITLE|TEXT         write into the input box with that title and confirm it
-///     await OBJECT|PROPERTY|VALUE     value: when it was so (monotonic ns)
+///     select LIST|ROW         click the row with that text; of a tree: with these texts from its top, a /
+///     between click WIDGET            press and release the left button on it trigger ACTION          choose
+///     the menu item answer TITLE|BUTTON     press a button of the message box with that title; value: its
+///     text type TITLE|TEXT         write into the input box with that title and confirm it write BOX|TEXT
+///     write into a text box of one line await OBJECT|PROPERTY|VALUE     value: when it was so (monotonic ns)
 ///     grab WIDGET|FILE        picture of one window
 ///     screen FILE             picture of the whole screen
 ///     timer TIMER             let the timer fire now; value: how long its work took (ns)
@@ -61,6 +60,7 @@ private:
     Try Trigger(const QStringList& arguments);
     Try Answer(const QStringList& arguments);
     Try Type(const QStringList& arguments);
+    Try Write(const QStringList& arguments);
     Try Await(const QStringList& arguments);
     Try Grab(const QStringList& arguments);
     Try Screen(const QStringList& arguments);

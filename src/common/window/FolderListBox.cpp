@@ -35,7 +35,13 @@ FolderListBox::FolderListBox(QWidget* parent) : QTreeWidget(parent) {
     connect(
         this, &QTreeWidget::itemActivated, this,
         [this] {
-            if (const QTreeWidgetItem* item = currentItem()) setPath(item->data(0, kPathRole).toString());
+            const QTreeWidgetItem* item = currentItem();
+            if (!item) return;
+            const QString path = item->data(0, kPathRole).toString();
+            if (path == CleanPath(path_))
+                emit pathChanged(path_); // though it is no other one
+            else
+                setPath(path);
         },
         Qt::QueuedConnection);
 }

@@ -29,6 +29,7 @@ public:
     void Refresh();
 
 signals:
+    /// Another path was set, or the user chose a folder, also the current one.
     void pathChanged(const QString& path);
 
 protected:

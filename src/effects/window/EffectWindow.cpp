@@ -4,9 +4,11 @@
 #include "effects/window/EffectHost.h"
 #include "effects/window/EffectState.h"
 #include "effects/window/WindowEffects.h"
+#include "effects/window/WindowPlace.h"
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QKeyEvent>
 
 #include <algorithm>
 
@@ -18,13 +20,11 @@ constexpr int kUsualFontHeight = 16; // pixels, of the 9-point fonts that deskto
 
 } // namespace
 
-EffectWindow::EffectWindow(EffectHost& host, QAction* menuItem) : host_(host), menuItem_(menuItem) {
-    if (menuItem) menuItem->setCheckable(true);
-}
+EffectWindow::EffectWindow(EffectHost& host, QAction* menuItem) : host_(host), menuItem_(menuItem) {}
 
 void EffectWindow::Open() {
     if (host_.Phase != ProgramPhase::Running) return;
-    if (menuItem_) menuItem_->setChecked(true);
+    MarkMenuItem(true);
     if (isVisible() && !closing_) {
         BringToFront();
         Form_OpenedAgain();
@@ -37,8 +37,17 @@ void EffectWindow::Open() {
     setWindowIcon(host_.MainWindow().windowIcon());
     EffectState::Of(*this).RestoreSize(); // of a closing that this overtakes
     Form_Load();
+    if (place_) move(PlaceOnScreens({*place_, frameGeometry().size()}, AvailableScreens()));
     ShowWithFade(*this, host_);
     if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();
+}
+
+void EffectWindow::MarkMenuItem(bool marked) {
+    if (!menuItem_) return;
+    // Beside an item that could be checked some styles draw an empty square.
+    if (marked) menuItem_->setCheckable(true);
+    menuItem_->setChecked(marked);
+    menuItem_->setCheckable(marked);
 }
 
 void EffectWindow::BringToFront() {
@@ -60,6 +69,7 @@ void EffectWindow::closeEvent(QCloseEvent* event) {
     const QPointer<EffectWindow> self = this;
     if (!Form_QueryUnload() || !self) return;
     closing_ = true;
+    if (!isMinimized() && !isMaximized()) place_ = pos();
     QMetaObject::invokeMethod(
         this, [this, opening = opening_] { CloseWithEffects(opening); }, Qt::QueuedConnection);
 }
@@ -75,7 +85,7 @@ void EffectWindow::CloseWithEffects(unsigned opening) {
     close();
     effectsDone_ = false;
     closing_ = false;
-    if (menuItem_) menuItem_->setChecked(false);
+    MarkMenuItem(false);
     emit Closed();
 }
 
@@ -87,7 +97,11 @@ void EffectWindow::RunClosingEffects() {
 }
 
 void EffectWindow::keyPressEvent(QKeyEvent* event) {
-    if (!PressFocusedButton(*this, *event)) QWidget::keyPressEvent(event);
+    // A key that is held down on a message must not close the window behind it, too.
+    if (event->key() == Qt::Key_Escape && !event->isAutoRepeat())
+        close();
+    else if (!PressFocusedButton(*this, *event))
+        QWidget::keyPressEvent(event);
 }
 
 void EffectWindow::changeEvent(QEvent* event) {

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class QAction;
 
 namespace quillbay {
@@ -11,8 +13,8 @@ class EffectHost;
 
 /// Base of every window but the main one: takes the main window's icon, opens modeless with ShowWithFade and
 /// a check mark at its menu item, closes with RunClosingEffects and clears the mark. It is opened again
-/// and again. It has no Qt parent, so that the main window can lie above it: its owner, the main window,
-/// destroys it.
+/// and again, where it was closed, or on a screen that exists. It has no Qt parent, so that the main window
+/// can lie above it: its owner, the main window, destroys it.
 class EffectWindow : public QWidget {
     Q_OBJECT
 
@@ -48,7 +50,7 @@ protected:
     /// Refuses the event; if Form_QueryUnload allows it, runs the closing effects from the event loop and
     /// closes the window then: Qt delivers no second closing, as after a reopening, from inside this handler.
     void closeEvent(QCloseEvent* event) override;
-    /// Enter presses the button that has the focus.
+    /// Enter presses the button that has the focus; Escape closes the window.
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -66,11 +68,13 @@ protected:
 private:
     /// Once: the size in the form is meant for the usual font.
     void GrowWithFont();
+    void MarkMenuItem(bool marked);
     void CloseWithEffects(unsigned opening);
 
     EffectHost& host_;
     QPointer<QAction> menuItem_;
-    unsigned opening_ = 0; ///< counts the openings, so that a closing knows whether it was overtaken
+    std::optional<QPoint> place_; ///< of its frame, when it was closed last
+    unsigned opening_ = 0;        ///< counts the openings, so that a closing knows whether it was overtaken
     bool closing_ = false;
     bool effectsDone_ = false;
 };

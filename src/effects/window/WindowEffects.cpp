@@ -112,10 +112,12 @@ void ShowWithFade(QWidget& window, EffectHost& host) {
     // A compositing manager that has gone since takes the opacity of the last closing along.
     if (!SetWindowAlpha(window, 1)) window.setWindowOpacity(1.0);
     const QSize size = window.size();
+    const QPoint place = window.pos();
     const bool isNew = !window.isVisible();
     if (!run.Yield()) return;
-    // Undoes a late event of the native window that was closed before.
+    // Undoes late events of the native window that was closed before.
     if (isNew) window.resize(size);
+    if (isNew && window.testAttribute(Qt::WA_Moved)) window.move(place);
     if (window.isMinimized())
         window.showNormal();
     else

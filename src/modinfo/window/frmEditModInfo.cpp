@@ -5,6 +5,7 @@
 #include "common/window/QtText.h"
 #include "common/window/RawTextBox.h"
 #include "common/window/ShowMessage.h"
+#include "library/ModFiles.h"
 #include "library/window/LibraryHost.h"
 #include "modinfo/ModInfoWriter.h"
 #include "modinfo/window/DetailsPanel.h"
@@ -76,9 +77,12 @@ void frmEditModInfo::AddBox(Box& box, QLabel& preview, std::string ModInfoCaptio
 void frmEditModInfo::Form_Load() {
     main_.ShowModDetails();
     followed_ = SelectedMod();
+    const ModPath chosen = ChosenMod();
+    const bool isEdited = Texts() != filled_;
     FillCombo();
-    Choose({});
-    FillBoxes({});
+    // What was typed stays, but not for a mod that is no longer the one in the main list.
+    Choose(isEdited && chosen == followed_ ? chosen : ModPath{});
+    if (!isEdited) FillBoxes({});
     ShowPreviews();
 }
 
@@ -132,7 +136,15 @@ void frmEditModInfo::Choose(const ModPath& mod) {
 }
 
 void frmEditModInfo::NamePlace() {
-    ui_->cboMod->setToolTip(PlainToolTip(ui_->cboMod->currentData().toString()));
+    const QString place = ui_->cboMod->currentData().toString();
+    ui_->cboMod->setToolTip(PlainToolTip(place));
+    const QString whyBlank = place.isEmpty()
+                                 ? QStringLiteral("A click on a mod in the main window fills this")
+                                 : QStringLiteral("The file will say nothing here");
+    for (QLineEdit* box : {ui_->txtAuthor, ui_->txtVersion, ui_->txtOtherHeading})
+        box->setPlaceholderText(whyBlank);
+    for (RawTextBox* box : {ui_->txtDescription, ui_->txtOther})
+        box->setPlaceholderText(whyBlank);
 }
 
 ModPath frmEditModInfo::ChosenMod() const { return {FromQString(ui_->cboMod->currentData().toString())}; }
@@ -167,12 +179,15 @@ void frmEditModInfo::cmdMakeFile_Click() {
         return;
     }
     const ModInfoCaptions texts = Texts();
-    if (!Confirmed(this, QStringLiteral("Are you sure you want to make the file?"),
-                   QStringLiteral("Make file?"))) {
-        return;
-    }
     FileSystem& files = main_.GetServices().files;
     const std::string folder = Join(ModsFolder(main_.ProgramDirectory), mod.text);
+    const auto old = FindModInfo(files, folder);
+    if (!Confirmed(this, QStringLiteral("Are you sure you want to make the file?"),
+                   QStringLiteral("Make file?"), QMessageBox::Question,
+                   (old ? QStringLiteral("It replaces the whole of ") : QStringLiteral("It will be ")) +
+                       ShownPath(old.value_or(Join(folder, kModInfoName))))) {
+        return;
+    }
     const ModInfoResult result = WriteModInfo(files, folder, texts);
     if (result.outcome != ModInfoOutcome::Written) {
         main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt is as it was")));
@@ -182,6 +197,7 @@ void frmEditModInfo::cmdMakeFile_Click() {
     main_.ShowOutcome(OutcomeText(QStringLiteral("ModInfo.txt of ") + ui_->cboMod->currentText().trimmed() +
                                   QStringLiteral(" is written")));
     main_.ShowModDetails();
+    filled_ = texts;
     if (SelectedMod() == mod) FillBoxes(panel_.ShownCaptions());
     activateWindow();
 }

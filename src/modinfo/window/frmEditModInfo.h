@@ -57,7 +57,7 @@ private:
     void FollowDetails();
     void FillCombo();
     void Choose(const ModPath& mod);
-    /// The combo box's tool tip tells equally named addons apart.
+    /// The combo box's tool tip tells equally named addons apart; blank boxes say why they are.
     void NamePlace();
     ModPath ChosenMod() const;
     /// The main list's selection; empty for none.

@@ -27,6 +27,7 @@ int DraggedEdge(int edge, int by, int extent) { return edge + by + extent > kKep
 
 void PicturePreview::Show(const QImage& image) {
     setPixmap(QPixmap::fromImage(image));
+    setToolTip(QStringLiteral("%1 x %2 pixels").arg(image.width()).arg(image.height()));
     setVisible(!image.isNull());
     if (!fillsWindow_) return;
     resize(image.size());

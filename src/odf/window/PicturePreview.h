@@ -13,7 +13,7 @@ class PicturePreview : public QLabel {
 public:
     using QLabel::QLabel;
 
-    /// Shows the picture, or nothing when it is null.
+    /// Shows the picture, or nothing when it is null. The tool tip says how large it is.
     void Show(const QImage& image);
     /// Where the picture is while it does not fill the window.
     void SetBox(const QRect& box);

@@ -233,6 +233,14 @@ void frmAnalyzer::ListFolder() {
     ui_->lstFiles->addItems(texts);
 }
 
+void frmAnalyzer::SelectFile(const std::optional<ListedFile>& file) {
+    const auto row = file ? std::ranges::find(listed_, *file) : listed_.end();
+    if (row == listed_.end()) return;
+    const QSignalBlocker quiet(ui_->lstFiles);
+    ui_->lstFiles->setCurrentRow(static_cast<int>(row - listed_.begin()),
+                                 QItemSelectionModel::ClearAndSelect);
+}
+
 void frmAnalyzer::ShowListAtFullHeight() {
     ui_->areaBelowFiles->hide();
     ui_->lstFiles->setMinimumHeight(0);
@@ -315,12 +323,7 @@ void frmAnalyzer::menuLstFilesRightPaste_Click() {
     const ListedFile copied{ClipPath, ClipName};
     const auto error = PasteFile(main_.GetServices().files, copied, selectedFolders_);
     ListFolder();
-    const auto row = remembered ? std::ranges::find(listed_, *remembered) : listed_.end();
-    if (row != listed_.end()) {
-        const QSignalBlocker quiet(ui_->lstFiles);
-        ui_->lstFiles->setCurrentRow(static_cast<int>(row - listed_.begin()),
-                                     QItemSelectionModel::ClearAndSelect);
-    }
+    SelectFile(remembered);
     main_.ShowOutcome(OutcomeText(
         ToQString(copied.name) + (error ? QStringLiteral(" was not pasted") : QStringLiteral(" is pasted"))));
     if (error == std::errc::file_exists)
@@ -334,10 +337,12 @@ void frmAnalyzer::menuLstFilesRightRemove_Click() {
     const auto file = SelectedFile();
     if (!file) return;
     const auto error = RemoveListedFile(main_.GetServices().files, *file);
+    const auto selected = error ? file : FileBeside(listed_, *file);
     ListFolder();
+    SelectFile(selected);
     main_.ShowOutcome(OutcomeText(ToQString(file->name) + (error ? QStringLiteral(" could not be removed")
                                                                  : QStringLiteral(" is removed")))
-                          .Note(ToQString(file->path)));
+                          .Note(ShownPath(file->path)));
     if (error) ShowError(this, WithPath(QStringLiteral("The file could not be removed."), file->path, error));
 }
 

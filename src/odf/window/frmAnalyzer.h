@@ -71,6 +71,8 @@ private:
     void EmptyFileList();
     /// Shows the folder of the node that was clicked last, as it is now.
     void ListFolder();
+    /// Selects the row of the file, if there is one, without showing what is in it.
+    void SelectFile(const std::optional<ListedFile>& file);
     /// The list is as high as the tree, or lets show what lies below it.
     void ShowListAtFullHeight();
     void ShortenList();

@@ -1,6 +1,7 @@
 #include "odf/window/frmOdfChecker.h"
 
 #include "common/window/OutcomeText.h"
+#include "common/window/PlainToolTip.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "library/GameDirectory.h"
@@ -9,10 +10,13 @@
 #include "odf/OdfFile.h"
 #include "odf/OdfRepair.h"
 #include "odf/RaceList.h"
+#include "odf/window/OdfCheckReport.h"
 #include "platform/PathText.h"
 #include "ui_frmOdfChecker.h"
 
 #include <QCloseEvent>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPointer>
 #include <QSignalBlocker>
 
@@ -45,6 +49,15 @@ constexpr char kWait[] = "Please wait while Quillbay checks the odfs\n"
 
 QString FileName(const OdfError& error) { return ToQString(LastComponent(error.path)); }
 
+constexpr qsizetype kLongestToolTip = 8000; // characters: 2 times 15 paths, as a rule
+
+/// The fixed-width font in the size of another one.
+QFont FixedFont(const QFont& size) {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(QFontInfo(size).pointSizeF());
+    return font;
+}
+
 } // namespace
 
 frmOdfChecker::frmOdfChecker(LibraryHost& main, QAction* menuItem)
@@ -73,6 +86,7 @@ void frmOdfChecker::ConnectControls() {
 
 void frmOdfChecker::Form_Load() {
     ShowState(State::Idle);
+    ui_->lblCheckerOutcome->hide();
     ShowGameFolder();
 }
 
@@ -133,7 +147,7 @@ void frmOdfChecker::Run() {
     const QPointer<frmOdfChecker> self = this;
     for (;;) {
         const auto step = run_->Next(Options());
-        if (step == OdfCheckRun::Step::End) return EndRun();
+        if (step == OdfCheckRun::Step::End) return EndRun(true);
         if (step == OdfCheckRun::Step::Error) return StopAtError();
         if (paintClock_.Due()) ShowProgress();
         QCoreApplication::processEvents();
@@ -152,23 +166,20 @@ OdfCheckOptions frmOdfChecker::Options() const {
 
 bool frmOdfChecker::EndIfRequested() {
     if (Host().Phase == ProgramPhase::Running && !closeRequested_) return false;
-    EndRun();
+    EndRun(false);
     if (std::exchange(closeRequested_, false)) close();
     return true;
 }
 
-void frmOdfChecker::EndRun() {
-    TellRun();
+void frmOdfChecker::EndRun(bool isWhole) {
+    const OutcomeText outcome = Describe(*run_, isWhole);
     run_.reset();
     ShowState(State::Idle);
     ui_->cmdStart->setFocus();
-}
-
-void frmOdfChecker::TellRun() {
-    if (!run_ || (run_->Rewritten() == 0 && run_->PassedOver().empty())) return;
-    main_.ShowOutcome(OutcomeText(QStringLiteral("The check of the odf files is over"))
-                          .Count(run_->Rewritten(), QStringLiteral("rid of unused lines"))
-                          .Files(run_->PassedOver(), QStringLiteral("could not be read or written")));
+    main_.ShowOutcome(outcome);
+    ui_->lblCheckerOutcome->setText(outcome.Sentence());
+    ui_->lblCheckerOutcome->setToolTip(PlainToolTip(outcome.ToolTip(), kLongestToolTip));
+    ui_->lblCheckerOutcome->show();
 }
 
 void frmOdfChecker::StopAtError() {
@@ -188,7 +199,7 @@ void frmOdfChecker::ShowOdfError(const OdfError& error) {
     if (isShown) shown_ = ShownOdf{ui_->txtOdf->Text(), error.bytes};
     ui_->txtOdf->setReadOnly(!isShown);
     if (!isShown) {
-        ui_->txtOdf->setPlainText(
+        ShowNote(
             QStringLiteral("This file is larger than 4 MB, has a line of more than 256 KB, or holds bytes "
                            "that this box would change. The error is in line %1.\n"
                            "Repair it in another program and then click on Continue.")
@@ -197,10 +208,13 @@ void frmOdfChecker::ShowOdfError(const OdfError& error) {
     ui_->txtOdf->setFocus();
     ui_->lblErrorType->setText(QStringLiteral("Error type: ") + ToQString(error.check->errorType) +
                                QStringLiteral("\nFile name: ") + FileName(error));
+    ui_->lblErrorType->setToolTip(PlainToolTip(ShownPlace({error.path, error.line})));
 }
 
 bool frmOdfChecker::ShowOdf(const OdfError& error) {
     if (IsTooLargeToShow(error.bytes)) return false;
+    ui_->txtOdf->clear(); // the old text need not be laid out in the other font
+    ui_->txtOdf->setFont(FixedFont(font()));
     ui_->txtOdf->SetText(DecodeSystemText(error.bytes));
     // The rare byte sequences that a code page decodes like others would come back as those.
     if (ui_->txtOdf->FileBytes().bytes != WithLineEnds(error.bytes)) return false;
@@ -236,7 +250,7 @@ bool frmOdfChecker::SaveText() {
         return false;
     }
     shown_ = ShownOdf{ui_->txtOdf->Text(), std::move(encoded.bytes)};
-    main_.ShowOutcome(OutcomeText(FileName(error) + QStringLiteral(" is saved")).Note(ToQString(error.path)));
+    main_.ShowOutcome(OutcomeText(FileName(error) + QStringLiteral(" is saved")).Note(ShownPath(error.path)));
     return true;
 }
 
@@ -258,7 +272,7 @@ void frmOdfChecker::closeEvent(QCloseEvent* event) {
     }
     const QPointer<frmOdfChecker> self = this;
     EffectWindow::closeEvent(event);
-    if (self && IsClosing() && run_) EndRun();
+    if (self && IsClosing() && run_) EndRun(false);
 }
 
 void frmOdfChecker::ShowState(State state) {
@@ -280,9 +294,10 @@ void frmOdfChecker::ShowState(State state) {
     shown_.reset();
     if (idle) {
         ui_->txtOdf->setReadOnly(false);
-        ui_->txtOdf->setPlainText(QLatin1String(kPrompt));
+        ShowNote(QLatin1String(kPrompt));
     }
     if (idle || state == State::Running) ui_->lblErrorType->clear();
+    if (state != State::Stopped) ui_->lblErrorType->setToolTip({});
     if (state == State::Paused) {
         ShowProgress();
         ui_->cmdContinue->setFocus();
@@ -292,10 +307,17 @@ void frmOdfChecker::ShowState(State state) {
 void frmOdfChecker::ShowRunning() {
     ShowState(State::Running);
     ui_->cmdPause->setFocus();
-    ui_->txtOdf->setPlainText(QLatin1String(kWait));
+    ui_->lblCheckerOutcome->hide();
+    ShowNote(QLatin1String(kWait));
     if (run_) return;
     ui_->lblStatus->clear();
     ui_->pgbProgress->setValue(0);
+}
+
+void frmOdfChecker::ShowNote(const QString& text) {
+    ui_->txtOdf->clear();
+    ui_->txtOdf->setFont({});
+    ui_->txtOdf->setPlainText(text);
 }
 
 void frmOdfChecker::ShowProgress() {

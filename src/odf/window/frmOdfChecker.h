@@ -60,9 +60,8 @@ private:
     OdfCheckOptions Options() const;
     /// Ends the run when the window is to close or the program is closing.
     bool EndIfRequested();
-    void EndRun();
-    /// Says in the main window what the run changed and what it could not check.
-    void TellRun();
+    /// Says here and in the main window what the run has come to, the end of the last folder or not.
+    void EndRun(bool isWhole);
     void StopAtError();
     void ShowOdfError(const OdfError& error);
     /// False when the text box cannot show the file, or not without losing a byte.
@@ -74,6 +73,8 @@ private:
     // What is shown in each state
     void ShowState(State state);
     void ShowRunning();
+    /// A text of the window's own in the text box.
+    void ShowNote(const QString& text);
     void ShowProgress();
 
     LibraryHost& main_;

@@ -58,4 +58,6 @@ std::vector<std::string> SearchRoots(std::string_view programDirectory) {
 
 std::string DriveRootText(std::string_view) { return "C:\\"; }
 
+std::string FirstFolder(std::string_view) { return HomeFolder(); }
+
 } // namespace quillbay

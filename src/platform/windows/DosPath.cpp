@@ -55,6 +55,10 @@ std::string DriveRootText(std::string_view programDirectory) {
     return root.size() == 2 && HasDrive(root) ? root + '\\' : root;
 }
 
+std::string FirstFolder(std::string_view programDirectory) {
+    return SearchRoots(programDirectory).front() + '\\';
+}
+
 std::string FindFileInTree(std::string_view root, std::string_view fileName) {
     const auto path = LongPath(root);
     if (!path || fileName.empty()) return {};

@@ -12,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 #include <QWindow>
 
 namespace quillbay {
@@ -56,6 +57,9 @@ void frmChangeT2Dir::Form_Load() {
     ui_->lblCurrent->setText(ToQString(gameDirectory_));
     ui_->txtDir->setText(QStringLiteral("Attempting to find directory. Please wait..."));
     ui_->cmdApply->setEnabled(false);
+    if (!KnowsNoGame() || !ui_->dirListBox->path().isEmpty()) return;
+    const QSignalBlocker quiet(ui_->dirListBox); // nothing is chosen yet
+    ui_->dirListBox->setPath(ToQString(FirstFolder(services_.programDirectory)));
 }
 
 void frmChangeT2Dir::Form_Shown() {
@@ -142,7 +146,7 @@ void frmChangeT2Dir::dirListBox_Change() { ui_->txtDir->setText(ui_->dirListBox-
 void frmChangeT2Dir::txtDir_Change() { ui_->cmdApply->setEnabled(true); }
 
 void frmChangeT2Dir::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape && !event->isAutoRepeat())
         ui_->cmdCancel->click();
     else
         EffectWindow::keyPressEvent(event);

@@ -1,6 +1,7 @@
 #include "effects/window/EffectHost.h"
 #include "effects/window/EffectWindow.h"
 #include "effects/window/WindowEffects.h"
+#include "effects/window/WindowPlace.h"
 #include "platform/window/LayeredWindow.h"
 #include "support/SelectorFixtureWindow.h"
 
@@ -182,6 +183,27 @@ TEST_F(Effects, ShrinksWindowsOfFixedSizeTooAndGivesTheirSizeBack) {
     host.mainWindowOnly = true;
     Close(*window);
     EXPECT_TRUE(window->sizes.empty());
+}
+
+TEST_F(Effects, AWindowOpensWhereItWasOrOnAScreenThatExists) {
+    const QList<QRect> screens{{0, 0, 800, 600}, {800, 0, 400, 300}};
+    for (const auto& [was, is] : std::vector<std::pair<QPoint, QPoint>>{{{-100, 590}, {0, 400}},
+                                                                        {{-220, 0}, {-220, 0}},
+                                                                        {{-221, 0}, {0, 0}},
+                                                                        {{700, 550}, {700, 550}},
+                                                                        {{1300, -40}, {900, 0}}})
+        EXPECT_EQ(PlaceOnScreens({was, QSize(300, 200)}, screens), is) << was.x();
+    EXPECT_EQ(PlaceOnScreens({900, 900, 900, 900}, {}), QPoint(900, 900));
+
+    Open();
+    for (const QPoint place : {QPoint(30, 40), QPoint(90'000, 90'000)}) {
+        window->move(place);
+        Close(*window);
+        window->move(7, 7); // as a window manager may
+        Open();
+        EXPECT_EQ(window->pos() == place, place.x() == 30);
+        EXPECT_TRUE(window->screen()->geometry().contains(window->geometry()));
+    }
 }
 
 TEST_F(Effects, AWindowReopenedWhileItClosesStaysOpenUntilItIsClosedAgain) {

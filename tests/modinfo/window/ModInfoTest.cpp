@@ -134,6 +134,10 @@ TEST_F(ModInfoWindows, TheEditorPreviewsWhatIsTypedOrThePanelAndFollowsTheListWi
     QDir().rename(Path("program/mods/Bravo"), Path("program/mods/Delta"));
     Tick();
     EXPECT_EQ(Shown(), ": typed") << "for no mod that nobody chose";
+    QTest::keyClick(&Author(), Qt::Key_Escape);
+    EXPECT_TRUE(WaitUntilClosed());
+    Item("menuModEdit").trigger();
+    EXPECT_EQ(Shown(), ": typed") << "and kept when the window closes";
     Choose("Delta");
     EXPECT_EQ(SelectedText() + ", " + Shown(), "Delta, Delta: typed");
     Mods().setCurrentRow(0);
@@ -166,6 +170,7 @@ TEST_F(ModInfoWindows, TheEditorWritesTheFileOfTheAddonThatIsChosenByItsPlaceOrK
     EXPECT_FALSE(Exists(file));
     Make();
     EXPECT_EQ(boxes.Seen().back().text, "Are you sure you want to make the file?");
+    EXPECT_EQ(boxes.Seen().back().informative, "It will be " + QDir::toNativeSeparators(Path(file)));
     EXPECT_EQ(Read(file), bytes);
     EXPECT_EQ(Caption("lblModsDescription"), "one\u00A0\u20AC") << "as it is read";
     const QString foreign = QString::fromUtf8("\xD0\x96");

@@ -13,6 +13,14 @@ protected:
         SelectorFixture::Open("menuModOpenOdfChecker", "frmOdfChecker");
     }
     QPlainTextEdit& Text() const { return In<QPlainTextEdit>("txtOdf"); }
+    /// The sentence at the end, and what its tool tip says of ignored errors.
+    QString Outcome() const {
+        const auto& told = Control<QLabel>("lblOutcome");
+        EXPECT_EQ(Caption("lblCheckerOutcome"), told.text());
+        EXPECT_EQ(In<QLabel>("lblCheckerOutcome").toolTip(), told.toolTip());
+        const QString folder = QDir::toNativeSeparators(Path("game/odf/"));
+        return told.text() + told.toolTip().section("ignored:", 1).remove(folder).remove("</div>");
+    }
     QByteArray Usable() const {
         QByteArrayList names;
         for (const char* name :
@@ -51,6 +59,8 @@ TEST_F(OdfChecker, RepairsByContinueAndPassesByIgnore) {
     ASSERT_EQ(Usable(), kStopped);
     if (!Caption("lblErrorType").endsWith("a&b.odf")) Press("cmdIgnore"); // whatever the folder's order
     EXPECT_EQ(Caption("lblErrorType"), "Error type: Incorrect quotation\nFile name: a&b.odf");
+    EXPECT_TRUE(In<QLabel>("lblErrorType").toolTip().contains("b.odf, line 2<"));
+    EXPECT_EQ(Text().font().family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     QTextCursor cursor = Text().textCursor();
     EXPECT_EQ(cursor.selectedText(), QString("race = \"Ter\u2028r\u00A0n "));
     cursor.insertText(cursor.selectedText().replace("n ", "n\" "));
@@ -66,6 +76,9 @@ TEST_F(OdfChecker, RepairsByContinueAndPassesByIgnore) {
     Press("cmdIgnore");
     EXPECT_EQ(Read("game/odf/stations/c.odf"), "tooltip = \"\"\r\n");
     EXPECT_EQ(Usable(), kIdle) << "the last file of the last folder";
+    EXPECT_EQ(Outcome(), "3 files checked: 1 repaired, 2 ignored." +
+                             QDir::toNativeSeparators("\nships/b.odf, line 2\nstations/c.odf, line 1"));
+    EXPECT_EQ(Text().font(), opened->font());
     ASSERT_EQ(boxes.Seen().size(), 3U);
     EXPECT_EQ(boxes.Seen()[2].title, "Tooltip error");
     EXPECT_EQ(boxes.Seen()[2].text, "Unwritten tooltip detected. Please repair.");
@@ -103,11 +116,14 @@ TEST_F(OdfChecker, PausesAndClosesBetweenFiles) {
     Press("cmdContinue");
     ASSERT_TRUE(WaitUntilClosed());
     EXPECT_EQ(rewritten(), 4) << "closed after one file";
+    EXPECT_EQ(Outcome(), "The check was ended after 4 of 5 files, no error: 4 rid of unused lines.");
     Open();
     Press("cmdStart");
     EXPECT_EQ(Usable(), kIdle);
     EXPECT_TRUE(Text().toPlainText().startsWith("Select an odf folder and then click\non the start button"));
     EXPECT_EQ(rewritten(), 5);
+    Press("cmdStart");
+    EXPECT_EQ(Outcome(), "5 files checked, no error.");
 }
 
 TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
@@ -159,7 +175,10 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     EXPECT_EQ(Read(path), "put back by an uninstallation");
     QFile::remove(Path(path));
     MakeFolder(path); // cannot be written
-    boxes.Then(QMessageBox::Save).Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
+    boxes.Then(QMessageBox::Save, [](QMessageBox& box) {
+        EXPECT_TRUE(static_cast<QPushButton*>(box.button(QMessageBox::Save))->isDefault());
+    });
+    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok).Then(QMessageBox::Cancel);
     opened->close();
     opened->close();
     ASSERT_EQ(boxes.Seen().size(), 8U);

@@ -187,7 +187,7 @@ TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
     EXPECT_TRUE(Exists("program/mods/Alpha/sound.wav")) << "no row was selected";
     ClickFile("sound.wav");
     Press('D');
-    EXPECT_EQ(Files(), QStringList{"Sound.wav"});
+    EXPECT_EQ(Files(), QStringList{"Sound.wav *"});
     ClickFile("Sound.wav", Qt::RightButton);
     EXPECT_EQ(Menu(), "&Open &Remove &Copy &Paste-") << "only the other spelling is there";
     Press('V');
@@ -227,6 +227,7 @@ TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
     Command("menuPicRightCopy").trigger();
     EXPECT_EQ(QApplication::clipboard()->pixmap().size(), QSize(300, 200));
     Drag({10, 10}, {50, 40});
+    EXPECT_EQ(picture->toolTip(), "300 x 200 pixels");
     EXPECT_EQ(picture->geometry(), box) << "nothing happens in the normal mode";
     EXPECT_TRUE(tree->isVisible());
 

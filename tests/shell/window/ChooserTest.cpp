@@ -8,7 +8,10 @@ namespace {
 class Chooser : public SelectorFixture {
 protected:
     Chooser() { MakeFolder("Other Copy"); }
-    ~Chooser() override { qunsetenv("WINEPREFIX"); }
+    ~Chooser() override {
+        qunsetenv("WINEPREFIX");
+        qputenv("HOME", home);
+    }
 
     void Open() {
         ASSERT_TRUE(window || Start());
@@ -42,6 +45,7 @@ protected:
     QString Game() const { return QDir::toNativeSeparators(QString::fromStdString(main->GameDirectory)); }
 
     AnswerBoxes boxes;
+    const QByteArray home = qgetenv("HOME");
 };
 
 TEST_F(Chooser, ShowsTheCurrentDirectoryAtEveryOpening) {
@@ -102,10 +106,15 @@ TEST_F(Chooser, TheStartAsksForAMissingGameAndEndsTheProgramWhenTheUserGivesUp) 
 
 TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
     const QString sorry = "Unable to find directory. Please locate manually/install Tempest II.";
+    qputenv("HOME", Path("Other Copy").toUtf8());
+    const QString first = QDir::separator() == '/' ? Path("Other Copy") : Native("program").left(3);
     EXPECT_TRUE(StartWithoutAGame(sorry, [&] { opened->close(); }));
     Open();
     EXPECT_EQ(Typed(), sorry);
     EXPECT_TRUE(opened->isVisible() && opened->isModal());
+    EXPECT_EQ(List().path(), first);
+    QTest::keyClick(&List(), Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([&] { return Typed() == first; })) << "chosen, though the list stands there already";
     QTest::keyClick(opened, Qt::Key_Escape);
     EXPECT_EQ(main->Phase, ProgramPhase::Ended);
 }

@@ -158,24 +158,43 @@ TEST_F(LaunchWindow, OpensFoldersAddressesAndReadmes) {
     EXPECT_EQ(Trigger("menuManagerLaunchNimb"), "https://tempest-universe.example/>");
 }
 
-class Accessible : public SelectorFixture {};
+class Accessible : public SelectorFixture {
+protected:
+    static bool IsReached(const QWidget& control) {
+        static const QSet<QString> neverShown{"lstSortItems", "lstPacker"};
+        return (control.focusPolicy() & Qt::TabFocus) && !neverShown.contains(control.objectName());
+    }
+    QWidget* Opened() const {
+        for (QWidget* shown : QApplication::topLevelWidgets())
+            if (shown->isVisible() && shown != window.get()) return shown;
+        return nullptr;
+    }
+
+    const QByteArrayList openers{"menuManagerCheckInstalledMods",
+                                 "menuManagerFileInstaller",
+                                 "menuManagerFindModifiedFiles",
+                                 "menuManagerOptions",
+                                 "menuModCompatablility",
+                                 "menuModEdit",
+                                 "menuModAnalyzeMod",
+                                 "menuModTechTree",
+                                 "menuModOpenOdfChecker",
+                                 "menuHelpAbout",
+                                 "menuHelpViewReadme",
+                                 "menuHelpChanges",
+                                 "modChangeT2Directory"};
+};
 
 TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
     Write("program/FileList.txt", {});
     ASSERT_TRUE(Start());
-    for (const char* item :
-         {"menuManagerCheckInstalledMods", "menuManagerFileInstaller", "menuManagerFindModifiedFiles",
-          "menuManagerOptions", "menuModCompatablility", "menuModEdit", "menuModAnalyzeMod",
-          "menuModTechTree", "menuModOpenOdfChecker", "menuHelpAbout", "menuHelpViewReadme",
-          "menuHelpChanges", "modChangeT2Directory"})
+    for (const char* item : openers)
         Item(item).trigger();
-    const QSet<QString> neverShown{"lstSortItems", "lstPacker"};
     int windows = 0;
     for (const QWidget* shown : QApplication::topLevelWidgets()) {
         windows += shown->isVisible() && shown->objectName().startsWith("frm");
         for (QWidget* control : shown->findChildren<QWidget*>(QRegularExpression("^(?!qt_)."))) {
-            if (!(control->focusPolicy() & Qt::TabFocus) || neverShown.contains(control->objectName()))
-                continue;
+            if (!IsReached(*control)) continue;
             auto& said = *QAccessible::queryAccessibleInterface(control);
             const bool isBox = qobject_cast<const QComboBox*>(control); // whose name is its text
             EXPECT_FALSE(isBox ? said.relations(QAccessible::Label).empty()
@@ -184,6 +203,26 @@ TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
         }
     }
     EXPECT_EQ(windows, 14);
+}
+
+TEST_F(Accessible, EscapeClosesEveryWindowFromEveryControl) {
+    Write("program/FileList.txt", {});
+    MakeFolder("game/odf");
+    ASSERT_TRUE(Start());
+    for (const char* item : openers) {
+        Item(item).trigger();
+        QWidget* shown = Opened();
+        ASSERT_TRUE(shown) << item;
+        for (QWidget* control : shown->findChildren<QWidget*>()) {
+            if (shown->isHidden()) Item(item).trigger();
+            if (!IsReached(*control) || !control->isVisible() || !control->isEnabled()) continue;
+            QTest::keyClick(control, Qt::Key_Escape);
+            ASSERT_TRUE(WaitFor([&] { return shown->isHidden(); })) << qPrintable(control->objectName());
+        }
+        shown->close();
+        EXPECT_TRUE(WaitFor([&] { return shown->isHidden(); }));
+        EXPECT_FALSE(Item(item).isCheckable()) << item << " looks as before";
+    }
 }
 
 } // namespace
