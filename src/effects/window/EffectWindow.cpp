@@ -35,7 +35,7 @@ void EffectWindow::Open() {
     const unsigned opening = ++opening_;
     const QPointer<EffectWindow> self = this;
     setWindowIcon(host_.MainWindow().windowIcon());
-    EffectState::Of(*this).RestoreSize(); // of a closing that this overtakes
+    EffectState::Of(*this).RestoreSize(); // a closing may have taken it and still run
     Form_Load();
     ShowWithFade(*this, host_);
     if (self && opening == opening_ && isVisible() && !closing_) Form_Shown();

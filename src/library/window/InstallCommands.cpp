@@ -74,11 +74,13 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
     return job;
 }
 
-bool InstallCommands::ModStillThere(const ModJob& job) {
-    main_.RefreshModList({.hideProgress = true, .keepControls = true, .keepDetails = true});
+bool InstallCommands::ModStillThere(const ModJob& job, BusyGuard& busy) {
+    main_.RefreshModList({.keepControls = true, .keepDetails = true});
     if (ModExists(files_, job.modsFolder, job.mod)) return true;
     // The list has selected another mod meanwhile.
     main_.ShowModDetails();
+    busy.ShowArrow();
+    TellFolderGone(window_);
     return false;
 }
 
@@ -106,11 +108,7 @@ void InstallCommands::InstallMod() {
             return;
         }
         busy.ShowHourglass();
-        if (!ModStillThere(*job)) {
-            busy.ShowArrow();
-            TellFolderGone(window_);
-            return;
-        }
+        if (!ModStillThere(*job, busy)) return;
         main_.SetMainMenusEnabled(false);
         const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         result = CopyMod(*job, [&busy] { busy.SetCaption(QStringLiteral("Copying files")); });
@@ -157,16 +155,12 @@ void InstallCommands::UninstallMod() {
             return;
         }
         busy.ShowHourglass();
-        if (!ModStillThere(*job)) {
-            busy.ShowArrow();
-            TellFolderGone(window_);
-            return;
-        }
+        if (!ModStillThere(*job, busy)) return;
         busy.SetCaption(QStringLiteral("Uninstalling"));
         main_.SetMainMenusEnabled(false);
         const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         result = TakeModOut(*job, [&busy](const QString& caption) { busy.SetCaption(caption); });
-        main_.RefreshModList({.hideProgress = true, .keepControls = true});
+        main_.RefreshModList({.keepControls = true});
     }
     main_.ShowOutcome(Describe(result, name));
     if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(window_, why);

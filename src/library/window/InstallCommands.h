@@ -14,6 +14,7 @@ class QWidget;
 
 namespace quillbay {
 
+class BusyGuard;
 class FileSystem;
 class LibraryHost;
 struct InstallResult;
@@ -39,7 +40,7 @@ public:
 
 private:
     std::optional<ModJob> JobForSelection(QString& displayName);
-    bool ModStillThere(const ModJob& job);
+    bool ModStillThere(const ModJob& job, BusyGuard& busy);
     InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
     UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption);
 

@@ -40,7 +40,7 @@ public:
     void ShowNoGame();
 
 private:
-    void CountGameFiles(const RefreshOptions& options);
+    void CountGameFiles();
 
     LibraryHost& main_;
     const ModListControls controls_;
