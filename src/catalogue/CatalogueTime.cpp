@@ -37,7 +37,7 @@ public:
     }
     void Expect(char mark) { failed_ |= !Take(mark); }
     bool TakeWord(std::string_view word) {
-        if (!EqualFolded(rest_.substr(0, word.size()), word)) return false;
+        if (!StartsFolded(rest_, word)) return false;
         rest_.remove_prefix(word.size());
         SkipBlanks();
         return true;

@@ -6,23 +6,9 @@
 #include "platform/CaseFold.h"
 #include "platform/CodePage.h"
 #include "platform/FileSystem.h"
-
-#include <charconv>
-#include <optional>
+#include "platform/NumberText.h"
 
 namespace quillbay {
-
-namespace {
-
-std::optional<std::uint64_t> ParseSize(std::string_view text) {
-    text = TrimBlanks(text);
-    std::uint64_t size = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), size);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return size;
-}
-
-} // namespace
 
 FileCatalogue::FileCatalogue(std::string_view bytes) {
     std::size_t position = kGameFolderCount;
@@ -33,7 +19,7 @@ FileCatalogue::FileCatalogue(std::string_view bytes) {
             hasHeading_ |= heading != kGameFolderCount;
         },
         [&](const ListedRecord& record) {
-            const auto size = ParseSize(record.size);
+            const auto size = ParseNumber<std::uint64_t>(TrimBlanks(record.size));
             const auto modified = ParseCatalogueTime(record.modified);
             if (position == kGameFolderCount || record.name.empty() || !size || !modified) return;
             folders_[position].try_emplace(FoldCase(DecodeSystemText(record.name)), Record{*size, *modified});

@@ -34,7 +34,7 @@ bool IsPhoton(const LooseFile& file) {
 }
 bool IsPulse(const LooseFile& file) { return ContainsText(file.name, "pulse"); }
 
-bool StartsWithT2(const LooseFile& file) { return EqualFolded(file.name.substr(0, 2), "t2"); }
+bool StartsWithT2(const LooseFile& file) { return StartsFolded(file.name, "t2"); }
 bool IsAiConfig(const LooseFile& file) { return EqualFolded(file.name, "strategic_ai_config.txt"); }
 bool IsAnimation(const LooseFile& file) {
     return StartsWithT2(file) || std::ranges::find(kIntros, file.name) != kIntros.end();

@@ -6,6 +6,5 @@ namespace quillbay {
 inline constexpr int kTwipsPerPixel = 15;
 
 constexpr int TwipsToPixels(int twips) { return twips / kTwipsPerPixel; }
-constexpr int PixelsToTwips(int pixels) { return pixels * kTwipsPerPixel; }
 
 } // namespace quillbay

@@ -1,6 +1,7 @@
 #include "common/modMisc.h"
 
 #include "platform/CaseFold.h"
+#include "platform/NumberText.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -12,8 +13,6 @@
 namespace quillbay {
 
 namespace {
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Reads a number's characters one by one, passing over blanks wherever they stand.
 class NumberReader {

@@ -21,8 +21,7 @@ bool HasDrive(std::string_view name) {
 std::optional<LeftOutReason> WhyNot(std::string_view name) {
     const auto isName = [name](std::string_view other) { return EqualFolded(name, other); };
     if (isName(kBackupName)) return LeftOutReason::Backup;
-    if (std::ranges::any_of(kClutter, isName) ||
-        EqualFolded(name.substr(0, kLeftoverPrefix.size()), kLeftoverPrefix))
+    if (std::ranges::any_of(kClutter, isName) || StartsFolded(name, kLeftoverPrefix))
         return LeftOutReason::Clutter;
     if (FindNameFault(name) != NameFault::None) return LeftOutReason::Name;
     return std::nullopt;

@@ -11,7 +11,7 @@ namespace quillbay {
 
 /// Where an entry of an archive belongs, by its name alone.
 struct EntryPlace {
-    bool leadsOut = false;                ///< out of whatever folder it is unpacked into
+    bool leadsOut = false;                ///< the name leads out of the folder that it is unpacked into
     std::vector<std::string_view> names;  ///< of the folders and of itself; parts of the entry's name
     std::optional<LeftOutReason> leftOut; ///< why it is no part of a mod,
     std::size_t leftOutAt = 0;            ///< which of the names says so

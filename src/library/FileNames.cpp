@@ -29,7 +29,7 @@ bool IsDevice(std::string_view name) {
     const auto stem = base.substr(0, base.find_last_not_of(' ') + 1);
     const auto isStem = [stem](std::string_view device) { return EqualFolded(stem, device); };
     if (std::ranges::any_of(kDevices, isStem)) return true;
-    const auto isPort = [stem](std::string_view port) { return EqualFolded(stem.substr(0, 3), port); };
+    const auto isPort = [stem](std::string_view port) { return StartsFolded(stem, port); };
     return stem.size() > 3 && std::ranges::any_of(kPorts, isPort) &&
            std::ranges::find(kPortNumbers, stem.substr(3)) != kPortNumbers.end();
 }

@@ -1,10 +1,10 @@
 #include "library/InstallRecord.h"
 
 #include "library/GameFolders.h"
+#include "platform/NumberText.h"
 #include "platform/PathText.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace quillbay {
 
@@ -55,8 +55,9 @@ std::optional<std::string> Unescaped(std::string_view text) {
 
 template <typename Number>
 bool ReadNumber(std::string_view text, Number& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
+    const auto parsed = ParseNumber<Number>(text);
+    number = parsed.value_or(number);
+    return parsed.has_value();
 }
 
 /// Takes what stands before the first `separator`, which is left out; all of it when there is none.

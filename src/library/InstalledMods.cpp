@@ -25,7 +25,7 @@ public:
         const bool isListed = path == listed_.path;
         const auto listedNow = isListed ? std::vector<DirEntry>() : List(folder);
         const auto& entries = isListed ? listed_.entries : listedNow;
-        const auto addons = withAddons ? FindEntry(entries, "Addon", EntryKind::Folder) : nullptr;
+        const auto addons = withAddons ? FindEntry(entries, kAddonName, EntryKind::Folder) : nullptr;
         if (addons) VisitAddons(path, Join(folder, addons->name));
         if (FindEntry(entries, kTempBackup, EntryKind::Folder))
             found_.leftovers.push_back(Join(folder, kTempBackup));

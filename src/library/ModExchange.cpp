@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kWaiting = "new";
 constexpr std::string_view kReplaced = "old";
 
-/// What is not known is an error: here a wrong no would cost files of the game.
+/// A question that fails is an error, not a no, which would cost files of the game here.
 Result<bool> Exists(const FileSystem& files, std::string_view path) {
     const auto found = files.Stat(path);
     if (found) return true;
@@ -72,7 +72,8 @@ std::error_code MoveKeptAddons(FileSystem& files, const std::string& from, const
     return {};
 }
 
-/// Of one version of a mod to the other; the same brings it back.
+/// Moves the game's files from one version of a mod to the other; called the other way round it brings them
+/// back.
 std::error_code MoveKept(FileSystem& files, const std::string& from, const std::string& to) {
     const auto entries = files.List(from, Detail::Names);
     if (!entries) return entries.Error();
@@ -81,7 +82,7 @@ std::error_code MoveKept(FileSystem& files, const std::string& from, const std::
     if (!addons) return {};
     const std::string fromAddons = Join(from, addons->name);
     const std::string toAddons = Join(to, addons->name);
-    // What a link leads to stays where it is.
+    // A link is moved itself; what it leads to stays where it is.
     return addons->isLink ? MoveKeptAddon(files, fromAddons, toAddons, true)
                           : MoveKeptAddons(files, fromAddons, toAddons);
 }

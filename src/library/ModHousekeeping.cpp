@@ -1,5 +1,6 @@
 #include "library/ModHousekeeping.h"
 
+#include "library/FileNames.h"
 #include "library/FolderMaker.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
@@ -30,7 +31,7 @@ void RemoveKnownFiles(FileSystem& files, const std::string& modFolder, const Rem
         for (const ListedFolder& folder : atPosition) {
             for (const DirEntry& entry : folder.entries) {
                 if (!entry.IsPlainFile()) continue;
-                // What stays here meets the removal of the tree.
+                // A file that stays is tried again with the whole tree, which reports it.
                 Ignore(files.RemoveFile(Join(folder.path, entry.name)));
                 progress(++done, total);
             }
@@ -60,6 +61,27 @@ std::optional<std::string> FindMount(const FileSystem& files, const std::string&
 }
 
 } // namespace
+
+NewFolderOutcome CheckModName(const FileSystem& files, std::string_view modsFolder, std::string_view name) {
+    const NameFault fault = FindNameFault(name);
+    if (fault == NameFault::Character) return NewFolderOutcome::InvalidCharacter;
+    // The list could not show these names as mods.
+    if (fault == NameFault::Changed || IsAddonRow(name) || name == kNoModsRow ||
+        name.starts_with(kLeftoverPrefix))
+        return NewFolderOutcome::InvalidName;
+    if (fault == NameFault::TooLong) return NewFolderOutcome::Failed;
+    const auto found = files.Stat(Join(modsFolder, name));
+    if (found) return NewFolderOutcome::Exists;
+    // A look-up that failed does not say that the name is free: it may be there in another letter case.
+    const bool isMissing = found.Error() == std::errc::no_such_file_or_directory;
+    return isMissing ? NewFolderOutcome::Made : NewFolderOutcome::Failed;
+}
+
+NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view modsFolder, std::string_view name) {
+    const auto outcome = CheckModName(files, modsFolder, name);
+    if (outcome != NewFolderOutcome::Made) return outcome;
+    return files.MakeFolder(Join(modsFolder, name)) ? NewFolderOutcome::Failed : NewFolderOutcome::Made;
+}
 
 SubfolderResult MakeSubfolders(FileSystem& files, const std::string& modFolder) {
     OwnTree own(files);

@@ -3,6 +3,7 @@
 #include "library/FolderSource.h"
 #include "library/InstalledMods.h"
 #include "library/ModExchange.h"
+#include "library/ModHousekeeping.h"
 #include "library/ModJob.h"
 #include "library/ModRows.h"
 #include "platform/PathText.h"
@@ -62,7 +63,7 @@ IntakeFailure ModIntake::Unpack(const std::string& path, const IntakeLimits& lim
     return layout_.mods.empty() ? IntakeFailure{IntakeProblem::Empty, {}, {}} : IntakeFailure{};
 }
 
-/// An empty folder of our own: what an earlier time has left there must not get into a mod.
+/// Makes the staging folder, which must be empty: what an earlier run has left there must not get into a mod.
 IntakeFailure ModIntake::MakeStaging() {
     IntakeFailure failure;
     for (const std::string& place : StagingPlaces(files_, modsFolder_)) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "library/ModUnpacker.h"
-#include "library/NewModFolder.h"
 #include "platform/Archive.h"
 #include "platform/FileSystem.h"
 
@@ -39,7 +38,7 @@ public:
     ModIntake& operator=(const ModIntake&) = delete;
     ~ModIntake();
 
-    /// The one of `path`, an archive or a folder.
+    /// Unpacks `path`, an archive or a folder.
     IntakeFailure Unpack(const std::string& path, const IntakeLimits& limits, const IntakeProgress& progress);
     /// What has been unpacked.
     const ModLayout& Layout() const { return layout_; }

@@ -5,6 +5,7 @@
 #include "library/ModFiles.h"
 #include "library/ModRows.h"
 #include "platform/CaseFold.h"
+#include "platform/NumberText.h"
 #include "platform/PathText.h"
 
 #include <algorithm>
@@ -34,9 +35,7 @@ const Names& FirstParts() {
 
 /// What describes a mod belongs into its folder itself.
 bool IsDescription(std::string_view name) {
-    constexpr std::string_view kPicture = "ModPic.";
-    return EqualFolded(name, kModInfoName) || EqualFolded(name.substr(0, kPicture.size()), kPicture) ||
-           ContainsText(name, "readme");
+    return EqualFolded(name, kModInfoName) || StartsFolded(name, "ModPic.") || ContainsText(name, "readme");
 }
 
 /// The folder of a mod, or of an addon, that takes what is neither the game's nor the mod's description.
@@ -206,14 +205,12 @@ private:
     ModLayout layout_;
 };
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// ` (1)`, as a browser or a file manager adds.
 std::string_view WithoutCopyNumber(std::string_view name) {
     const auto open = name.rfind('(');
     if (!name.ends_with(')') || open == std::string_view::npos || name.size() - open < 3) return name;
     const auto number = name.substr(open + 1, name.size() - open - 2);
-    return std::ranges::all_of(number, IsDigit) ? name.substr(0, open) : name;
+    return IsDigits(number) ? name.substr(0, open) : name;
 }
 
 /// `_v1.2`, `-1.0.3b`: behind a separator, with a `v` or a point.
@@ -234,7 +231,7 @@ std::string_view WithoutEnding(std::string_view name) {
     constexpr std::string_view kEndings[] = {".tar.gz", ".tar.bz2", ".tar.xz", ".tgz", ".tbz2", ".tbz",
                                              ".txz",    ".tar",     ".zip",    ".7z",  ".rar",  ".exe"};
     for (const auto ending : kEndings)
-        if (name.size() > ending.size() && EqualFolded(name.substr(name.size() - ending.size()), ending))
+        if (name.size() > ending.size() && EndsFolded(name, ending))
             return name.substr(0, name.size() - ending.size());
     return name;
 }

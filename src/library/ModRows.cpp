@@ -19,7 +19,7 @@ ModPath PathOfModRow(std::string_view row) {
 
 ModPath PathOfAddonRow(const ModPath& mod, std::string_view row) {
     const std::string_view addon = DisplayName(row);
-    // Without a name of its own the path would mean all addons of the mod.
+    // With an empty name the path would be that of the folder of all addons.
     if (mod.Empty() || addon.empty()) return {};
     return {Join(Join(mod.text, kAddonName), addon)};
 }
@@ -73,8 +73,8 @@ std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view mod
     std::vector<ModRow> rows;
     ModPath mod;
     for (std::string& name : ModNames(files, modsFolder, order)) {
-        // A mod named like an addon row stands for whatever a reader of the rows takes it for. Its addons
-        // would be taken for those of the mod above, so they are not listed.
+        // The row of a mod whose name begins with four blanks reads as an addon of the mod above. Its own
+        // addons would read so as well, and are not listed.
         if (IsAddonRow(name)) {
             ModPath path = PathOfAddonRow(mod, name);
             rows.push_back({std::move(name), std::move(path)});

@@ -13,7 +13,7 @@ namespace quillbay {
 
 namespace {
 
-/// What a file takes of the disk is a multiple of this, nearly everywhere.
+/// Nearly every file system gives a file its room in multiples of this.
 constexpr std::uint64_t kDiskBlock = 4096;
 
 std::string JoinNames(std::span<const std::string_view> names) {
@@ -134,8 +134,8 @@ private:
         return error ? WriteFailure(error, path) : IntakeFailure{};
     }
 
-    /// Reads what is left out too: it has to be passed over, and that must neither take for ever nor hide a
-    /// damage.
+    /// Reads the entries that are left out as well: the reader has to pass over their bytes, which must
+    /// neither take for ever nor hide a damage.
     IntakeFailure TakeBytes(const ArchiveEntry& entry, FileWriter* writer) {
         if (entry.kind != EntryKind::File) return {};
         std::uint64_t size = 0;
@@ -152,7 +152,7 @@ private:
             }
             if (!GoesOn()) return {IntakeProblem::Stopped, {}, {}};
         }
-        // Some readers end early and take that for the end.
+        // Some readers take an early end of the data for the end of the entry.
         if (entry.size && *entry.size != size) return {IntakeProblem::Unreadable, ArchiveError::Broken, {}};
         if (writer && !UseRoom(kDiskBlock)) return {IntakeProblem::NoRoom, {}, {}};
         return {};

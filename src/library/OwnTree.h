@@ -2,7 +2,7 @@
 
 #include "platform/FileSystemWrapper.h"
 
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillbay {
@@ -14,13 +14,7 @@ public:
     using FileSystemWrapper::FileSystemWrapper;
 
     Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override;
-    /// The folder that holds it must have been listed.
     std::error_code MakeFolder(std::string_view folder) override;
-
-private:
-    bool LeadsOut(const std::string& path, const DirEntry& entry) const;
-
-    mutable std::vector<std::string> hidden_; ///< paths of what listings left out
 };
 
 } // namespace quillbay

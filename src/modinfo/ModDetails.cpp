@@ -19,10 +19,7 @@ constexpr std::string_view kJpegName = "ModPic.jpg";
 constexpr std::string_view kPicturePrefix = "ModPic.";
 constexpr std::string_view kReadmePart = "readme";
 
-bool IsPictureName(std::string_view name) {
-    return name.size() >= kPicturePrefix.size() &&
-           EqualFolded(name.substr(0, kPicturePrefix.size()), kPicturePrefix);
-}
+bool IsPictureName(std::string_view name) { return StartsFolded(name, kPicturePrefix); }
 
 void AddPictures(ModDetails& details, const std::string& folder, const std::vector<DirEntry>& plainFiles) {
     const auto isNamed = [](std::string_view name) {
@@ -57,7 +54,7 @@ std::optional<std::uint64_t> MeasureMod(const FileSystem& files, const std::stri
     const auto whole = files.TreeSize(folder);
     if (!whole) return std::nullopt;
     std::uint64_t kept = MeasureKept(files, folder, entries);
-    const auto* addons = FindEntry(entries, "Addon", EntryKind::Folder);
+    const auto* addons = FindEntry(entries, kAddonName, EntryKind::Folder);
     if (addons && !addons->isLink) {
         const auto addonFolder = Join(folder, addons->name);
         for (const auto& addon : files.List(addonFolder, Detail::Names).ValueOr({})) {

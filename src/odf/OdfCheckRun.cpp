@@ -65,7 +65,7 @@ OdfCheckRun::Step OdfCheckRun::Next(const OdfCheckOptions& options) {
     if (!EnterFolderWithFiles()) return Step::End;
     current_ = waiting_[next_++];
     currentCounts_ = false;
-    // A file that is met again gets its chance.
+    // A file that could not be read may be readable when it is met again.
     if (!passedOver_.empty() && passedOver_.back() == current_) passedOver_.pop_back();
     if (auto bytes = ReadOdf(files_, current_)) {
         if (auto failed = CheckFile(*bytes, options)) {

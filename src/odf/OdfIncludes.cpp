@@ -35,7 +35,7 @@ bool Holds(std::span<const std::string_view> names, std::string_view name) {
 void NoteLine(std::string_view line, OdfClasses& found) {
     line = TrimBlanks(line);
     if (line.size() < kBeforeName.size() + kAfterName.size()) return;
-    if (!EqualFolded(line.substr(0, kBeforeName.size()), kBeforeName)) return;
+    if (!StartsFolded(line, kBeforeName)) return;
     line.remove_prefix(kBeforeName.size());
     if (!EndsFolded(line, kAfterName)) return;
     const auto name = line.substr(0, line.size() - kAfterName.size());

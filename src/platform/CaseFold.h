@@ -13,6 +13,11 @@ std::string FoldCase(std::string_view name);
 /// FoldCase(a) == FoldCase(b), without making the two strings where both are ASCII.
 bool EqualFolded(std::string_view a, std::string_view b);
 
+/// True when `text` begins with `start`, letter case ignored.
+inline bool StartsFolded(std::string_view text, std::string_view start) {
+    return EqualFolded(text.substr(0, start.size()), start);
+}
+
 /// True when `text` ends in `ending`, letter case ignored.
 inline bool EndsFolded(std::string_view text, std::string_view ending) {
     return text.size() >= ending.size() && EqualFolded(text.substr(text.size() - ending.size()), ending);

@@ -1,6 +1,7 @@
 #include "platform/SystemReg.h"
 
 #include "platform/CaseFold.h"
+#include "platform/NumberText.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ constexpr std::pair<char, char16_t> kEscapes[] = {
 
 int DigitOf(char c, int base) {
     int digit = base;
-    if (c >= '0' && c <= '9') digit = c - '0';
+    if (IsDigit(c)) digit = c - '0';
     if (c >= 'a' && c <= 'f') digit = c - 'a' + 10;
     if (c >= 'A' && c <= 'F') digit = c - 'A' + 10;
     return digit < base ? digit : -1;
@@ -126,7 +127,7 @@ std::size_t BytesBeforeKey(std::string_view bytes) {
 
 SystemRegSearch::SystemRegSearch(std::string_view key, std::string_view valueName) : valueName_(valueName) {
     keys_[0] = key;
-    if (key.size() > kSoftware.size() && EqualFolded(key.substr(0, kSoftware.size()), kSoftware)) {
+    if (key.size() > kSoftware.size() && StartsFolded(key, kSoftware)) {
         keys_[1] = std::string(kSoftware).append(kView32).append(key.substr(kSoftware.size()));
     }
 }

@@ -39,9 +39,8 @@ QString WhyNothing(FileActionRefusal::Cause cause) {
 QString FirstOf(const std::vector<std::string>& files, const QString& one, const QString& several,
                 const std::error_code& error = {}) {
     if (files.empty()) return {};
-    const QString sentence = files.size() == 1 ? QStringLiteral("1 file ") + one
-                                               : QString::number(files.size()) + QStringLiteral(" files ") +
-                                                     several + QStringLiteral(". The first of them");
+    const QString sentence = FileCount(files.size()) + u' ' +
+                             (files.size() == 1 ? one : several + QStringLiteral(". The first of them"));
     return WithPath(sentence + u':', files.front(), error);
 }
 

@@ -6,10 +6,13 @@
 
 namespace quillbay {
 
+QString FileCount(std::size_t files) {
+    return files == 1 ? QStringLiteral("1 file") : QString::number(files) + QStringLiteral(" files");
+}
+
 OutcomeText& OutcomeText::Count(std::size_t files, const QString& what) {
     if (files == 0) return *this;
-    const QString noun = files == 1 ? QStringLiteral("file ") : QStringLiteral("files ");
-    counts_ << QString::number(files) + u' ' + (counts_.isEmpty() ? noun : QString()) + what;
+    counts_ << (counts_.isEmpty() ? FileCount(files) : QString::number(files)) + u' ' + what;
     return *this;
 }
 

@@ -9,6 +9,9 @@
 
 namespace quillbay {
 
+/// "1 file", "212 files".
+QString FileCount(std::size_t files);
+
 /// What a command did, in one sentence with counts, and the files concerned below it.
 class OutcomeText {
 public:

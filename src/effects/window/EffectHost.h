@@ -22,8 +22,8 @@ public:
     std::uint8_t FadeIntensity = 237; ///< opacity that windows fade in to and out from; 0 fades in to 255
     std::uint8_t FadeSpeed = 1;       ///< opacity step of a window as large as the main window
 
-    /// Whatever lets events run looks here afterwards and goes on only while the program runs. Ended is set
-    /// by CloseProgramWithEffects and by whoever ends the program in another way.
+    /// Code that lets events run must read this afterwards, and go on only while it is Running: an event may
+    /// have closed the program. CloseProgramWithEffects sets Ended, as does every other end of the program.
     ProgramPhase Phase = ProgramPhase::Running;
 
     /// The check marks of the Smooth closing submenu.

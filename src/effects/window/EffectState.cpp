@@ -62,10 +62,10 @@ void EffectState::GiveSizeBack() {
 }
 
 bool EffectState::eventFilter(QObject* watched, QEvent* event) {
-    // A spontaneous one is a window that was minimised.
+    // The system hides a window by itself when it is minimised; that is no closing.
     if (watched == &window_ && event->type() == QEvent::Hide && !event->spontaneous()) {
         RestoreCaption();
-        // Not forgotten yet: a late event of the closed native window may bring its last size again.
+        // The size is kept: a late event of the closed native window may bring its last size again.
         GiveSizeBack();
     }
     return false;

@@ -35,7 +35,7 @@ void EffectWindow::Open() {
     const unsigned opening = ++opening_;
     const QPointer<EffectWindow> self = this;
     setWindowIcon(host_.MainWindow().windowIcon());
-    EffectState::Of(*this).RestoreSize(); // of a closing that this overtakes
+    EffectState::Of(*this).RestoreSize(); // a closing may have taken it and still run
     Form_Load();
     if (place_) move(PlaceOnScreens({*place_, frameGeometry().size()}, AvailableScreens()));
     ShowWithFade(*this, host_);

@@ -109,7 +109,7 @@ void ShowWithFade(QWidget& window, EffectHost& host) {
     state.RestoreCaption();
     state.RestoreSize();
     EffectRun run(window, &host);
-    // A compositing manager that has gone since takes the opacity of the last closing along.
+    // The last closing left the window transparent. Without the compositing manager it would stay so.
     if (!SetWindowAlpha(window, 1)) window.setWindowOpacity(1.0);
     const QSize size = window.size();
     const QPoint place = window.pos();

@@ -104,7 +104,7 @@ void frmOptions::cmdTest_Click() {
 
 void frmOptions::RunClosingEffects() {
     const QPointer<frmOptions> self = this;
-    // Opened again meanwhile the window would no longer know what the others show.
+    // If this window were opened again meanwhile, it would forget which intensity the others show.
     const int shownByOthers = ShownOpacity(IntensityAtLoad);
     FadeOut(*this, Host());
     if (self)

@@ -6,8 +6,8 @@
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
 #include "library/ModHousekeeping.h"
-#include "library/NewModFolder.h"
 #include "library/window/LibraryHost.h"
+#include "library/window/ModNameQuestion.h"
 #include "platform/PathText.h"
 
 #include <QAction>
@@ -87,35 +87,27 @@ void HousekeepingCommands::RemoveMod() {
 
 void HousekeepingCommands::MakeNewModFolder() {
     if (!main_.CanStart(controls_.newFolderItem)) return;
-    const auto answer = AskText(window_, QStringLiteral("Please enter the name of the folder."),
-                                QStringLiteral("Make new folder"));
-    if (!answer || answer->isEmpty()) return;
+    const auto answer = AskModName(window_);
+    if (!answer) return;
     PrepareModsFolder(files_, main_.ProgramDirectory);
-    const ModPath made{FromQString(*answer)};
+    const ModPath made{*answer};
     switch (MakeModFolder(files_, ModsFolder(main_.ProgramDirectory), made.text)) {
     case NewFolderOutcome::Made:
-        main_.ShowOutcome(
-            OutcomeText(QStringLiteral("The mod folder ") + *answer + QStringLiteral(" is made")));
+        main_.ShowOutcome(OutcomeText(QStringLiteral("The mod folder ") + ToQString(made.text) +
+                                      QStringLiteral(" is made")));
         break;
     case NewFolderOutcome::Exists:
         ShowMessage(window_, QStringLiteral("Folder already exists."));
         return;
     case NewFolderOutcome::InvalidName:
-        ShowMessage(window_, QStringLiteral("Invalid name."));
+        TellInvalidName(window_);
         return;
     case NewFolderOutcome::InvalidCharacter:
     case NewFolderOutcome::Failed:
-        ShowError(window_,
-                  QStringLiteral("An error has occurred. It is possible that you have entered invalid "
-                                 "characters. Please enter a different name."));
+        TellInvalidCharacters(window_);
         return;
     }
-    main_.RefreshModList(
-        {.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
-    const auto before = main_.SelectedMod();
-    main_.SelectMod(made);
-    // Another row's selection shows its details by itself.
-    if (before && before->path == made) main_.ShowModDetails();
+    main_.ShowNewMod(made);
 }
 
 std::optional<std::string> HousekeepingCommands::FolderForSubfolders(const QAction& item,

@@ -76,11 +76,13 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
     return job;
 }
 
-bool InstallCommands::ModStillThere(const ModJob& job) {
-    main_.RefreshModList({.hideProgress = true, .keepControls = true, .keepDetails = true});
+bool InstallCommands::ModStillThere(const ModJob& job, BusyGuard& busy) {
+    main_.RefreshModList({.keepControls = true, .keepDetails = true});
     if (ModExists(files_, job.modsFolder, job.mod)) return true;
     // The list has selected another mod meanwhile.
     main_.ShowModDetails();
+    busy.ShowArrow();
+    TellFolderGone(window_);
     return false;
 }
 
@@ -108,11 +110,7 @@ void InstallCommands::InstallMod() {
             return;
         }
         busy.ShowHourglass();
-        if (!ModStillThere(*job)) {
-            busy.ShowArrow();
-            TellFolderGone(window_);
-            return;
-        }
+        if (!ModStillThere(*job, busy)) return;
         main_.SetMainMenusEnabled(false);
         const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         result = CopyMod(*job, [&busy] { busy.SetCaption(QStringLiteral("Copying files")); });
@@ -159,18 +157,14 @@ void InstallCommands::UninstallMod() {
             return;
         }
         busy.ShowHourglass();
-        if (!ModStillThere(*job)) {
-            busy.ShowArrow();
-            TellFolderGone(window_);
-            return;
-        }
+        if (!ModStillThere(*job, busy)) return;
         busy.SetCaption(QStringLiteral("Uninstalling"));
         main_.SetMainMenusEnabled(false);
         const auto menusBack = qScopeGuard([this] { main_.SetMainMenusEnabled(true); });
         ShownProgress progress(controls_.progress);
         result = TakeModOut(
             *job, [&busy](const QString& caption) { busy.SetCaption(caption); }, progress);
-        main_.RefreshModList({.hideProgress = true, .keepControls = true});
+        main_.RefreshModList({.keepControls = true});
     }
     main_.ShowOutcome(Describe(result, name));
     if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(window_, why);
@@ -197,7 +191,7 @@ void InstallCommands::UninstallAll(QWidget& asking) {
                        DescribeOrder(mods, files_.RealPath(main_.GameDirectory).ValueOr({}))))
             return;
         summary = TakeModsOut(mods, busy);
-        main_.RefreshModList({.hideProgress = true, .keepControls = true});
+        main_.RefreshModList({.keepControls = true});
     }
     main_.ShowOutcome(Describe(summary));
     if (const QString why = WhyStillInstalled(summary.total); !why.isEmpty())

@@ -47,7 +47,7 @@ public:
 
 private:
     std::optional<ModJob> JobForSelection(QString& displayName);
-    bool ModStillThere(const ModJob& job);
+    bool ModStillThere(const ModJob& job, BusyGuard& busy);
     InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
     /// `share` is the part of the whole work that this mod is: the bar's range in per cent.
     UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption,

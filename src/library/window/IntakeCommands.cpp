@@ -8,6 +8,7 @@
 #include "common/window/ShownProgress.h"
 #include "library/ModRows.h"
 #include "library/window/LibraryHost.h"
+#include "library/window/ModNameQuestion.h"
 
 #include <QAction>
 #include <QApplication>
@@ -21,7 +22,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <optional>
 
 namespace quillbay {
 
@@ -36,66 +36,6 @@ QStringList DraggedPaths(const QMimeData& data) {
     }
     return paths;
 }
-
-/// A name for a mod, and whether it replaces the one that has it.
-struct ChosenName {
-    std::string name;
-    bool replaces = false;
-};
-
-/// Asks until the name is good or the user gives up.
-class NameQuestion {
-public:
-    NameQuestion(QWidget* window, const ModIntake& intake) : window_(window), intake_(intake) {}
-
-    std::optional<ChosenName> Ask(std::string name) {
-        for (bool isTyped = false;; isTyped = true) {
-            switch (intake_.FindPlace(name)) {
-            case ModPlace::Free:
-                return ChosenName{name, false};
-            case ModPlace::Replaceable:
-            case ModPlace::Taken:
-                switch (AskAboutTaken(name)) {
-                case Answer::Replace:
-                    return ChosenName{name, true};
-                case Answer::Cancel:
-                    return std::nullopt;
-                case Answer::AnotherName:
-                    break;
-                }
-                break;
-            case ModPlace::InvalidName:
-                if (isTyped) ShowMessage(window_, QStringLiteral("Invalid name."));
-                break;
-            case ModPlace::InvalidCharacter:
-                if (isTyped)
-                    ShowError(window_,
-                              QStringLiteral("An error has occurred. It is possible that you have entered "
-                                             "invalid characters. Please enter a different name."));
-                break;
-            }
-            const auto typed = AskText(window_, QStringLiteral("Please enter the name of the folder."),
-                                       QStringLiteral("Make new folder"));
-            if (!typed || typed->isEmpty()) return std::nullopt;
-            name = FromQString(*typed);
-        }
-    }
-
-private:
-    enum class Answer { Replace, AnotherName, Cancel };
-
-    Answer AskAboutTaken(const std::string& name) {
-        const QString text = QStringLiteral("mods\\") + ToQString(name) + QStringLiteral(" exists already.");
-        QStringList captions{QStringLiteral("Another name"), QStringLiteral("Cancel")};
-        const bool mayReplace = intake_.FindPlace(name) == ModPlace::Replaceable;
-        if (mayReplace) captions.prepend(QStringLiteral("Replace it"));
-        const int pressed = AskChoice(window_, text, captions) + (mayReplace ? 0 : 1);
-        return pressed == 0 ? Answer::Replace : pressed == 1 ? Answer::AnotherName : Answer::Cancel;
-    }
-
-    QWidget* window_;
-    const ModIntake& intake_;
-};
 
 } // namespace
 
@@ -137,9 +77,9 @@ bool IntakeCommands::eventFilter(QObject*, QEvent* event) {
     auto& drop = static_cast<QDropEvent&>(*event);
     const QStringList paths = DraggedPaths(*drop.mimeData());
     const bool isTaken = IsIdle() && !paths.isEmpty() && (drop.possibleActions() & Qt::CopyAction);
-    if (isTaken) drop.setDropAction(Qt::CopyAction); // after a move the giver would delete its file
+    if (isTaken) drop.setDropAction(Qt::CopyAction); // after a move the other program would delete its file
     drop.setAccepted(isTaken);
-    // The giver waits for the end of this event.
+    // The program that was dragged from waits for the end of this event.
     if (isTaken && type == QEvent::Drop)
         QMetaObject::invokeMethod(
             this, [this, paths] { Take(paths); }, Qt::QueuedConnection);
@@ -166,13 +106,7 @@ void IntakeCommands::Take(const QStringList& paths) {
     isBusy_ = false;
     if (summary.mods.empty()) return;
 
-    const auto before = main_.SelectedMod();
-    const ModPath taken{summary.mods.back().name};
-    main_.RefreshModList(
-        {.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
-    main_.SelectMod(taken);
-    // Another row's selection shows its details by itself.
-    if (before && before->path == taken) main_.ShowModDetails();
+    main_.ShowNewMod({summary.mods.back().name});
     main_.ShowOutcome(Describe(summary));
 }
 
@@ -206,8 +140,7 @@ bool IntakeCommands::TakeOne(const QString& path, IntakeSummary& summary) {
 
 void IntakeCommands::PutIntoLibrary(ModIntake& intake, std::size_t mod, IntakeSummary& summary) {
     const NewMod& found = intake.Layout().mods[mod];
-    NameQuestion question(window_, intake);
-    const auto chosen = question.Ask(found.name);
+    const auto chosen = ChooseModName(window_, intake, found.name);
     if (!chosen) return;
     const PlacedMod placed = intake.Place(mod, chosen->name, chosen->replaces);
     if (placed.error) {

@@ -39,7 +39,7 @@ public:
     void Take(const QStringList& paths);
 
 protected:
-    /// Of the main window's events those about dropping.
+    /// Handles the main window's events about dropping.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -5,7 +5,7 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
+#include <string>
 
 namespace quillbay {
 
@@ -54,17 +54,12 @@ QString ReasonOf(LeftOutReason reason) {
     return {};
 }
 
-QString FileCount(std::size_t files) {
-    return files == 1 ? QStringLiteral("1 file") : QString::number(files) + QStringLiteral(" files");
-}
-
 QString NamesOf(const std::vector<LeftOut>& leftOut) {
-    QStringList lines(QString::number(leftOut.size()) + QStringLiteral(" left out:"));
-    const std::size_t named = std::min(leftOut.size(), OutcomeText::kMostNamedFiles);
-    for (std::size_t i = 0; i < named; ++i)
-        lines << ToQString(leftOut[i].path) + QStringLiteral(": ") + ReasonOf(leftOut[i].reason);
-    if (named < leftOut.size()) lines << QStringLiteral("and %1 more").arg(leftOut.size() - named);
-    return lines.join(u'\n');
+    std::vector<std::string> named;
+    for (const LeftOut& one : leftOut)
+        named.push_back(one.path + ": " + FromQString(ReasonOf(one.reason)));
+    return QStringLiteral("%1 left out:\n").arg(leftOut.size()) +
+           OutcomeText::Names(named, OutcomeText::kMostNamedFiles, QStringLiteral("\n"));
 }
 
 } // namespace

@@ -128,11 +128,9 @@ QString Describe(const InstallPreview& preview) {
         parts << QStringLiteral("%1 %2's").arg(count).arg(ToQString(mod));
     parts << Counted(preview.there, preview.there == 1 ? QStringLiteral(" is there already")
                                                        : QStringLiteral(" are there already"));
-    const QString files =
-        preview.files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(preview.files);
     const bool isPlain = preview.replaced + preview.there == 0 && preview.ofOthers.empty();
     return Joined(WasInto(preview.otherGame),
-                  isPlain ? QString() : Sentence(files, parts, QStringLiteral(": ")));
+                  isPlain ? QString() : Sentence(FileCount(preview.files), parts, QStringLiteral(": ")));
 }
 
 QString Describe(const InstalledState& state) {

@@ -19,9 +19,7 @@ class OutcomeText;
 
 /// How RefreshModList does its work.
 struct RefreshOptions {
-    bool hideProgress = false; ///< the progress bar stays hidden
-    bool keepControls = false; ///< captions, pointer and enabled states stay, and so does the file count
-    bool skipCount = false;    ///< the game's files are not counted
+    bool keepControls = false; ///< silent: captions, pointer, enabled states and the file count stay
     bool keepDetails = false;  ///< the details panel is filled later in the same user action
 };
 
@@ -59,6 +57,8 @@ public:
     virtual std::optional<ModRow> SelectedMod() const = 0;
     /// Selects the mod's row, as a click on it does. False when the list does not have it.
     virtual bool SelectMod(const ModPath& path) = 0;
+    /// Rebuilds the list with a mod that has come, and selects it; the details panel is filled once.
+    void ShowNewMod(const ModPath& path);
     /// Fills the details panel for the selected row.
     virtual void ShowModDetails() = 0;
     /// The number of files of the selected mod, as the details panel shows it.

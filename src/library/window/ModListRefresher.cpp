@@ -53,27 +53,26 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
             busy->ShowHourglass();
         }
         PrepareModsFolder(files_, main_.ProgramDirectory);
-        if (busy && !options.skipCount) {
+        if (busy) {
             busy->SetCaption(QStringLiteral("Counting files"));
-            CountGameFiles(options);
+            CountGameFiles();
+            busy->SetCaption(QStringLiteral("Refresing mod list"));
         }
-        if (busy) busy->SetCaption(QStringLiteral("Refresing mod list"));
         ShowRows(ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory)));
     }
     emit main_.Signals.ModListRebuilt();
     if (!options.keepDetails) main_.ShowModDetails();
 }
 
-void ModListRefresher::CountGameFiles(const RefreshOptions& options) {
+void ModListRefresher::CountGameFiles() {
     if (!IsExistingFolder(files_, main_.GameDirectory)) {
         ShowNoGame();
         return;
     }
-    std::optional<ShownProgress> progress;
-    if (!options.hideProgress) progress.emplace(controls_.progress);
+    ShownProgress progress(controls_.progress);
     const std::size_t total =
         CountKnownFiles(files_, main_.GameDirectory, [&](std::size_t position, std::size_t) {
-            if (progress) progress->Set(position + 1, kGameFolderCount);
+            progress.Set(position + 1, kGameFolderCount);
             return true;
         });
     controls_.gameFiles.setText(QString::number(total));
@@ -109,7 +108,7 @@ void ModListRefresher::FollowDisk() {
         emit main_.Signals.InstalledModsChanged();
         return;
     }
-    main_.RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true});
+    main_.RefreshModList({.keepControls = true});
 }
 
 void ModListRefresher::CountAtStart() {

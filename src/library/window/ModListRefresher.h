@@ -49,7 +49,7 @@ private:
     void SetButtons(bool isInstalled);
     /// In the list, and for the selected one of them by the buttons.
     void ShowRows(const std::vector<ModRow>& rows);
-    void CountGameFiles(const RefreshOptions& options);
+    void CountGameFiles();
 
     LibraryHost& main_;
     const ModListControls controls_;

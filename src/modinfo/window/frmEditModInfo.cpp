@@ -99,7 +99,7 @@ void frmEditModInfo::FollowDetails() {
     if (!isVisible()) return;
     const ModPath before = std::exchange(followed_, SelectedMod());
     if (followed_.Empty()) {
-        Choose({}); // and no captions to take over: the texts stay
+        Choose({}); // no captions to take over, so the texts stay
         return;
     }
     if (followed_ != before) {

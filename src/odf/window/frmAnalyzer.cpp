@@ -170,7 +170,7 @@ bool frmAnalyzer::FillTree(bool keepSelection) {
         if (path == selectedPath) selected = *node;
     }
     if (selected) {
-        // Scrolling to it would expand what is not.
+        // Scrolling to the node would expand the folders above it.
         viewer.setAutoScroll(false);
         viewer.setCurrentItem(selected);
         viewer.setAutoScroll(true);

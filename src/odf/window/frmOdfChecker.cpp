@@ -216,7 +216,7 @@ bool frmOdfChecker::ShowOdf(const OdfError& error) {
     ui_->txtOdf->clear(); // the old text need not be laid out in the other font
     ui_->txtOdf->setFont(FixedFont(font()));
     ui_->txtOdf->SetText(DecodeSystemText(error.bytes));
-    // The rare byte sequences that a code page decodes like others would come back as those.
+    // Some code pages decode two byte sequences to one character; only one of them comes back.
     if (ui_->txtOdf->FileBytes().bytes != WithLineEnds(error.bytes)) return false;
     ui_->txtOdf->SelectFirst(error.cutText, error.line);
     return true;

@@ -59,7 +59,7 @@ la_int64_t SeekSource(archive*, void* data, la_int64_t offset, int whence) {
     return to;
 }
 
-/// Around every call of the library that may meet a name.
+/// Lives around every call of the library that may convert a name.
 struct LibraryCall {
     /// Where a name cannot be converted the library looks at errno, and ends the program when that happens to
     /// speak of memory.
@@ -90,7 +90,7 @@ public:
         const LibraryCall call;
         archive* const a = archive_.get();
         if (!a) return std::make_error_code(std::errc::not_enough_memory);
-        // By name: whatever else the library may have been built with stays out.
+        // Enabled by name, so that other formats that the library may have been built with stay out.
         for (const auto support : {archive_read_support_format_zip, archive_read_support_format_7zip,
                                    archive_read_support_format_rar, archive_read_support_format_rar5,
                                    archive_read_support_format_tar, archive_read_support_filter_gzip,
@@ -118,7 +118,7 @@ public:
         archive_entry* entry = nullptr;
         const int result = archive_read_next_header(archive_.get(), &entry);
         if (result == ARCHIVE_EOF) return std::optional<ArchiveEntry>();
-        // A warning is about a name or an attribute; the bytes are counted by the reader's user.
+        // A warning concerns a name or an attribute only; whoever uses this reader counts the bytes.
         if (result != ARCHIVE_OK && result != ARCHIVE_WARN) return Failure();
         if (archive_entry_is_encrypted(entry)) return make_error_code(ArchiveError::Encrypted);
 
@@ -145,7 +145,7 @@ public:
             if (!*more) return End();
         }
         std::string_view bytes(held_.bytes, held_.size);
-        if (held_.offset > given_) { // what a sparse file leaves out is zeros
+        if (held_.offset > given_) { // a gap of a sparse file reads as zeros
             static constexpr std::array<char, kZeros> zeros{};
             bytes = {zeros.data(),
                      static_cast<std::size_t>(std::min<std::uint64_t>(held_.offset - given_, zeros.size()))};
@@ -174,8 +174,8 @@ private:
         const int result = archive_read_data_block(archive_.get(), &bytes, &size, &offset);
         const bool atEnd = result == ARCHIVE_EOF;
         if (result != ARCHIVE_OK && !atEnd) return Failure();
-        // A sparse file may end with what is left out. Other formats leave nothing out: where the library
-        // says so, it has come to an early end.
+        // Only tar has sparse files, which may end with a gap. In another format the library reports a gap
+        // when the data end too early.
         const bool isTar = (archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK) == ARCHIVE_FORMAT_TAR;
         const auto at = static_cast<std::uint64_t>(std::max<la_int64_t>(offset, 0));
         if (atEnd && (!isTar || at <= given_)) return false;
@@ -193,10 +193,10 @@ private:
         archive* const a = archive_.get();
         if (source_.error) return source_.error;
         if (archive_errno(a) == ENOMEM) return std::make_error_code(std::errc::not_enough_memory);
-        // Before it knows the format the library has nobody to ask, and crashes.
+        // The library crashes when it is asked before it knows the format.
         const bool isKnown = archive_format(a) != 0;
-        // A compression that is known and ends too early is neither of the system's errors nor an unknown
-        // format, for which there are positive numbers.
+        // The library has positive error numbers for the system's errors and for an unknown format, and a
+        // negative one for a compression that it knows and that ends too early.
         const bool isBroken = isKnown || archive_errno(a) < 0;
         if (isKnown && archive_read_has_encrypted_entries(a) > 0) return ArchiveError::Encrypted;
         const std::uint64_t tailAt = source_.size - std::min<std::uint64_t>(source_.size, kTailBytes);

@@ -1,6 +1,7 @@
 #include "platform/archive/PartOfSet.h"
 
 #include "platform/CaseFold.h"
+#include "platform/NumberText.h"
 #include "platform/archive/ByteReader.h"
 
 #include <algorithm>
@@ -12,15 +13,10 @@ namespace {
 
 constexpr std::string_view kZipEnd = "PK\x05\x06";
 
-bool IsNumber(std::string_view text) {
-    return !text.empty() && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-}
-
 /// `part2` of `name.part2.rar`.
 bool IsPartNumber(std::string_view text) {
     constexpr std::string_view kPart = "part";
-    return EqualFolded(text.substr(0, kPart.size()), kPart) &&
-           IsNumber(text.substr(std::min(kPart.size(), text.size())));
+    return StartsFolded(text, kPart) && IsDigits(text.substr(kPart.size()));
 }
 
 } // namespace
@@ -39,7 +35,7 @@ bool LooksLikePart(std::string_view fileName, std::string_view tail) {
     }
     if (ending.size() != 4) return false;
     const bool isLettered = ending[1] == 'R' || ending[1] == 'Z';         // .r00, .z01
-    return IsNumber(std::string_view(ending).substr(isLettered ? 2 : 1)); // .7z.001
+    return IsDigits(std::string_view(ending).substr(isLettered ? 2 : 1)); // .7z.001
 }
 
 } // namespace quillbay

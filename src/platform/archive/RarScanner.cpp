@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kOldBegin("Rar!\x1A\x07\x00", 7);
 constexpr std::string_view kNewBegin("Rar!\x1A\x07\x01\x00", 8);
-/// More blocks that are no entries do not follow one another in an archive that somebody made.
+/// No real archive has more blocks in a row that are no entries.
 constexpr int kMostOtherBlocks = 10'000;
 constexpr std::size_t kUsualHeader = 512;
 constexpr std::size_t kLongestHeader = std::size_t{2} << 20;

@@ -122,7 +122,8 @@ std::error_code LinkEntry(std::string from, std::string to, bool replace) {
     const auto replaceBy = [&to](const std::string& source) {
         TempEntry temp(to);
         const auto error = temp.Make([&](const char* path) { return MakeLink(source.c_str(), path); });
-        // What has another name already is written, so a rename over a file waits for nothing here.
+        // The file was written before it gets this second name, so that a rename over another one has nothing
+        // to wait for.
         return error ? error : temp.RenameOverDestination();
     };
     const auto error = replaceBy(from);
@@ -344,7 +345,7 @@ Result<std::string> FindRealPath(std::string_view entry) {
     });
     if (error) return error;
     std::string found = real.get();
-    // With a backslash in a name it would read as another path.
+    // A name that holds a backslash would read as two names.
     if (found.find('\\') != std::string::npos) return std::errc::operation_not_supported;
     return found;
 }

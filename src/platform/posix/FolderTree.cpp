@@ -124,7 +124,7 @@ std::error_code MeasureCurrent(const FolderDescent& way, PendingFolders& pending
 } // namespace
 
 std::error_code RemoveFolderTree(const std::string& folder) {
-    // Of these the tree would be emptied before the folder itself turns out to stay.
+    // By these names a folder can be emptied, but not removed itself.
     const auto name = LastComponent(folder);
     if (name.empty() || name == "." || name == "..") return std::make_error_code(std::errc::invalid_argument);
     return TreeRemover().Remove(folder);

@@ -1,10 +1,11 @@
 #include "platform/posix/LauncherFiles.h"
 
 #include "platform/CaseFold.h"
+#include "platform/NumberText.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -28,12 +29,10 @@ std::optional<char32_t> ReadNumber(std::string_view text, std::size_t& at) {
     if (at >= text.size()) return std::nullopt;
     for (const auto& [letter, digits] : kNumbers) {
         if (text[at] != letter || text.size() - at <= digits) continue;
-        const char* const first = text.data() + at + 1;
-        unsigned long code = 0;
-        const auto [end, error] = std::from_chars(first, first + digits, code, 16);
-        if (error != std::errc() || end != first + digits) return std::nullopt;
+        const auto code = ParseNumber<std::uint32_t>(text.substr(at + 1, digits), 16);
+        if (!code) return std::nullopt;
         at += 1 + digits;
-        return static_cast<char32_t>(code);
+        return static_cast<char32_t>(*code);
     }
     return std::nullopt;
 }
@@ -82,10 +81,6 @@ std::size_t SkipBlanks(std::string_view text, std::size_t at) {
 std::string_view Trimmed(std::string_view text) {
     text.remove_prefix(SkipBlanks(text, 0));
     return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
-bool IsNumber(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 /// A YAML scalar whose lines were joined already.
@@ -143,7 +138,7 @@ std::vector<std::string> SteamLibraries(std::string_view vdf) {
             key = std::move(word);
             continue;
         }
-        if ((depth == 1 && IsNumber(*key)) || (depth == 2 && EqualFolded(*key, "path")))
+        if ((depth == 1 && IsDigits(*key)) || (depth == 2 && EqualFolded(*key, "path")))
             libraries.push_back(std::move(*word));
         key.reset();
     }

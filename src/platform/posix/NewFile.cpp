@@ -14,9 +14,9 @@ namespace quillbay {
 
 namespace {
 
-class PosixFileWriter : public FileWriter {
+class TempFileWriter : public FileWriter {
 public:
-    PosixFileWriter(std::string path, NewFile traits) : temp_(std::move(path)), traits_(traits) {}
+    TempFileWriter(std::string path, NewFile traits) : temp_(std::move(path)), traits_(traits) {}
 
     std::error_code Start() {
         const mode_t mode = traits_.executable ? 0777 : 0666;
@@ -49,7 +49,7 @@ private:
 } // namespace
 
 Result<std::unique_ptr<FileWriter>> StartFile(std::string path, NewFile traits) {
-    auto writer = std::make_unique<PosixFileWriter>(std::move(path), traits);
+    auto writer = std::make_unique<TempFileWriter>(std::move(path), traits);
     if (const auto error = writer->Start()) return error;
     return std::unique_ptr<FileWriter>(std::move(writer));
 }

@@ -41,7 +41,7 @@ Result<std::wstring> ReadLinkText(const std::wstring& longPath) {
     DWORD size = 0;
     if (!DeviceIoControl(link.Get(), FSCTL_GET_REPARSE_POINT, nullptr, 0, data.data(),
                          static_cast<DWORD>(data.size()), &size, nullptr))
-        // Whatever cannot be asked for its text has none.
+        // A file whose reparse data cannot be read has no link text.
         return std::errc::invalid_argument;
 
     LinkHeader header{};

@@ -38,7 +38,7 @@ public:
             const bool complete = size <= value.bytes.size();
             value.bytes.resize(size);
             if (status == ERROR_SUCCESS && complete) return value;
-            // It may grow between the question for its size and the reading.
+            // The value may grow between the question for its size and the reading.
             if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return std::nullopt;
         }
     }

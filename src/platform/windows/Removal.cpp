@@ -28,7 +28,7 @@ bool RemoveIgnoringReadOnly(const std::wstring& longPath) {
     return file && SetFileInformationByHandle(file.Get(), kDispositionEx, &how, sizeof how);
 }
 
-/// True when the failed removal of the path may be repeated without its attribute.
+/// True when the removal that failed may be tried again after clearing the read-only attribute.
 bool FailedAsReadOnly(const std::wstring& longPath, const std::error_code& error) {
     if (error != std::errc::permission_denied) return false;
     const DWORD attributes = GetFileAttributesW(longPath.c_str());

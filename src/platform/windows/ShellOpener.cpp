@@ -46,7 +46,7 @@ public:
         const ComScope com;
         SHELLEXECUTEINFOW how{};
         how.cbSize = sizeof how;
-        // A failure is the caller's, not the shell's to tell.
+        // The caller reports a failure; the shell must show no box of its own.
         how.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
         how.lpVerb = L"open";
         how.lpFile = file->c_str();

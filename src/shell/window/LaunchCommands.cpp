@@ -129,7 +129,7 @@ void LaunchCommands::OpenSelectedReadme() {
 }
 
 void LaunchCommands::Open(std::string_view target) {
-    // A failure is the desktop's to tell.
+    // The desktop reports a failure by itself.
     Ignore(main_.GetServices().shell.OpenWithShell(target));
 }
 

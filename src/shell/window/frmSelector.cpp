@@ -188,7 +188,7 @@ bool frmSelector::Start() {
     GameDirectory = registeredGame_.path;
     PrepareModsFolder(services_.files, ProgramDirectory);
     RecoverMods(services_.files, ModsFolder(ProgramDirectory));
-    RefreshModList({.hideProgress = true, .keepControls = true, .skipCount = true, .keepDetails = true});
+    RefreshModList({.keepControls = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
     if (Phase == ProgramPhase::Ended) {

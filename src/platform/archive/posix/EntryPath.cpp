@@ -8,7 +8,7 @@ namespace quillbay {
 
 namespace {
 
-/// None where the system lacks it; the locale of the process is then all there is.
+/// Null where the system has no such locale; names are then converted by that of the process.
 locale_t Utf8Locale() {
     static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{});
     return locale;
