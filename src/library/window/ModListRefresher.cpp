@@ -5,6 +5,7 @@
 #include "common/window/QtText.h"
 #include "common/window/ShownProgress.h"
 #include "library/GameDirectory.h"
+#include "library/GivenUpBackup.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
 #include "library/window/LibraryHost.h"
@@ -57,7 +58,10 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
             CountGameFiles(options);
         }
         if (busy) busy->SetCaption(QStringLiteral("Refresing mod list"));
-        controls_.mods.SetRows(ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory)));
+        const auto modsFolder = ModsFolder(main_.ProgramDirectory);
+        const auto rows = ScanModLibrary(files_, modsFolder);
+        SweepGivenUpBackups(files_, modsFolder, rows);
+        controls_.mods.SetRows(rows);
     }
     emit main_.Signals.ModListRebuilt();
     SetButtons();

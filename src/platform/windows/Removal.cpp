@@ -2,7 +2,7 @@
 
 #include "platform/Result.h"
 #include "platform/windows/FolderScan.h"
-#include "platform/windows/Handle.h"
+#include "platform/windows/OpenFile.h"
 #include "platform/windows/WidePath.h"
 
 #include <vector>
@@ -10,12 +10,6 @@
 namespace quillbay {
 
 namespace {
-
-Handle OpenName(const std::wstring& longPath, DWORD access) {
-    return Handle(CreateFileW(longPath.c_str(), access,
-                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                              FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-}
 
 /// FileDispositionInfoEx, which not every set of headers declares.
 constexpr auto kDispositionEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
@@ -27,6 +21,8 @@ bool RemoveIgnoringReadOnly(const std::wstring& longPath) {
                                  FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE};
     return file && SetFileInformationByHandle(file.Get(), kDispositionEx, &how, sizeof how);
 }
+
+std::error_code Outcome(BOOL isDone) { return isDone ? std::error_code{} : LastError(); }
 
 /// True when the failed removal of the path may be repeated without its attribute.
 bool FailedAsReadOnly(const std::wstring& longPath, const std::error_code& error) {
@@ -50,14 +46,14 @@ std::error_code RemoveFileName(const std::wstring& longPath) {
     if (!FailedAsReadOnly(longPath, error)) return error;
     if (RemoveIgnoringReadOnly(longPath)) return {};
     if (CountLinks(longPath) != 1) return error;
-    return WithoutReadOnly(longPath, [&] { return DeleteFileW(longPath.c_str()); });
+    return WithoutReadOnly(longPath, [&] { return Outcome(DeleteFileW(longPath.c_str())); });
 }
 
 std::error_code RemoveFolderName(const std::wstring& longPath) {
     if (RemoveDirectoryW(longPath.c_str())) return {};
     const auto error = LastError();
     if (!FailedAsReadOnly(longPath, error)) return error;
-    return WithoutReadOnly(longPath, [&] { return RemoveDirectoryW(longPath.c_str()); });
+    return WithoutReadOnly(longPath, [&] { return Outcome(RemoveDirectoryW(longPath.c_str())); });
 }
 
 std::error_code RemoveFolderTree(const std::wstring& longFolder) {

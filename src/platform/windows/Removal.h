@@ -23,17 +23,16 @@ std::error_code RemoveFolderName(const std::wstring& longPath);
 /// what somebody else has removed meanwhile is none.
 std::error_code RemoveFolderTree(const std::wstring& longFolder);
 
-/// Runs `operation` (true: done) on a path whose read-only attribute is cleared for it, and puts the
-/// attribute back when it fails.
+/// Runs `operation`, which returns an error code, on a path whose read-only attribute is cleared for it, and
+/// puts the attribute back when it fails.
 template <typename Operation>
 std::error_code WithoutReadOnly(const std::wstring& longPath, Operation operation) {
     const DWORD attributes = GetFileAttributesW(longPath.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
     const DWORD others = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
     if (!SetFileAttributesW(longPath.c_str(), others ? others : FILE_ATTRIBUTE_NORMAL)) return LastError();
-    if (operation()) return {};
-    const auto error = LastError();
-    SetFileAttributesW(longPath.c_str(), attributes);
+    const std::error_code error = operation();
+    if (error) SetFileAttributesW(longPath.c_str(), attributes);
     return error;
 }
 
