@@ -41,7 +41,7 @@ LookUps CountLookUps(int files, bool readOnly) {
 }
 
 TEST(WindowsInstallTest, LooksUpFewPathsForEachFile) {
-    for (const auto& [readOnly, install, uninstall] : {std::tuple{false, 7, 4}, {true, 14, 8}}) {
+    for (const auto& [readOnly, install, uninstall] : {std::tuple{false, 7, 4}, {true, 12, 10}}) {
         const auto few = CountLookUps(10, readOnly);
         const auto many = CountLookUps(30, readOnly);
         EXPECT_LE(many.install - few.install, 20 * install) << "for each of 20 files more";

@@ -65,6 +65,9 @@ TEST_F(WindowsFileSystemTest, RemovesFoldersWithTheReadOnlyAttribute) {
     PutFileWith("tree\\inner\\file", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
     SetAttributes("tree\\inner", FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(disk_->RemoveEmptyFolder(temp_ / "tree\\inner"), std::errc::directory_not_empty);
+    PutFolder(temp_ / "tree\\empty");
+    SetAttributes("tree\\empty", FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(disk_->RemoveFile(temp_ / "tree\\empty"), std::errc::is_a_directory);
     EXPECT_FALSE(disk_->RemoveTree(temp_ / "tree"));
     EXPECT_EQ(temp_.Contents(), "");
 }

@@ -1,6 +1,6 @@
 #include "platform/windows/OpenFile.h"
 
-#include "platform/windows/Removal.h"
+#include "platform/Result.h"
 #include "platform/windows/WinError.h"
 
 #include <cstddef>
@@ -54,6 +54,33 @@ std::error_code WhyDenied(const std::wstring& to, std::error_code denied) {
     return error == std::errc::device_or_resource_busy ? error : denied;
 }
 
+/// How many names the file has; 0 when it cannot be asked.
+DWORD CountLinks(const std::wstring& longPath) {
+    const Handle file = OpenName(longPath, FILE_READ_ATTRIBUTES);
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (!file || !GetFileInformationByHandle(file.Get(), &information)) return 0;
+    return information.nNumberOfLinks;
+}
+
+/// Clears the attribute of `to`, which must not be open meanwhile, and puts it back when that did not help.
+std::error_code GiveNameOfReadOnly(const Handle& file, const std::wstring& to, Calls calls) {
+    DWORD attributes = 0;
+    if (const Handle target = OpenName(to, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES)) {
+        attributes = AttributesOf(target);
+        if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
+        const auto error = SetAttributesOf(target, attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+        if (error) return error;
+    } else {
+        return LastError();
+    }
+    const auto error = GiveName(file, to, calls.plain, kReplace);
+    if (error) {
+        if (const Handle target = OpenName(to, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES))
+            Ignore(SetAttributesOf(target, attributes));
+    }
+    return error;
+}
+
 /// The plain call comes first, which every file system knows. It refuses a read-only file, whose attribute
 /// the extended one does not look at, and one that is open, which the extended one replaces where the other
 /// program allows it.
@@ -66,7 +93,7 @@ std::error_code GiveNameOf(const Handle& file, const std::wstring& to, bool repl
     if (!GiveName(file, to, calls.extended, kReplace | kPosixSemantics | kIgnoreReadOnly)) return {};
     // The attribute is the file's: with a second name it would be gone there too, so it stays.
     if (HasAttribute(target, FILE_ATTRIBUTE_READONLY) && CountLinks(to) == 1)
-        return WithoutReadOnly(to, [&] { return GiveName(file, to, calls.plain, kReplace); });
+        return GiveNameOfReadOnly(file, to, calls);
     return WhyDenied(to, error);
 }
 
