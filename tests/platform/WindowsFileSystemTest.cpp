@@ -231,8 +231,8 @@ DWORD WINAPI KnowNoFinalPath(HANDLE, wchar_t*, DWORD, DWORD) {
 TEST_F(WindowsFileSystemTest, WorksOnDrivesThatKnowNeitherFlushingNorFinalPaths) {
     temp_.Put("file=new Folder/inside=x target=old");
     const auto real = disk_->RealPath(temp_ / "Folder").ValueOr({});
-    const ImportPatch noFlush(nullptr, "FlushFileBuffers", reinterpret_cast<void*>(&RefuseFlush));
-    const ImportPatch noPath(nullptr, "GetFinalPathNameByHandleW", reinterpret_cast<void*>(&KnowNoFinalPath));
+    const ImportPatch noFlush(nullptr, "FlushFileBuffers", &RefuseFlush);
+    const ImportPatch noPath(nullptr, "GetFinalPathNameByHandleW", &KnowNoFinalPath);
     ASSERT_TRUE(noFlush && noPath);
     EXPECT_FALSE(disk_->Copy(temp_ / "file", temp_ / "target", {.replace = true, .flush = true}));
     EXPECT_FALSE(disk_->WriteFile(temp_ / "file", "written"));

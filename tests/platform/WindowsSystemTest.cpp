@@ -96,13 +96,13 @@ HANDLE WINAPI TakeMutex(SECURITY_ATTRIBUTES*, BOOL, const wchar_t* name) {
 }
 
 TEST(WindowsProgramTest, LetsTheUserChooseAProgramForAnUnknownType) {
-    const ImportPatch patch(nullptr, "ShellExecuteExW", reinterpret_cast<void*>(&KnowNoProgram));
+    const ImportPatch patch(nullptr, "ShellExecuteExW", &KnowNoProgram);
     EXPECT_FALSE(MakeShellOpener()->OpenWithShell("C:\\readme.unknown", ""));
     EXPECT_EQ(Seen, L"open openas ");
 }
 
 TEST(WindowsProgramTest, TellsUsersOfOneNameApart) {
-    const ImportPatch patch(nullptr, "CreateMutexW", reinterpret_cast<void*>(&TakeMutex));
+    const ImportPatch patch(nullptr, "CreateMutexW", &TakeMutex);
     EXPECT_TRUE(SingleInstance::Acquire());
     EXPECT_TRUE(Seen.starts_with(L"Global\\quillbay.S-1-")) << NarrowText(Seen);
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstring>
-#include <memory>
-#include <vector>
+#include <deque>
+#include <string_view>
+#include <tuple>
 #include <windows.h>
 #include <winternl.h>
 
@@ -14,30 +13,22 @@ namespace quillbay::test {
 /// nothing. A null module is the program.
 class ImportPatch {
 public:
-    ImportPatch(const char* module, const char* function, void* replacement) {
-        auto* base = reinterpret_cast<std::byte*>(GetModuleHandleA(module));
-        const auto at = [base]<typename T>(T*, std::size_t offset) {
-            return reinterpret_cast<T*>(base + offset);
-        };
-        const auto* dos = at(static_cast<IMAGE_DOS_HEADER*>(nullptr), 0);
-        const auto* header =
-            at(static_cast<IMAGE_NT_HEADERS*>(nullptr), static_cast<std::size_t>(dos->e_lfanew));
-        const auto imports =
-            header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-        for (auto* from = at(static_cast<IMAGE_IMPORT_DESCRIPTOR*>(nullptr), imports); from->Name != 0;
-             ++from) {
-            auto* name = at(static_cast<IMAGE_THUNK_DATA*>(nullptr), from->OriginalFirstThunk);
-            auto* slot = at(static_cast<IMAGE_THUNK_DATA*>(nullptr), from->FirstThunk);
-            for (; name->u1.AddressOfData != 0; ++name, ++slot) {
-                if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-                const auto* known = at(static_cast<IMAGE_IMPORT_BY_NAME*>(nullptr), name->u1.AddressOfData);
-                if (std::strcmp(reinterpret_cast<const char*>(known->Name), function) != 0) continue;
-                slot_ = &slot->u1.Function;
-                original_ = *slot_;
-                Write(reinterpret_cast<ULONG_PTR>(replacement));
-                return;
-            }
+    template <typename Function>
+    ImportPatch(const char* module, std::string_view function, Function* replacement)
+        : base_(reinterpret_cast<std::byte*>(GetModuleHandleA(module))) {
+        const auto& dos = At<IMAGE_DOS_HEADER>(0);
+        const auto& directories = At<IMAGE_NT_HEADERS>(dos.e_lfanew).OptionalHeader.DataDirectory;
+        constexpr auto kNameOffset = offsetof(IMAGE_IMPORT_BY_NAME, Name);
+        const auto* from =
+            &At<IMAGE_IMPORT_DESCRIPTOR>(directories[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+        for (; from->Name != 0; ++from) {
+            auto* slot = &At<ULONG_PTR>(from->FirstThunk);
+            for (auto* name = &At<ULONG_PTR>(from->OriginalFirstThunk); *name != 0; ++name, ++slot)
+                if (!IMAGE_SNAP_BY_ORDINAL(*name) && function == &At<char>(*name + kNameOffset)) slot_ = slot;
         }
+        if (!slot_) return;
+        original_ = *slot_;
+        Write(reinterpret_cast<ULONG_PTR>(replacement));
     }
     ImportPatch(const ImportPatch&) = delete;
     ~ImportPatch() {
@@ -47,6 +38,10 @@ public:
     explicit operator bool() const { return slot_ != nullptr; }
 
 private:
+    template <typename T, typename Offset>
+    T& At(Offset offset) const {
+        return *reinterpret_cast<T*>(base_ + offset);
+    }
     void Write(ULONG_PTR value) {
         DWORD old = 0;
         VirtualProtect(slot_, sizeof *slot_, PAGE_READWRITE, &old);
@@ -54,6 +49,7 @@ private:
         VirtualProtect(slot_, sizeof *slot_, old, &old);
     }
 
+    std::byte* base_;
     ULONG_PTR* slot_ = nullptr;
     ULONG_PTR original_ = 0;
 };
@@ -63,62 +59,44 @@ class LookUpCounter {
 public:
     LookUpCounter() {
         count_ = 0;
-        for (const char* module : std::array<const char*, 3>{nullptr, "kernel32", "kernelbase"}) {
-            Watch(module, "NtCreateFile", &Create);
-            Watch(module, "NtOpenFile", &Open);
-            Watch(module, "NtQueryAttributesFile", &Query);
-            Watch(module, "NtQueryFullAttributesFile", &QueryFull);
-            Watch(module, "NtSetInformationFile", &SetInformation);
-        }
+        Watch<0>("NtCreateFile", &NtCreateFile);
+        Watch<1>("NtOpenFile", &NtOpenFile);
+        using Query = NTSTATUS NTAPI(OBJECT_ATTRIBUTES*, void*);
+        Watch<2>("NtQueryAttributesFile", static_cast<Query*>(nullptr));
+        Watch<3>("NtQueryFullAttributesFile", static_cast<Query*>(nullptr));
+        Watch<kNaming>("NtSetInformationFile", &NtSetInformationFile);
     }
 
     int Count() const { return count_; }
 
 private:
-    template <typename... T>
-    using Call = NTSTATUS(NTAPI*)(T...);
-    using Path = OBJECT_ATTRIBUTES*;
-    using Status = IO_STATUS_BLOCK*;
+    static constexpr int kNaming = 4;
 
-    template <typename F>
-    void Watch(const char* module, const char* name, F* replacement) {
-        patches_.push_back(std::make_unique<ImportPatch>(module, name, reinterpret_cast<void*>(replacement)));
-    }
-    template <typename... T>
-    static NTSTATUS Forward(const char* name, T... arguments) {
-        const auto original = GetProcAddress(GetModuleHandleA("ntdll"), name);
-        return reinterpret_cast<Call<T...>>(reinterpret_cast<void*>(original))(arguments...);
-    }
-
-    static NTSTATUS NTAPI Create(HANDLE* file, ACCESS_MASK access, Path path, Status status,
-                                 LARGE_INTEGER* size, ULONG attributes, ULONG share, ULONG how, ULONG options,
-                                 void* more, ULONG bytes) {
-        ++count_;
-        return Forward("NtCreateFile", file, access, path, status, size, attributes, share, how, options,
-                       more, bytes);
-    }
-    static NTSTATUS NTAPI Open(HANDLE* file, ACCESS_MASK access, Path path, Status status, ULONG share,
-                               ULONG options) {
-        ++count_;
-        return Forward("NtOpenFile", file, access, path, status, share, options);
-    }
-    static NTSTATUS NTAPI Query(Path path, void* information) {
-        ++count_;
-        return Forward("NtQueryAttributesFile", path, information);
-    }
-    static NTSTATUS NTAPI QueryFull(Path path, void* information) {
-        ++count_;
-        return Forward("NtQueryFullAttributesFile", path, information);
-    }
-    /// A new name, of a file or of a link to it, is looked up, too.
-    static NTSTATUS NTAPI SetInformation(HANDLE file, Status status, void* information, ULONG bytes,
-                                         ULONG kind) {
-        if (kind == 10 || kind == 11 || kind == 65 || kind == 72) ++count_;
-        return Forward("NtSetInformationFile", file, status, information, bytes, kind);
+    template <int Id, typename... T>
+    struct Counted {
+        static inline NTSTATUS(NTAPI* original)(T...);
+        static NTSTATUS NTAPI Call(T... arguments) {
+            bool isLookUp = true;
+            if constexpr (Id == kNaming) {
+                // A new name, of a file or of a link to it, is looked up, too.
+                const int kind = std::get<4>(std::tuple(arguments...));
+                isLookUp = kind == 10 || kind == 11 || kind == 65 || kind == 72;
+            }
+            count_ += isLookUp;
+            return original(arguments...);
+        }
+    };
+    template <int Id, typename... T>
+    void Watch(const char* name, NTSTATUS(NTAPI*)(T...)) {
+        using Counter = Counted<Id, T...>;
+        Counter::original = reinterpret_cast<NTSTATUS(NTAPI*)(T...)>(
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll"), name)));
+        for (const char* module : {static_cast<const char*>(nullptr), "kernel32", "kernelbase"})
+            patches_.emplace_back(module, name, &Counter::Call);
     }
 
     static inline int count_ = 0;
-    std::vector<std::unique_ptr<ImportPatch>> patches_;
+    std::deque<ImportPatch> patches_;
 };
 
 } // namespace quillbay::test
