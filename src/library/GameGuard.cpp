@@ -30,7 +30,8 @@ std::string DateAndTime() {
 } // namespace
 
 GameGuard::GameGuard(FileSystem& files, const JobPlan& plan)
-    : files_(files), plan_(plan), owners_(files, plan.otherMods), keptBefore_(plan.lastChangedFolders) {}
+    : files_(files), plan_(plan), owners_(files, plan.otherMods), secondPlace_(files),
+      keptBefore_(plan.lastChangedFolders) {}
 
 Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
     if (file.IsLink()) return false;
@@ -161,9 +162,7 @@ std::error_code GameGuard::Keep(LookedAtFile& file, const GamePlace& place) {
     const auto folder = folders_->Ensure(place.position);
     if (!folder) return folder.Error();
     auto path = Join(*folder, LastComponent(file.Path()));
-    if (files_.HardLink(file.Path(), path, false))
-        if (const auto error = files_.Copy(file.Path(), path, {.keepLink = true, .flush = true}))
-            return error;
+    if (const auto error = secondPlace_.Give(file.Path(), path, false)) return error;
     kept_.emplace(file.Path(), std::move(path));
     return {};
 }

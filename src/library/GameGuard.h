@@ -3,6 +3,7 @@
 #include "library/FileOwners.h"
 #include "library/FolderMaker.h"
 #include "library/ModJob.h"
+#include "library/SecondPlace.h"
 #include "platform/FileSystem.h"
 
 #include <map>
@@ -72,6 +73,7 @@ private:
     FileSystem& files_;
     const JobPlan& plan_;
     FileOwners owners_;
+    SecondPlace secondPlace_;
     std::map<const InstalledMod*, InstallRecord> records_; ///< of other mods, as they have been changed
     EntryIndex keptBefore_;
     std::optional<FolderMaker> folders_;

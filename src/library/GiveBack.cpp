@@ -54,19 +54,10 @@ void EndSharing(FileSystem& files, const std::string& copy) {
         Ignore(files.Copy(copy, copy, {.replace = true, .keepLink = true, .flush = true}));
 }
 
-std::error_code EndInstalledState(FileSystem& files, const InstalledMod& mod, std::string& remains) {
-    remains = Join(mod.folder, kTempBackup);
-    if (!files.Rename(mod.backup, remains)) return {};
-    InstallRecord ended;
-    ended.finished = kGivenUp;
-    remains = mod.backup;
-    return files.WriteFile(Join(mod.backup, kRecordName), ToText(ended));
-}
-
 GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
                    SavedCopies copies, GiveBackResult& result)
-    : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), copies_(copies), result_(result) {
-}
+    : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), copies_(copies),
+      secondPlace_(files), result_(result) {}
 
 void GiveBack::Delete(const GamePlace& place) {
     if (place.gamePath.empty() || place.gameIsBlocked) return;
@@ -74,54 +65,62 @@ void GiveBack::Delete(const GamePlace& place) {
     const auto own = guard_.IsModsOwn(file, place);
     if (!own || !*own) {
         if (plan_.installed) {
-            (own ? result_.notOurs : result_.notDeleted).push_back(place.gamePath);
+            if (own)
+                result_.notOurs.push_back(place.gamePath);
+            else
+                result_.notDeleted.push_back({place.gamePath, own.Error()});
             return;
         }
         // Without a backup every file of these names goes, but not for good.
-        const auto isOtherName = !place.modPath.empty() && file.IsSameFileAs(place.modPath);
-        if (isOtherName || guard_.Secure(file, place)) {
-            (isOtherName ? result_.notOurs : result_.notDeleted).push_back(place.gamePath);
+        if (!place.modPath.empty() && file.IsSameFileAs(place.modPath)) {
+            result_.notOurs.push_back(place.gamePath);
+            return;
+        }
+        if (const auto error = guard_.Secure(file, place)) {
+            result_.notDeleted.push_back({place.gamePath, error});
             return;
         }
     }
-    if (files_.RemoveFile(place.gamePath)) {
+    if (const auto error = files_.RemoveFile(place.gamePath)) {
         guard_.StaysInGame(file);
-        result_.notDeleted.push_back(place.gamePath);
+        result_.notDeleted.push_back({place.gamePath, error});
     } else {
         ++result_.deleted;
     }
 }
 
 bool GiveBack::Restore(const GamePlace& place) {
-    const auto isBack = [&] {
-        if (place.gameIsBlocked) return false;
-        if (place.gamePath.empty()) return PutBack(place);
-        LookedAtFile file(files_, place.gamePath, place.gameIsLink);
-        const auto own = guard_.IsModsOwn(file, place);
-        if (own && *own) return PutBack(place);
-        if (IsBackAlready(file, place)) return true;
-        if (guard_.Secure(file, place)) return false;
-        if (PutBack(place)) return true;
-        guard_.StaysInGame(file);
+    if (const auto error = PutBackUnlessThere(place)) {
+        result_.notRestored.push_back({place.savedPath, error});
         return false;
-    }();
-    if (isBack)
-        ++result_.restored;
-    else
-        result_.notRestored.push_back(place.savedPath);
-    return isBack;
+    }
+    ++result_.restored;
+    return true;
 }
 
-bool GiveBack::PutBack(const GamePlace& place) {
+std::error_code GiveBack::PutBackUnlessThere(const GamePlace& place) {
+    if (place.gameIsBlocked) return std::make_error_code(std::errc::is_a_directory);
+    if (place.gamePath.empty()) return PutBack(place);
+    LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+    const auto own = guard_.IsModsOwn(file, place);
+    if (own && *own) return PutBack(place);
+    if (IsBackAlready(file, place)) return {};
+    if (const auto error = guard_.Secure(file, place)) return error;
+    const auto error = PutBack(place);
+    if (error) guard_.StaysInGame(file);
+    return error;
+}
+
+std::error_code GiveBack::PutBack(const GamePlace& place) {
     const auto folder = gameFolders_.Ensure(place.position);
-    if (!folder) return false;
+    if (!folder) return folder.Error();
     const auto target = Join(*folder, place.name);
     const bool replaces = !place.gamePath.empty();
-    if (replaces && LastComponent(place.gamePath) != place.name && files_.Rename(place.gamePath, target))
-        return false;
-    if (copies_ == SavedCopies::MayBeShared && !files_.HardLink(place.savedPath, target, replaces))
-        return true;
-    return !files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true});
+    if (replaces && LastComponent(place.gamePath) != place.name) {
+        if (const auto error = files_.Rename(place.gamePath, target)) return error;
+    }
+    if (copies_ == SavedCopies::MayBeShared) return secondPlace_.Give(place.savedPath, target, replaces);
+    return files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true});
 }
 
 bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {

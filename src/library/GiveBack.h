@@ -3,6 +3,7 @@
 #include "library/FolderMaker.h"
 #include "library/GameGuard.h"
 #include "library/ModJob.h"
+#include "library/SecondPlace.h"
 #include "platform/FileSystem.h"
 
 #include <cstddef>
@@ -25,8 +26,8 @@ struct GiveBackResult {
     std::size_t deleted = 0;                ///< mod files removed from the game
     std::size_t restored = 0;               ///< saved copies that are back in the game
     std::vector<std::string> notOurs;       ///< game files left alone: they are not the mod's
-    std::vector<std::string> notDeleted;    ///< game files that could not be deleted or told from the mod's
-    std::vector<std::string> notRestored;   ///< saved copies that could not be put back
+    std::vector<FailedFile> notDeleted;     ///< game files that could not be deleted or told from the mod's
+    std::vector<FailedFile> notRestored;    ///< saved copies that could not be put back
     std::vector<std::string> notHandedOver; ///< saved copies of later mods that could not be corrected
 };
 
@@ -56,12 +57,6 @@ std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan);
 /// A saved copy that stays must not change with the game's file.
 void EndSharing(FileSystem& files, const std::string& copy);
 
-/// Ends the state of being installed by one rename of `Backup`. Where the folder cannot be renamed (it is in
-/// use, or belongs to the lower layer of an overlay) a record that says so ends it. `remains` is what is to
-/// be swept: nobody's data any more. On failure nothing has changed.
-[[nodiscard]] std::error_code EndInstalledState(FileSystem& files, const InstalledMod& mod,
-                                                std::string& remains);
-
 /// Gives the game what it had before a mod put its files there: saved copies, or nothing.
 class GiveBack {
 public:
@@ -85,7 +80,8 @@ public:
     bool MayBeModsOwn(const GamePlace& place) const;
 
 private:
-    bool PutBack(const GamePlace& place);
+    std::error_code PutBack(const GamePlace& place);
+    std::error_code PutBackUnlessThere(const GamePlace& place);
     bool IsBackAlready(LookedAtFile& file, const GamePlace& place);
     Result<bool> IsInstalledHere(const GamePlace& place, const std::string& copy, std::int64_t savedBy) const;
 
@@ -94,6 +90,7 @@ private:
     FolderMaker& gameFolders_;
     GameGuard& guard_;
     SavedCopies copies_;
+    SecondPlace secondPlace_;
     GiveBackResult& result_;
 };
 

@@ -28,6 +28,12 @@ struct ReadFailure {
     }
 };
 
+/// A file with which a job went on without it, and the reason.
+struct FailedFile {
+    std::string path;
+    std::error_code error;
+};
+
 /// A folder found at one of the GameFolders positions: its path in stored spelling, without a final
 /// separator, and what it holds.
 struct ListedFolder {

@@ -15,7 +15,7 @@ constexpr std::string_view kTimeMarker = "~quillbay.time";
 
 bool IsLeftoverFile(const DirEntry& entry) {
     return entry.kind != EntryKind::Folder &&
-           (entry.name == kTempNew || entry.name == kTempBackup || entry.name == kTimeMarker);
+           (IsTempName(entry.name) || entry.name == kTempBackup || entry.name == kTimeMarker);
 }
 
 } // namespace
@@ -71,7 +71,7 @@ bool IsReplaceable(const DirEntry& entry) {
 }
 
 bool IsProgramsOwn(std::string_view name) {
-    return name == kTempNew || name == kTempBackup || name == kRecordName || name == kTimeMarker;
+    return IsTempName(name) || name == kTempBackup || name == kRecordName || name == kTimeMarker;
 }
 
 void AddLeftovers(const KnownFolders& folders, std::vector<std::string>& leftovers) {

@@ -1,6 +1,7 @@
 #include "library/ModInstaller.h"
 
 #include "library/FolderMaker.h"
+#include "library/GivenUpBackup.h"
 #include "library/InstalledMods.h"
 #include "library/RecordKeeper.h"
 #include "platform/PathText.h"
@@ -19,8 +20,8 @@ public:
         : files_(files), plan_(plan), progress_(progress),
           self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, false, 0, {}})),
           record_(files, plan), guard_(files, plan),
-          gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), savedNow_(plan.items.size()),
-          over_(plan.items.size()), isLeftAlone_(plan.items.size()) {}
+          gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), secondPlace_(files),
+          savedNow_(plan.items.size()), over_(plan.items.size()), isLeftAlone_(plan.items.size()) {}
 
     InstallResult Run() {
         if (plan_.failure) {
@@ -46,7 +47,7 @@ private:
         RemoveNeedlessCopies();
         if (result_.installed.empty() && !plan_.items.empty()) {
             const auto& first = result_.notCopied.empty() ? result_.notSaved : result_.notCopied;
-            Stop(InstallOutcome::NothingCopied, first.front(), firstFailure_);
+            Stop(InstallOutcome::NothingCopied, first.front().path, first.front().error);
         }
         if (result_.outcome == InstallOutcome::NothingCopied && !plan_.installed)
             GiveUpNewBackup();
@@ -153,21 +154,21 @@ private:
         return found;
     }
 
-    /// A hard link copies no data and cannot run out of space; otherwise a copy that is on the disk.
     bool Save(std::size_t index, FolderMaker& folders) {
         const auto& place = plan_.items[index].place;
         const auto folder = folders.Ensure(place.position);
+        auto error = folder.Error();
         if (folder) {
             auto saved = Join(*folder, place.name);
-            if (!files_.HardLink(place.gamePath, saved, false) ||
-                !files_.Copy(place.gamePath, saved, {.keepLink = true, .flush = true})) {
+            error = secondPlace_.Give(place.gamePath, saved, false);
+            if (!error) {
                 savedNow_[index] = std::move(saved);
                 ++result_.saved;
                 return true;
             }
         }
         isLeftAlone_[index] = true;
-        result_.notSaved.push_back(place.gamePath);
+        result_.notSaved.push_back({place.gamePath, error});
         return false;
     }
 
@@ -193,8 +194,7 @@ private:
 
     void NotCopied(std::size_t index, std::error_code error) {
         isLeftAlone_[index] = true;
-        result_.notCopied.push_back(plan_.items[index].file.path);
-        if (!firstFailure_) firstFailure_ = error;
+        result_.notCopied.push_back({plan_.items[index].file.path, error});
         notReplaced_.push_back(index);
     }
 
@@ -246,9 +246,11 @@ private:
         if (!item.Replaces() || item.place.savedPath.empty()) return true;
         LookedAtFile file(files_, item.place.gamePath, item.place.gameIsLink);
         const auto own = guard_.IsModsOwn(file, item.place);
-        if ((own && *own) || !guard_.Secure(file, item.place)) return true;
+        if (own && *own) return true;
+        const auto error = guard_.Secure(file, item.place);
+        if (!error) return true;
         isLeftAlone_[index] = true;
-        result_.notSaved.push_back(item.place.gamePath);
+        result_.notSaved.push_back({item.place.gamePath, error});
         return false;
     }
 
@@ -288,7 +290,7 @@ private:
     void GiveUpNewBackup() {
         std::string remains;
         if (EndInstalledState(files_, self_, remains)) return;
-        Ignore(files_.RemoveTree(remains));
+        Ignore(SweepRemains(files_, remains));
         result_.saved = 0;
     }
 
@@ -299,11 +301,11 @@ private:
     RecordKeeper record_;
     GameGuard guard_;
     FolderMaker gameFolders_;
+    SecondPlace secondPlace_;
     std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
     std::vector<std::int64_t> over_;    ///< by item: as in the record
     std::vector<bool> isLeftAlone_;     ///< by item: what is in the game stays as it is
     std::vector<std::size_t> notReplaced_;
-    std::error_code firstFailure_;
     std::array<bool, kGameFolderCount> filled_{};
     InstallResult result_;
 };

@@ -46,8 +46,8 @@ struct InstallResult {
 
     std::vector<std::string> installed; ///< an entry of GameFolders and the name in the game
     std::size_t saved = 0;
-    std::vector<std::string> notSaved;  ///< game files left alone because they could not be saved or kept
-    std::vector<std::string> notCopied; ///< mod files that did not get into the game
+    std::vector<FailedFile> notSaved;  ///< game files left alone because they could not be saved or kept
+    std::vector<FailedFile> notCopied; ///< mod files that did not get into the game
     std::map<std::string, std::string> kept; ///< game files that nobody else had, and where they were kept
     std::map<std::string, std::size_t> replaced; ///< files of other mods that were replaced, by mod
     GiveBackResult givenBack;                    ///< files of a former version that the mod lacks now

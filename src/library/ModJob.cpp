@@ -2,6 +2,7 @@
 
 #include "library/FindEntry.h"
 #include "library/GameDirectory.h"
+#include "library/GivenUpBackup.h"
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
@@ -162,7 +163,7 @@ void SweepLeftovers(FileSystem& files, const JobPlan& plan) {
     for (const auto& path : plan.leftoverFiles)
         Ignore(files.RemoveFile(path));
     for (const auto& path : plan.leftoverFolders)
-        Ignore(files.RemoveTree(path));
+        Ignore(SweepRemains(files, path));
 }
 
 } // namespace quillbay

@@ -1,6 +1,7 @@
 #include "library/ModUninstaller.h"
 
 #include "library/FolderMaker.h"
+#include "library/GivenUpBackup.h"
 #include "platform/PathText.h"
 
 #include <algorithm>
@@ -97,7 +98,7 @@ private:
             const auto& saved = plan_.places[i].savedPath;
             if (!saved.empty()) Ignore(files_.RemoveFile(remains + saved.substr(backup.size())));
         }
-        const auto error = files_.RemoveTree(remains);
+        const auto error = SweepRemains(files_, remains);
         if (remains == backup) result_.backupNotRemoved = error;
         return true;
     }

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -111,12 +112,13 @@ struct DiskSpace {
 /// given: the caller has listed that folder. MakeFolder and WriteFile do look for another spelling first.
 ///
 /// Errors are those of std::errc where one fits: no_such_file_or_directory, file_exists, not_a_directory,
-/// is_a_directory, directory_not_empty, permission_denied, no_space_on_device, cross_device_link,
-/// operation_not_supported, io_error. A failed operation changes nothing, unless its text says otherwise.
-/// Of RemoveTree a part may be done.
+/// is_a_directory, directory_not_empty, permission_denied, device_or_resource_busy (open in another program),
+/// no_space_on_device, cross_device_link, operation_not_supported, io_error. A failed operation changes
+/// nothing, unless its text says otherwise. Of RemoveTree a part may be done.
 ///
 /// The temporary name of the operations themselves is `kTempNew`, in the folder of the destination. After a
-/// crash it may be left over; the next operation that needs the name removes it.
+/// crash it may be left over; the next operation that needs the name removes it, or takes `kOtherTempNew`
+/// where it cannot be removed.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
@@ -164,10 +166,10 @@ public:
     /// with `replace` becomes a file of its own, which ends a hard link.
     [[nodiscard]] virtual std::error_code Copy(std::string_view from, std::string_view to,
                                                CopyOptions options) = 0;
-    /// A second name `to` for the file `from` (a link gets a second name itself), under `kTempNew` first when
-    /// `replace` lets it take the place of an existing file; `file_exists` otherwise. cross_device_link or
-    /// operation_not_supported where there are no hard links, and for a read-only file on Windows, where the
-    /// two names would share the attribute that protects them.
+    /// A second name `to` for the file `from` (a link gets a second name itself). With `replace` it takes the
+    /// place of an existing file, `file_exists` otherwise. cross_device_link or operation_not_supported where
+    /// there are no hard links; operation_not_permitted for a read-only file on Windows, where the two names
+    /// would share the attribute that protects them.
     [[nodiscard]] virtual std::error_code HardLink(std::string_view from, std::string_view to,
                                                    bool replace) = 0;
     /// Renames a file or folder inside its volume; `file_exists` when `to` is another existing entry. A
@@ -192,8 +194,18 @@ constexpr bool IsHeldTime(FileTime wanted, FileTime held) {
 
 /// What an interrupted operation leaves behind has this name; it is nobody's data.
 inline constexpr std::string_view kTempNew = "~quillbay.new";
+/// The same where another program holds what has the first name.
+inline constexpr std::string_view kOtherTempNew = "~quillbay.nw2";
 
-/// The file system of this computer.
-std::unique_ptr<FileSystem> MakeFileSystem();
+constexpr bool IsTempName(std::string_view name) { return name == kTempNew || name == kOtherTempNew; }
+
+/// Waits for a time, on whatever thread needs the file; without one the thread sleeps.
+using Pause = std::function<void(std::chrono::milliseconds)>;
+
+/// The file system of this computer. An operation on what another program holds waits for about a second.
+std::unique_ptr<FileSystem> MakeFileSystem(Pause pause = {});
+
+/// The same without waiting: what the other one is made of.
+std::unique_ptr<FileSystem> MakePlainFileSystem();
 
 } // namespace quillbay

@@ -1,5 +1,6 @@
 #include "library/InstallRecord.h"
 
+#include "library/GivenUpBackup.h"
 #include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
 
@@ -186,6 +187,17 @@ TEST_F(BetweenCommandsTest, ABackupThatCannotBeMovedEndsByItsRecordAndARunOfFail
     refusesCopies = true;
     EXPECT_EQ(lab.Install(files, "M").outcome, InstallOutcome::NothingCopied);
     EXPECT_TRUE(lab.Install("M").outcome == InstallOutcome::Done && lab.Installed("M"));
+
+    // What was in use is swept when the list is made anew.
+    EXPECT_TRUE(lab.Uninstall(files, "M").backupNotRemoved);
+    const std::vector<ModRow> rows = {{"M", {"M"}}};
+    SweepGivenUpBackups(files, lab.Job("M").modsFolder, rows);
+    EXPECT_TRUE(lab.Installed("M"));
+    SweepGivenUpBackups(lab.Files(), lab.Job("M").modsFolder, rows);
+    EXPECT_FALSE(lab.Installed("M"));
+    lab.Install("M");
+    SweepGivenUpBackups(lab.Files(), lab.Job("M").modsFolder, rows);
+    EXPECT_TRUE(lab.Installed("M")) << "a Backup that is needed stays";
 }
 
 } // namespace

@@ -1,5 +1,8 @@
+#include "platform/PatientFileSystem.h"
+#include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
+#include <functional>
 #include <utility>
 
 // What every file system has to do, on each system the same.
@@ -260,8 +263,66 @@ TEST_F(FileSystemContractTest, LeftoversOfAnInterruptedOperationAreSwept) {
     };
     const std::string target = temp_ / "target";
     expectSwept([&] { return disk_->Copy(file_, temp_ / "copy", {}); }, "copy=new file=new target=old");
-    expectSwept([&] { return disk_->HardLink(file_, target, true); }, "copy=new file=new target=new");
     expectSwept([&] { return disk_->WriteFile(target, "other"); }, "copy=new file=new target=other");
+    // What cannot be swept is left alone.
+    temp_.Put("~quillbay.new/inside=x");
+    EXPECT_FALSE(disk_->Copy(file_, target, kReplace));
+    EXPECT_FALSE(disk_->WriteFile(file_, "last"));
+    EXPECT_EQ(temp_.Contents(), "copy=new file=last target=new ~quillbay.new/ ~quillbay.new/inside=x");
+}
+
+TEST_F(FileSystemContractTest, WaitsForWhatIsInUseButNotForEver) {
+    auto owned = std::make_unique<FaultyFileSystem>(*disk_);
+    auto& faulty = *owned;
+    std::chrono::milliseconds waited(0);
+    PatientFileSystem patient(std::move(owned), [&](auto time) { waited += time; });
+    const std::string copy = temp_ / "copy";
+    const std::string folder = temp_ / "folder";
+    std::unique_ptr<FileWriter> writer;
+    const std::function<std::error_code()> operations[] = {
+        [&] { return patient.WriteFile(file_, "bytes"); },
+        [&] { return patient.MakeFolder(folder); },
+        [&] { return patient.Copy(file_, copy, {}); },
+        [&] { return patient.HardLink(file_, folder + "\\link", false); },
+        [&] { return patient.Rename(copy, folder + "\\moved"); },
+        [&] { return patient.SetReadOnly(file_, true); },
+        [&] { return patient.SetReadOnly(file_, false); },
+        [&] { return patient.SetModified(file_, kOldTime); },
+        [&] { return patient.List(folder, Detail::Full).Error(); },
+        [&] { return patient.Stat(file_).Error(); },
+        [&] { return patient.Read(file_, 0, 9).Error(); },
+        [&] { return patient.SameContents(file_, file_).Error(); },
+        [&] { return patient.FingerprintFile(file_).Error(); },
+        [&] { return patient.RealPath(file_).Error(); },
+        [&] { return patient.SpaceAt(folder).Error(); },
+        [&] {
+            auto made = patient.MakeFile(copy, {});
+            if (made) writer = std::move(*made);
+            return writer ? std::error_code() : made.Error();
+        },
+        [&] { return writer->Commit(); },
+        [&] { return patient.RemoveFile(copy); },
+        [&] { return patient.RemoveTree(folder); },
+        [&] { return patient.MakeFolder(folder); },
+        [&] { return patient.RemoveEmptyFolder(folder); },
+    };
+    for (const auto& operation : operations) {
+        const auto before = waited;
+        faulty.Arm(1, FaultyFileSystem::Fault::Fail, std::errc::device_or_resource_busy);
+        EXPECT_FALSE(operation()) << &operation - operations;
+        EXPECT_EQ((waited - before).count(), 10) << &operation - operations;
+    }
+    EXPECT_EQ(temp_.Contents(), "file=bytes");
+    waited = {};
+    faulty.Arm(1, FaultyFileSystem::Fault::Fail);
+    EXPECT_EQ(patient.RemoveFile(file_), std::errc::io_error);
+    EXPECT_EQ(waited.count(), 0) << "which does not pass";
+    faulty.Arm(1, FaultyFileSystem::Fault::EndBefore, std::errc::device_or_resource_busy);
+    EXPECT_TRUE(patient.RemoveFile(file_));
+    EXPECT_GE(waited, std::chrono::seconds(1));
+    for (int file = 0; file < 10'000; ++file)
+        EXPECT_EQ(patient.RemoveFile(file_), std::errc::device_or_resource_busy);
+    EXPECT_LE(waited, Patience::kMostInVain);
 }
 
 TEST_F(FileSystemContractTest, RenamesInsideAVolume) {

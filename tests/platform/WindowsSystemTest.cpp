@@ -6,9 +6,11 @@
 #include "platform/SoundPlayer.h"
 #include "platform/windows/CodePageCodec.h"
 #include "platform/windows/WideText.h"
+#include "support/ImportPatch.h"
 #include "support/TempFolder.h"
 
 #include <random>
+#include <shellapi.h>
 #include <string_view>
 #include <windows.h>
 
@@ -78,6 +80,31 @@ TEST(WindowsProgramTest, ReportsWhatCannotBeOpenedOrPlayed) {
               std::errc::no_such_file_or_directory);
     EXPECT_EQ(MakeSoundPlayer()->Play(folder / "missing.wav"), std::errc::no_such_file_or_directory);
     EXPECT_EQ(MakeSoundPlayer()->Play(folder.Path()), std::errc::is_a_directory);
+}
+
+std::wstring Seen;
+
+BOOL WINAPI KnowNoProgram(SHELLEXECUTEINFOW* how) {
+    Seen += how->lpVerb + std::wstring(L" ");
+    SetLastError(ERROR_NO_ASSOCIATION);
+    return how->lpVerb == std::wstring(L"openas");
+}
+HANDLE WINAPI TakeMutex(SECURITY_ATTRIBUTES*, BOOL, const wchar_t* name) {
+    Seen = name;
+    SetLastError(ERROR_SUCCESS);
+    return nullptr;
+}
+
+TEST(WindowsProgramTest, LetsTheUserChooseAProgramForAnUnknownType) {
+    const ImportPatch patch(nullptr, "ShellExecuteExW", &KnowNoProgram);
+    EXPECT_FALSE(MakeShellOpener()->OpenWithShell("C:\\readme.unknown", ""));
+    EXPECT_EQ(Seen, L"open openas ");
+}
+
+TEST(WindowsProgramTest, TellsUsersOfOneNameApart) {
+    const ImportPatch patch(nullptr, "CreateMutexW", &TakeMutex);
+    EXPECT_TRUE(SingleInstance::Acquire());
+    EXPECT_TRUE(Seen.starts_with(L"Global\\quillbay.S-1-")) << NarrowText(Seen);
 }
 
 constexpr unsigned kWestern = 1252, kJapanese = 932, kTraditionalChinese = 950, kUtf8 = 65001;

@@ -75,6 +75,6 @@ QString WithPath(const QString& sentence, std::string_view path, const std::erro
     return error ? text + u'\n' + Reason(error) : text;
 }
 
-QString Reason(const std::error_code& error) { return QString::fromLocal8Bit(error.message().c_str()); }
+QString Reason(const std::error_code& error) { return QString::fromStdString(error.message()); }
 
 } // namespace quillbay

@@ -2,7 +2,10 @@
 
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
+#include "platform/PassingError.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <utility>
@@ -63,11 +66,33 @@ std::vector<std::string> PlacesOf(const std::map<std::string, std::string>& kept
     return places;
 }
 
+/// "C:\\Game\\odf\\a.odf: is open in another program" for each.
+std::vector<std::string> WithReasons(const std::vector<FailedFile>& failed) {
+    std::vector<std::string> texts;
+    for (const auto& [path, error] : failed)
+        texts.push_back(path + ": " +
+                        (IsInUse(error) ? "is open in another program" : FromQString(Reason(error))));
+    return texts;
+}
+
+/// What the player can do something about.
+OutcomeText& TellInUse(OutcomeText& text, std::initializer_list<const std::vector<FailedFile>*> failures) {
+    std::size_t count = 0;
+    for (const auto* failed : failures)
+        count += static_cast<std::size_t>(
+            std::ranges::count_if(*failed, [](const FailedFile& file) { return IsInUse(file.error); }));
+    if (count == 0) return text;
+    return text.Add(count == 1 ? QStringLiteral("1 of them is open in another program")
+                               : QStringLiteral("%1 of them are open in another program").arg(count));
+}
+
 /// The first of the reasons for which `Backup` is still there; empty when it is gone.
 QString WhyBackupStays(const UninstallResult& result) {
-    const std::pair<const std::vector<std::string>&, QString> reasons[] = {
-        {result.notRestored, QStringLiteral("%1 saved file(s) could not be put back into the game.")},
-        {result.notDeleted, QStringLiteral("%1 file(s) of the mod could not be removed from the game.")},
+    const std::pair<std::vector<std::string>, QString> reasons[] = {
+        {WithReasons(result.notRestored),
+         QStringLiteral("%1 saved file(s) could not be put back into the game.")},
+        {WithReasons(result.notDeleted),
+         QStringLiteral("%1 file(s) of the mod could not be removed from the game.")},
         {result.notHandedOver,
          QStringLiteral("%1 saved file(s) of mods that were installed later could not be corrected.")},
         {result.strangers, QStringLiteral("%1 file(s) in it do not belong to the mod's present files.")},
@@ -104,11 +129,12 @@ OutcomeText WithFiles(OutcomeText text, const UninstallResult& result) {
         .Count(result.restored, QStringLiteral("restored"))
         .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
         .Files(result.notOurs, QStringLiteral("kept because they are not the mod's"))
-        .Files(result.notDeleted, QStringLiteral("could not be removed"))
-        .Files(result.notRestored, QStringLiteral("could not be restored"))
+        .Files(WithReasons(result.notDeleted), QStringLiteral("could not be removed"))
+        .Files(WithReasons(result.notRestored), QStringLiteral("could not be restored"))
         .Files(result.notHandedOver, QStringLiteral("saved by later mods could not be corrected"))
         .Files(result.strangers, QStringLiteral("in Backup are not the mod's"))
         .Note(WhyStillInstalled(result));
+    TellInUse(text, {&result.notDeleted, &result.notRestored});
     for (const auto& [mod, count] : result.wentWithIt)
         text.Add(ToQString(mod) + QStringLiteral("'s ") +
                  (count == 1 ? QStringLiteral("file") : QString::number(count) + QStringLiteral(" files")) +
@@ -188,17 +214,18 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
     if (result.outcome != InstallOutcome::Done)
         return OutcomeText(name + QStringLiteral(" was not installed")).Note(WhyNotInstalled(result));
     const auto& back = result.givenBack;
-    return OutcomeText(name + QStringLiteral(" is installed"))
-        .Files(result.installed, QStringLiteral("copied"))
+    OutcomeText text(name + QStringLiteral(" is installed"));
+    text.Files(result.installed, QStringLiteral("copied"))
         .Count(result.saved, QStringLiteral("of the game's saved"))
         .Phrase(OfOthers(result.replaced), QStringLiteral(" replaced"))
         .Count(back.restored + back.deleted, QStringLiteral("of its former version given back"))
         .Files(PlacesOf(result.kept), QStringLiteral("kept in Changed"))
-        .Files(result.notSaved, QStringLiteral("skipped because the game's could not be saved"))
-        .Files(result.notCopied, QStringLiteral("could not be copied"))
-        .Files(back.notRestored, QStringLiteral("of its former version could not be given back"))
-        .Files(back.notDeleted, QStringLiteral("of its former version could not be removed"))
+        .Files(WithReasons(result.notSaved), QStringLiteral("skipped because the game's could not be saved"))
+        .Files(WithReasons(result.notCopied), QStringLiteral("could not be copied"))
+        .Files(WithReasons(back.notRestored), QStringLiteral("of its former version could not be given back"))
+        .Files(WithReasons(back.notDeleted), QStringLiteral("of its former version could not be removed"))
         .Files(back.notHandedOver, QStringLiteral("saved by later mods could not be corrected"));
+    return TellInUse(text, {&result.notSaved, &result.notCopied, &back.notRestored, &back.notDeleted});
 }
 
 QString DescribeOrder(const std::vector<InstalledMod>& newestFirst, const std::string& game) {

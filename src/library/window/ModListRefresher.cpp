@@ -5,6 +5,7 @@
 #include "common/window/QtText.h"
 #include "common/window/ShownProgress.h"
 #include "library/GameDirectory.h"
+#include "library/GivenUpBackup.h"
 #include "library/InstalledMods.h"
 #include "library/KnownFolders.h"
 #include "library/window/LibraryHost.h"
@@ -58,7 +59,10 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
             CountGameFiles();
             busy->SetCaption(QStringLiteral("Refresing mod list"));
         }
-        ShowRows(ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory)));
+        const auto modsFolder = ModsFolder(main_.ProgramDirectory);
+        auto rows = ScanModLibrary(files_, modsFolder);
+        if (SweepGivenUpBackups(files_, modsFolder, rows)) rows = ScanModLibrary(files_, modsFolder);
+        ShowRows(rows);
     }
     emit main_.Signals.ModListRebuilt();
     if (!options.keepDetails) main_.ShowModDetails();

@@ -25,6 +25,9 @@ bool KernelCannotCopy(int error) {
     return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
 }
 
+/// Some network mounts and file systems in user space know no such request.
+bool KernelCannotFlush(int error) { return error == EINVAL || error == ENOSYS || error == EOPNOTSUPP; }
+
 /// Both, since some file systems in user space take one that is left out for both.
 std::array<timespec, 2> TimesOf(const struct stat& info) { return {info.st_atim, info.st_mtim}; }
 
@@ -83,9 +86,16 @@ std::error_code CopyEntry(std::string from, std::string to, const CopyOptions& o
     const auto times = TimesOf(info);
     if (::fchmod(copy.Get(), ModeOfCopy(copy.Get(), info, options)) != 0) return LastError();
     if (::futimens(copy.Get(), times.data()) != 0) return LastError();
-    if (options.flush && ::fsync(copy.Get()) != 0) return LastError();
+    if (options.flush) {
+        if (const auto error = FlushOpen(copy.Get())) return error;
+    }
     if (::close(copy.Release()) != 0) return LastError();
     return temp.MoveToDestination(options.replace);
+}
+
+std::error_code FlushOpen(int file) {
+    if (::fsync(file) == 0 || KernelCannotFlush(errno)) return {};
+    return LastError();
 }
 
 mode_t ModeFor(int made, const struct stat& old) {

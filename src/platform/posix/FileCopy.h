@@ -23,6 +23,9 @@ std::error_code CopyBytes(int from, int to, std::uint64_t size);
 /// The same with a buffer, up to the end of `from`.
 std::error_code CopyByReading(int from, int to);
 
+/// Everything written is on the disk; no error where the file system knows no such request.
+std::error_code FlushOpen(int file);
+
 /// Writes all of `size` bytes.
 std::error_code WriteAll(int fd, const char* bytes, std::size_t size);
 

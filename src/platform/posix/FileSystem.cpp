@@ -298,7 +298,7 @@ public:
         if (!found && S_ISREG(old.st_mode) && ::fchmod(written.Get(), ModeFor(written.Get(), old)) != 0) {
             return LastError();
         }
-        if (::fsync(written.Get()) != 0) return LastError();
+        if (const auto error = FlushOpen(written.Get())) return error;
         if (::close(written.Release()) != 0) return LastError();
         return temp.RenameOverDestination();
     }
@@ -350,6 +350,6 @@ Result<std::string> FindRealPath(std::string_view entry) {
     return found;
 }
 
-std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<DiskFileSystem>(); }
+std::unique_ptr<FileSystem> MakePlainFileSystem() { return std::make_unique<DiskFileSystem>(); }
 
 } // namespace quillbay

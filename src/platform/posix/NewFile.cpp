@@ -31,12 +31,13 @@ public:
     }
 
     std::error_code Commit() override {
-        if (traits_.modified) {
+        // Of a second attempt only the name is left to do.
+        if (file_ && traits_.modified) {
             const timespec time{static_cast<time_t>(traits_.modified->time_since_epoch().count()), 0};
             const std::array<timespec, 2> times = {time, time};
             if (::futimens(file_.Get(), times.data()) != 0) return LastError();
         }
-        if (::close(file_.Release()) != 0) return LastError();
+        if (file_ && ::close(file_.Release()) != 0) return LastError();
         return temp_.MoveToDestination(false);
     }
 

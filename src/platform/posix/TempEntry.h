@@ -37,23 +37,20 @@ public:
     }
 
     /// Makes the entry by `create(path)`, which returns -1 and sets errno on failure (EEXIST when the name is
-    /// taken). Removes a leftover of that name and finds the folder in another spelling.
+    /// taken). Removes a leftover of that name, or takes the second name, and finds the folder in another
+    /// spelling.
     template <typename Create>
     std::error_code Make(Create create) {
-        if (IsOwnName()) return std::make_error_code(std::errc::invalid_argument);
-        path_ = Beside(destination_, kTempNew);
-        if (!TryMake(create) && errno == ENOENT) {
+        if (IsTempName(std::string_view(destination_).substr(destination_.rfind('/') + 1)))
+            return std::make_error_code(std::errc::invalid_argument);
+        auto error = TryMake(kTempNew, create);
+        if (error == std::errc::no_such_file_or_directory) {
             auto found = FindParentSpelling(destination_);
-            if (!found) return SystemError(ENOENT);
+            if (!found) return error;
             destination_ = std::move(*found);
-            path_ = Beside(destination_, kTempNew);
-            TryMake(create);
+            error = TryMake(kTempNew, create);
         }
-        if (!made_ && errno == EEXIST) {
-            if (const auto error = RemoveLeftover(path_)) return error;
-            TryMake(create);
-        }
-        return made_ ? std::error_code{} : LastError();
+        return isTaken_ ? TryMake(kOtherTempNew, create) : error;
     }
 
     const std::string& Path() const { return path_; }
@@ -74,18 +71,22 @@ public:
 
 private:
     template <typename Create>
-    bool TryMake(Create create) {
+    std::error_code TryMake(std::string_view name, Create create) {
+        path_ = Beside(destination_, name);
         made_ = create(path_.c_str()) != -1;
-        return made_;
-    }
-    bool IsOwnName() const {
-        const std::string_view destination = destination_;
-        return destination.substr(destination.rfind('/') + 1) == kTempNew;
+        if (!made_ && errno == EEXIST) {
+            const auto error = RemoveLeftover(path_);
+            isTaken_ = bool(error);
+            if (error) return error;
+            made_ = create(path_.c_str()) != -1;
+        }
+        return made_ ? std::error_code{} : LastError();
     }
 
     std::string destination_;
     std::string path_;
     bool made_ = false;
+    bool isTaken_ = false; ///< the name, by what cannot be removed
 };
 
 } // namespace quillbay

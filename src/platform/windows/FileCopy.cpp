@@ -3,127 +3,146 @@
 #include "platform/CaseFold.h"
 #include "platform/windows/FileTimes.h"
 #include "platform/windows/FolderScan.h"
-#include "platform/windows/Handle.h"
 #include "platform/windows/LinkText.h"
+#include "platform/windows/OpenFile.h"
 #include "platform/windows/Removal.h"
+#include "platform/windows/Security.h"
 #include "platform/windows/WidePath.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WinError.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <new>
 #include <utility>
-#include <vector>
 
+// Each look-up of a path passes a virus scanner's filter, so the steps below ask nothing beforehand that the
+// call which does the work reports anyway; what stood in the way is looked at when it has failed.
 namespace quillbay {
 
 namespace {
 
 constexpr DWORD kReadOnly = FILE_ATTRIBUTE_READONLY;
+constexpr DWORD kFinishing = DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 
 std::wstring Beside(const std::wstring& longPath, std::string_view name) {
     return InFolder(LongParent(longPath), WidenText(name));
 }
-
-bool Has(DWORD attributes, DWORD bit) { return attributes != INVALID_FILE_ATTRIBUTES && (attributes & bit); }
 
 std::error_code RemoveLeftover(const std::wstring& longPath) {
     const auto error = RemoveFileName(longPath);
     return error == std::errc::no_such_file_or_directory ? std::error_code{} : error;
 }
 
-std::error_code MoveName(const std::wstring& from, const std::wstring& to, DWORD flags = 0) {
-    return MoveFileExW(from.c_str(), to.c_str(), flags) ? std::error_code{} : LastError();
-}
-
-std::error_code Flush(const std::wstring& longPath) {
-    const Handle file(
-        CreateFileW(longPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
-    return file && FlushFileBuffers(file.Get()) ? std::error_code{} : LastError();
-}
-
-/// The system flushes only what it may write, so a read-only copy gets its attribute back afterwards.
-std::error_code Finish(const std::wstring& copy, CopyOptions options) {
-    const DWORD attributes = GetFileAttributesW(copy.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
-    const bool protectedCopy = Has(attributes, kReadOnly) && (options.flush || options.makeWritable);
-    if (protectedCopy) {
-        const DWORD others = attributes & ~kReadOnly;
-        if (!SetFileAttributesW(copy.c_str(), others ? others : FILE_ATTRIBUTE_NORMAL)) return LastError();
+/// A file under a temporary name beside the one that it is to have. Removed again unless it gets that.
+class TempFile {
+public:
+    explicit TempFile(std::wstring destination) : destination_(std::move(destination)) {}
+    TempFile(const TempFile&) = delete;
+    ~TempFile() {
+        file_ = Handle();
+        if (made_) Ignore(RemoveLeftover(path_));
     }
-    if (options.flush) {
-        if (const auto error = Flush(copy)) return error;
-    }
-    if (protectedCopy && !options.makeWritable && !SetFileAttributesW(copy.c_str(), attributes))
-        return LastError();
-    return {};
-}
 
-std::error_code CopyLink(const std::wstring& from, const WIN32_FIND_DATAW& entry, const std::wstring& copy) {
-    if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
-        const DWORD flags = COPY_FILE_FAIL_IF_EXISTS | COPY_FILE_COPY_SYMLINK;
-        if (!CopyFileExW(from.c_str(), copy.c_str(), nullptr, nullptr, nullptr, flags)) return LastError();
-        return {};
+    /// Makes the file by `create(path)`, which is `file_exists` when the name is taken: by a leftover, which
+    /// is removed, or by one that somebody holds, which leaves the second name.
+    template <typename Create>
+    std::error_code Make(Create create) {
+        const auto name = NarrowText(LongName(destination_));
+        for (const auto taken : {kTempNew, kOtherTempNew})
+            if (EqualFolded(name, taken)) return std::make_error_code(std::errc::invalid_argument);
+        std::error_code error;
+        for (const auto temp : {kTempNew, kOtherTempNew}) {
+            path_ = Beside(destination_, temp);
+            error = create(path_);
+            if (error == std::errc::file_exists) {
+                error = RemoveLeftover(path_);
+                if (!error) error = create(path_);
+            }
+            if (!IsHeld(error)) break;
+        }
+        made_ = !error;
+        return error;
     }
+
+    /// Opens the file for the calls below.
+    std::error_code Open(DWORD access) {
+        file_ = OpenName(path_, access);
+        return file_ ? std::error_code{} : LastError();
+    }
+    void Take(Handle file) { file_ = std::move(file); }
+    const Handle& File() const { return file_; }
+    const std::wstring& Path() const { return path_; }
+    const std::wstring& Destination() const { return destination_; }
+
+    /// Gives the open file its name.
+    std::error_code MoveToDestination(bool replace) {
+        const auto error = RenameOpen(file_, destination_, replace);
+        if (!error) made_ = false;
+        return error;
+    }
+
+private:
+    /// Also a name that goes as soon as another program closes it, which is "access denied" until then.
+    static bool IsHeld(const std::error_code& error) {
+        return error == std::errc::file_exists || error == std::errc::device_or_resource_busy ||
+               error == std::errc::permission_denied;
+    }
+
+    std::wstring destination_;
+    std::wstring path_;
+    Handle file_;
+    bool made_ = false;
+};
+
+/// A folder, or a link to one, which the system copies neither.
+std::error_code CopyFolderLink(const std::wstring& from, const std::wstring& copy, CopyOptions options,
+                               std::error_code failure) {
+    const auto entry = FindEntry(from);
+    if (!entry) return entry.Error();
+    if (!(entry->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return failure;
+    if (!options.keepLink || !IsLink(*entry)) return std::make_error_code(std::errc::is_a_directory);
     const auto text = ReadLinkText(from);
     if (!text) return text.Error();
     const DWORD flags = SYMBOLIC_LINK_FLAG_DIRECTORY | SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
     return CreateSymbolicLinkW(copy.c_str(), text->c_str(), flags) ? std::error_code{} : LastError();
 }
 
-std::error_code MakeCopy(const std::wstring& from, const WIN32_FIND_DATAW& entry, const std::wstring& copy,
-                         CopyOptions options) {
-    if (options.keepLink && IsLink(entry)) return CopyLink(from, entry, copy);
-    if (!CopyFileExW(from.c_str(), copy.c_str(), nullptr, nullptr, nullptr, COPY_FILE_FAIL_IF_EXISTS))
-        return LastError();
-    return Finish(copy, options);
+std::error_code MakeCopy(const std::wstring& from, const std::wstring& copy, CopyOptions options) {
+    const DWORD flags = COPY_FILE_FAIL_IF_EXISTS | (options.keepLink ? COPY_FILE_COPY_SYMLINK : 0);
+    if (CopyFileExW(from.c_str(), copy.c_str(), nullptr, nullptr, nullptr, flags)) return {};
+    const auto error = LastError();
+    if (error == std::errc::file_exists || error == std::errc::no_such_file_or_directory) return error;
+    return CopyFolderLink(from, copy, options, error);
 }
 
-/// FileRenameInfoEx, which not every set of headers declares.
-constexpr auto kRenameEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22);
-
-/// Windows 10 1809 and later, on NTFS: the attribute of what stood there, which its other names share, is not
-/// looked at.
-bool ReplaceIgnoringReadOnly(const std::wstring& made, const std::wstring& to) {
-    constexpr DWORD kReplace = 0x1, kPosixSemantics = 0x2, kIgnoreReadOnly = 0x40; // FILE_RENAME_FLAG_...
-    const Handle file(CreateFileW(made.c_str(), DELETE | SYNCHRONIZE,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
-    if (!file) return false;
-    const std::size_t nameBytes = to.size() * sizeof(wchar_t);
-    std::vector<std::byte> buffer(sizeof(FILE_RENAME_INFO) + nameBytes);
-    auto* how = new (buffer.data()) FILE_RENAME_INFO{};
-    how->Flags = kReplace | kPosixSemantics | kIgnoreReadOnly;
-    how->FileNameLength = static_cast<DWORD>(nameBytes);
-    std::memcpy(buffer.data() + offsetof(FILE_RENAME_INFO, FileName), to.data(), nameBytes);
-    return SetFileInformationByHandle(file.Get(), kRenameEx, how, static_cast<DWORD>(buffer.size()));
+std::error_code ClearReadOnly(const Handle& file) {
+    const DWORD attributes = AttributesOf(file);
+    if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
+    return attributes & kReadOnly ? SetAttributesOf(file, attributes & ~kReadOnly) : std::error_code{};
 }
 
-/// Gives the finished file its name. What stood there is replaced as it is, a link as a link.
-std::error_code PutInPlace(const std::wstring& made, const std::wstring& to, bool replace) {
-    if (!replace) return MoveName(made, to);
-    if (Has(GetFileAttributesW(to.c_str()), kReadOnly)) {
-        if (ReplaceIgnoringReadOnly(made, to)) return {};
-        // The attribute is the file's: with a second name it would be gone there too, so it stays.
-        if (CountLinks(to) == 1) {
-            return WithoutReadOnly(
-                to, [&] { return MoveFileExW(made.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING); });
-        }
+/// Opens the copy, whose bytes are on the disk then if that is wanted. The system flushes only what it may
+/// write, so a read-only copy gets its attribute back afterwards.
+std::error_code Finish(TempFile& copy, CopyOptions options) {
+    if (!options.flush) {
+        if (const auto error = copy.Open(kFinishing)) return error;
+        return options.makeWritable ? ClearReadOnly(copy.File()) : std::error_code{};
     }
-    return MoveName(made, to, MOVEFILE_REPLACE_EXISTING);
-}
-
-/// Whether `to` may be given to another file at all.
-std::error_code CheckTarget(const std::wstring& to, bool replace) {
-    if (EqualFolded(NarrowText(LongName(to)), kTempNew))
-        return std::make_error_code(std::errc::invalid_argument);
-    const DWORD target = GetFileAttributesW(to.c_str());
-    if (target == INVALID_FILE_ATTRIBUTES) return {};
-    if (!replace) return std::make_error_code(std::errc::file_exists);
-    if (Has(target, FILE_ATTRIBUTE_DIRECTORY)) return std::make_error_code(std::errc::is_a_directory);
-    return {};
+    auto error = copy.Open(kFinishing | FILE_WRITE_DATA);
+    DWORD protectedAs = 0;
+    if (error == std::errc::permission_denied) {
+        if ((error = copy.Open(kFinishing))) return error;
+        protectedAs = AttributesOf(copy.File());
+        if (protectedAs == INVALID_FILE_ATTRIBUTES) return LastError();
+        if ((error = ClearReadOnly(copy.File()))) return error;
+        error = copy.Open(kFinishing | FILE_WRITE_DATA);
+    }
+    if (error) return error;
+    // A link has no bytes of its own.
+    const bool isLink = HasAttribute(AttributesOf(copy.File()), FILE_ATTRIBUTE_REPARSE_POINT);
+    if (!isLink && (error = FlushOpen(copy.File()))) return error;
+    if (options.makeWritable) return ClearReadOnly(copy.File());
+    return protectedAs & kReadOnly ? SetAttributesOf(copy.File(), protectedAs) : std::error_code{};
 }
 
 std::error_code WriteTo(const Handle& file, std::string_view bytes) {
@@ -136,100 +155,92 @@ std::error_code WriteTo(const Handle& file, std::string_view bytes) {
     return {};
 }
 
-std::error_code WriteNewFile(const std::wstring& longPath, DWORD attributes, std::string_view bytes) {
-    const Handle file(
-        CreateFileW(longPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
-    if (!file) return LastError();
-    if (const auto error = WriteTo(file, bytes)) return error;
-    return FlushFileBuffers(file.Get()) ? std::error_code{} : LastError();
+/// Makes and opens a file that nobody else can open before it is closed.
+std::error_code MakeNew(TempFile& temp) {
+    return temp.Make([&](const std::wstring& path) {
+        temp.Take(Handle(CreateFileW(path.c_str(), GENERIC_WRITE | kFinishing, 0, nullptr, CREATE_NEW,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr)));
+        return temp.File() ? std::error_code{} : LastError();
+    });
+}
+
+/// Makes the new file as a copy of the one that it replaces, so that it has what else belongs to that:
+/// attributes, further streams, rights and the time at which it was made.
+std::error_code MakeSuccessor(TempFile& temp) {
+    const std::wstring& old = temp.Destination();
+    const auto error =
+        temp.Make([&](const std::wstring& path) { return MakeCopy(old, path, {.makeWritable = true}); });
+    if (error) return error;
+    Ignore(CopyRights(old, temp.Path()));
+    temp.Take(Handle(CreateFileW(temp.Path().c_str(), GENERIC_WRITE | kFinishing, 0, nullptr,
+                                 TRUNCATE_EXISTING, 0, nullptr)));
+    if (!temp.File()) return LastError();
+    const Handle former = OpenName(old, FILE_READ_ATTRIBUTES);
+    FILETIME made{};
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    if (former && GetFileTime(former.Get(), &made, nullptr, nullptr))
+        SetFileTime(temp.File().Get(), &made, nullptr, &now);
+    return {};
 }
 
 class WindowsFileWriter : public FileWriter {
 public:
-    WindowsFileWriter(std::wstring made, std::wstring to, NewFile traits, Handle file)
-        : made_(std::move(made)), to_(std::move(to)), traits_(traits), file_(std::move(file)) {}
-    ~WindowsFileWriter() override {
-        file_ = Handle();
-        if (!made_.empty()) Ignore(RemoveLeftover(made_));
-    }
+    WindowsFileWriter(const std::wstring& to, NewFile traits) : temp_(to), traits_(traits) {}
 
-    std::error_code Write(std::string_view bytes) override { return WriteTo(file_, bytes); }
+    std::error_code Start() { return MakeNew(temp_); }
+    std::error_code Write(std::string_view bytes) override { return WriteTo(temp_.File(), bytes); }
 
     std::error_code Commit() override {
         const auto time = traits_.modified ? ToFileTime(*traits_.modified) : std::nullopt;
-        if (time && !SetFileTime(file_.Get(), nullptr, nullptr, &*time)) return LastError();
-        file_ = Handle();
-        const auto error = PutInPlace(made_, to_, false);
-        if (!error) made_.clear();
+        if (time && !SetFileTime(temp_.File().Get(), nullptr, nullptr, &*time)) return LastError();
+        const auto error = temp_.MoveToDestination(false);
+        if (!error) temp_.Take(Handle());
         return error;
     }
 
 private:
-    std::wstring made_; ///< empty when it has its name
-    std::wstring to_;
+    TempFile temp_;
     NewFile traits_;
-    Handle file_;
 };
 
 } // namespace
 
 std::error_code CopyToName(const std::wstring& from, const std::wstring& to, CopyOptions options) {
-    const auto source = FindEntry(from);
-    if (!source) return source.Error();
-    const bool asLink = options.keepLink && IsLink(*source);
-    if (!asLink && (source->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-        return std::make_error_code(std::errc::is_a_directory);
-    if (const auto error = CheckTarget(to, options.replace)) return error;
-
-    const std::wstring made = Beside(to, kTempNew);
-    if (const auto error = RemoveLeftover(made)) return error;
-    auto error = MakeCopy(from, *source, made, options);
-    if (!error) error = PutInPlace(made, to, options.replace);
-    if (error) Ignore(RemoveLeftover(made));
-    return error;
+    TempFile copy(to);
+    auto error = copy.Make([&](const std::wstring& path) { return MakeCopy(from, path, options); });
+    if (!error) error = Finish(copy, options);
+    return error ? error : copy.MoveToDestination(options.replace);
 }
 
 std::error_code LinkToName(const std::wstring& from, const std::wstring& to, bool replace) {
-    const DWORD source = GetFileAttributesW(from.c_str());
-    if (source == INVALID_FILE_ATTRIBUTES) return LastError();
-    if (Has(source, FILE_ATTRIBUTE_DIRECTORY)) return std::make_error_code(std::errc::is_a_directory);
-    if (const auto error = CheckTarget(to, replace)) return error;
-    if (Has(source, kReadOnly)) return std::make_error_code(std::errc::operation_not_supported);
-    if (!replace) return CreateHardLinkW(to.c_str(), from.c_str(), nullptr) ? std::error_code{} : LastError();
-
-    const std::wstring made = Beside(to, kTempNew);
-    if (const auto error = RemoveLeftover(made)) return error;
-    if (!CreateHardLinkW(made.c_str(), from.c_str(), nullptr)) return LastError();
-    const auto error = PutInPlace(made, to, true);
-    // Moving one name of a file over another one may leave both.
-    Ignore(RemoveLeftover(made));
-    return error;
+    const Handle file = OpenName(from, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES | SYNCHRONIZE);
+    if (!file) return LastError();
+    const DWORD attributes = AttributesOf(file);
+    if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return std::make_error_code(std::errc::is_a_directory);
+    if (attributes & kReadOnly) return std::make_error_code(std::errc::operation_not_permitted);
+    return LinkOpen(file, to, replace);
 }
 
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes) {
-    DWORD attributes = GetFileAttributesW(file.c_str());
-    if (const auto error = CheckTarget(file, true)) return error;
-    if (Has(attributes, kReadOnly)) return std::make_error_code(std::errc::permission_denied);
-    if (attributes == INVALID_FILE_ATTRIBUTES || Has(attributes, FILE_ATTRIBUTE_REPARSE_POINT))
-        attributes = FILE_ATTRIBUTE_NORMAL;
-
-    const std::wstring made = Beside(file, kTempNew);
-    if (const auto error = RemoveLeftover(made)) return error;
-    auto error = WriteNewFile(made, attributes, bytes);
-    if (!error) error = PutInPlace(made, file, true);
-    if (error) Ignore(RemoveLeftover(made));
-    return error;
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    if (HasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY))
+        return std::make_error_code(std::errc::is_a_directory);
+    if (HasAttribute(attributes, kReadOnly)) return std::make_error_code(std::errc::permission_denied);
+    const bool isNew =
+        attributes == INVALID_FILE_ATTRIBUTES || HasAttribute(attributes, FILE_ATTRIBUTE_REPARSE_POINT);
+    TempFile temp(file);
+    auto error = isNew ? MakeNew(temp) : MakeSuccessor(temp);
+    if (!error) error = WriteTo(temp.File(), bytes);
+    if (!error) error = FlushOpen(temp.File());
+    return error ? error : temp.MoveToDestination(true);
 }
 
 Result<std::unique_ptr<FileWriter>> StartFile(const std::wstring& file, NewFile traits) {
-    if (const auto error = CheckTarget(file, false)) return error;
-    std::wstring made = Beside(file, kTempNew);
-    if (const auto error = RemoveLeftover(made)) return error;
-    Handle opened(
-        CreateFileW(made.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!opened) return LastError();
-    return std::unique_ptr<FileWriter>(
-        std::make_unique<WindowsFileWriter>(std::move(made), file, traits, std::move(opened)));
+    auto writer = std::make_unique<WindowsFileWriter>(file, traits);
+    if (const auto error = writer->Start()) return error;
+    return std::unique_ptr<FileWriter>(std::move(writer));
 }
 
 } // namespace quillbay

@@ -6,9 +6,10 @@
 #include "platform/RealPath.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FileTimes.h"
+#include "platform/windows/FinalPath.h"
 #include "platform/windows/FolderScan.h"
-#include "platform/windows/Handle.h"
 #include "platform/windows/LinkText.h"
+#include "platform/windows/OpenFile.h"
 #include "platform/windows/Removal.h"
 #include "platform/windows/WidePath.h"
 #include "platform/windows/WideText.h"
@@ -18,25 +19,20 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <optional>
 
 namespace quillbay {
 
 namespace {
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kBlock = 1u << 18; ///< bytes that are read at once
 
 std::uint64_t Wide(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
 
-Handle OpenInformation(const std::wstring& path, DWORD flags = 0) {
-    return Handle(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
-                              FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
-}
-
 /// Of what the path leads to, links followed.
 Result<BY_HANDLE_FILE_INFORMATION> ReadInformation(const std::wstring& path) {
     BY_HANDLE_FILE_INFORMATION information{};
-    const Handle file = OpenInformation(path);
+    const Handle file = OpenTarget(path);
     if (!file || !GetFileInformationByHandle(file.Get(), &information)) return LastError();
     return information;
 }
@@ -128,26 +124,23 @@ FileId IdOf(const Handle& file) {
     return {old.dwVolumeSerialNumber, Wide(old.nFileIndexHigh, old.nFileIndexLow)};
 }
 
-Result<std::wstring> FindFinalPath(const std::wstring& path) {
-    const Handle handle = OpenInformation(path);
-    if (!handle) return LastError();
-    std::wstring real(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length =
-            GetFinalPathNameByHandleW(handle.Get(), real.data(), static_cast<DWORD>(real.size()), 0);
-        if (length == 0) break;
-        const bool complete = length < real.size();
-        real.resize(length);
-        if (complete) return real;
-    }
-    const auto error = LastError();
-    // Wine knows no final path of more than 260 characters; that of the folder above may be shorter.
-    const auto entry = FindEntry(path);
-    const auto parent = LongParent(path);
-    if (!entry || IsLink(*entry) || parent.size() == path.size()) return error;
-    const auto realParent = FindFinalPath(std::wstring(parent));
-    if (!realParent) return realParent.Error();
-    return InFolder(*realParent, entry->cFileName);
+/// By one look-up: what is no link, in its stored spelling. Nothing for anything else, and for what the
+/// system tells only where it is listed.
+std::optional<FileInfo> InfoOf(const Handle& file) {
+    BY_HANDLE_FILE_INFORMATION now{};
+    if (!file || !GetFileInformationByHandle(file.Get(), &now) ||
+        (now.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        return std::nullopt;
+    const auto stored = StoredPathOf(file);
+    if (stored.empty()) return std::nullopt;
+    FileInfo info;
+    info.name = NarrowText(LongName(stored));
+    info.hidden = now.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow), now.ftLastWriteTime);
+    info.changed = ChangeTimeOf(file);
+    info.id = IdOf(file);
+    if (info.kind != EntryKind::Folder) info.links = now.nNumberOfLinks;
+    return info;
 }
 
 std::error_code MoveName(const std::wstring& from, const std::wstring& to) {
@@ -184,19 +177,23 @@ public:
     Result<FileInfo> Stat(std::string_view file) const override {
         const auto path = LongPath(file);
         if (!path) return path.Error();
+        const Handle itself = OpenName(*path, FILE_READ_ATTRIBUTES);
+        const auto failure = itself ? std::error_code() : LastError();
+        if (failure == std::errc::no_such_file_or_directory) return failure;
+        if (auto info = InfoOf(itself)) return *std::move(info);
         const auto found = FindEntry(*path);
         if (!found) return found.Error();
         FileInfo info;
         Fill(info, *found, *path);
-        const Handle itself = OpenInformation(*path, FILE_FLAG_OPEN_REPARSE_POINT);
-        const Handle target = info.isLink ? OpenInformation(*path) : Handle();
+        const Handle target = info.isLink ? OpenTarget(*path) : Handle();
         if (const Handle& meant = info.isLink ? target : itself) {
             info.changed = ChangeTimeOf(meant);
             info.id = IdOf(meant);
         }
         if (IsFolder(*found)) return info;
         BY_HANDLE_FILE_INFORMATION now{};
-        if (!itself || !GetFileInformationByHandle(itself.Get(), &now)) return LastError();
+        if (failure) return failure;
+        if (!GetFileInformationByHandle(itself.Get(), &now)) return LastError();
         info.links = now.nNumberOfLinks;
         // A folder holds size and time as they were when the file was last opened by this name.
         if (!info.isLink)
@@ -379,13 +376,12 @@ public:
     std::error_code SetReadOnly(std::string_view file, bool readOnly) override {
         const auto path = LongPath(file);
         if (!path) return path.Error();
-        const DWORD now = GetFileAttributesW(path->c_str());
+        const Handle handle = OpenName(*path, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+        const DWORD now = handle ? AttributesOf(handle) : INVALID_FILE_ATTRIBUTES;
         if (now == INVALID_FILE_ATTRIBUTES) return LastError();
         constexpr DWORD kReadOnly = FILE_ATTRIBUTE_READONLY;
-        DWORD wanted = readOnly ? now | kReadOnly : now & ~kReadOnly;
-        if (wanted == 0) wanted = FILE_ATTRIBUTE_NORMAL;
-        if (wanted == now) return {};
-        return SetFileAttributesW(path->c_str(), wanted) ? std::error_code{} : LastError();
+        const DWORD wanted = readOnly ? now | kReadOnly : now & ~kReadOnly;
+        return wanted == now ? std::error_code{} : SetAttributesOf(handle, wanted);
     }
 
     std::error_code SetModified(std::string_view entry, FileTime time) override {
@@ -437,6 +433,6 @@ Result<std::string> FindRealPath(std::string_view entry) {
     return NarrowText(WithoutLongPrefix(*real));
 }
 
-std::unique_ptr<FileSystem> MakeFileSystem() { return std::make_unique<WindowsFileSystem>(); }
+std::unique_ptr<FileSystem> MakePlainFileSystem() { return std::make_unique<WindowsFileSystem>(); }
 
 } // namespace quillbay

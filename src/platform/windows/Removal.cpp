@@ -2,8 +2,9 @@
 
 #include "platform/Result.h"
 #include "platform/windows/FolderScan.h"
-#include "platform/windows/Handle.h"
+#include "platform/windows/OpenFile.h"
 #include "platform/windows/WidePath.h"
+#include "platform/windows/WinError.h"
 
 #include <vector>
 
@@ -11,53 +12,43 @@ namespace quillbay {
 
 namespace {
 
-Handle OpenName(const std::wstring& longPath, DWORD access) {
-    return Handle(CreateFileW(longPath.c_str(), access,
-                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                              FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-}
-
 /// FileDispositionInfoEx, which not every set of headers declares.
 constexpr auto kDispositionEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
 
-/// Windows 10 1809 and later, on NTFS: the name goes at once and the attribute is not looked at.
-bool RemoveIgnoringReadOnly(const std::wstring& longPath) {
-    const Handle file = OpenName(longPath, DELETE);
+/// Removes what was refused (`denied`), if it has the read-only attribute.
+std::error_code RemoveReadOnly(const std::wstring& longPath, bool isFolder, std::error_code denied) {
+    const Handle entry = OpenName(longPath, DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+    if (!entry) return LastError();
+    BY_HANDLE_FILE_INFORMATION now{};
+    if (!GetFileInformationByHandle(entry.Get(), &now) || !(now.dwFileAttributes & FILE_ATTRIBUTE_READONLY))
+        return denied;
+    if (isFolder != bool(now.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return denied;
+    // Windows 10 1809 and later, on NTFS: the name goes at once and the attribute is not looked at.
     FILE_DISPOSITION_INFO_EX how{FILE_DISPOSITION_FLAG_DELETE | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS |
                                  FILE_DISPOSITION_FLAG_IGNORE_READONLY_ATTRIBUTE};
-    return file && SetFileInformationByHandle(file.Get(), kDispositionEx, &how, sizeof how);
-}
-
-/// True when the removal that failed may be tried again after clearing the read-only attribute.
-bool FailedAsReadOnly(const std::wstring& longPath, const std::error_code& error) {
-    if (error != std::errc::permission_denied) return false;
-    const DWORD attributes = GetFileAttributesW(longPath.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
+    if (SetFileInformationByHandle(entry.Get(), kDispositionEx, &how, sizeof how)) return {};
+    if (!isFolder && now.nNumberOfLinks != 1) return denied;
+    const DWORD others = now.dwFileAttributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+    if (const auto error = SetAttributesOf(entry, others)) return error;
+    FILE_DISPOSITION_INFO gone{TRUE};
+    if (SetFileInformationByHandle(entry.Get(), FileDispositionInfo, &gone, sizeof gone)) return {};
+    const auto error = LastError();
+    Ignore(SetAttributesOf(entry, now.dwFileAttributes));
+    return error;
 }
 
 } // namespace
 
-unsigned CountLinks(const std::wstring& longPath) {
-    const Handle file = OpenName(longPath, FILE_READ_ATTRIBUTES);
-    BY_HANDLE_FILE_INFORMATION information{};
-    if (!file || !GetFileInformationByHandle(file.Get(), &information)) return 0;
-    return information.nNumberOfLinks;
-}
-
 std::error_code RemoveFileName(const std::wstring& longPath) {
     if (DeleteFileW(longPath.c_str())) return {};
     const auto error = LastError();
-    if (!FailedAsReadOnly(longPath, error)) return error;
-    if (RemoveIgnoringReadOnly(longPath)) return {};
-    if (CountLinks(longPath) != 1) return error;
-    return WithoutReadOnly(longPath, [&] { return DeleteFileW(longPath.c_str()); });
+    return error == std::errc::permission_denied ? RemoveReadOnly(longPath, false, error) : error;
 }
 
 std::error_code RemoveFolderName(const std::wstring& longPath) {
     if (RemoveDirectoryW(longPath.c_str())) return {};
     const auto error = LastError();
-    if (!FailedAsReadOnly(longPath, error)) return error;
-    return WithoutReadOnly(longPath, [&] { return RemoveDirectoryW(longPath.c_str()); });
+    return error == std::errc::permission_denied ? RemoveReadOnly(longPath, true, error) : error;
 }
 
 std::error_code RemoveFolderTree(const std::wstring& longFolder) {

@@ -52,6 +52,10 @@ public:
         how.lpFile = file->c_str();
         how.lpDirectory = folder->empty() ? nullptr : folder->c_str();
         how.nShow = SW_SHOWNORMAL;
+        if (ShellExecuteExW(&how)) return {};
+        if (GetLastError() != ERROR_NO_ASSOCIATION) return LastError();
+        // Let the user choose a program, as Explorer does.
+        how.lpVerb = L"openas";
         return ShellExecuteExW(&how) ? std::error_code{} : LastError();
     }
 };

@@ -2,19 +2,28 @@
 
 #include "platform/windows/Handle.h"
 
+#include <array>
+#include <cstddef>
+#include <sddl.h>
 #include <string>
 
 namespace quillbay {
 
 namespace {
 
-std::wstring UserName() {
-    constexpr DWORD kLongestName = 257; // UNLEN and the final NUL
-    std::wstring name(kLongestName, L'\0');
-    DWORD size = kLongestName;
-    if (!GetUserNameW(name.data(), &size) || size == 0) return {};
-    name.resize(size - 1);
-    return name;
+/// Of the user who runs the program, as text. Two users may have one name: a local one and one of a domain.
+std::wstring UserSid() {
+    HANDLE opened = nullptr;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) return {};
+    const Handle token(opened);
+    alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user;
+    DWORD size = 0;
+    if (!GetTokenInformation(token.Get(), TokenUser, user.data(), DWORD{user.size()}, &size)) return {};
+    wchar_t* text = nullptr;
+    if (!ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text)) return {};
+    std::wstring sid = text;
+    LocalFree(text);
+    return sid;
 }
 
 class MutexInstance : public SingleInstance {
@@ -29,7 +38,7 @@ private:
 
 std::unique_ptr<SingleInstance> SingleInstance::Acquire() {
     // A user may be logged on more than once.
-    const std::wstring name = L"Global\\quillbay." + UserName();
+    const std::wstring name = L"Global\\quillbay." + UserSid();
     Handle mutex(CreateMutexW(nullptr, FALSE, name.c_str()));
     const DWORD outcome = GetLastError();
     // Denied: one that runs with more rights holds the name.

@@ -1,4 +1,5 @@
 #include "library/GameDirectory.h"
+#include "library/window/JobReport.h"
 #include "support/SelectorFixtureWindow.h"
 
 namespace quillbay::test {
@@ -228,6 +229,18 @@ TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) 
     EXPECT_EQ(outcome.text(), "Alpha is uninstalled: 1 file removed, 1 restored, 1 kept in Changed.");
     EXPECT_TRUE(outcome.toolTip().contains("Changed"));
     ExpectShip("game");
+}
+
+TEST(JobReport, NamesWhatIsOpenInAnotherProgram) {
+    InstallResult result;
+    result.installed = 2;
+    result.notCopied = {{"a.odf", std::make_error_code(std::errc::device_or_resource_busy)},
+                        {"b.odf", std::make_error_code(std::errc::permission_denied)}};
+    const auto text = Describe(result, "Alpha");
+    EXPECT_EQ(text.Sentence(), "Alpha is installed: 2 files copied, 2 could not be copied. "
+                               "1 of them is open in another program.");
+    EXPECT_TRUE(text.ToolTip().endsWith("a.odf: is open in another program\nb.odf: Permission denied"))
+        << text.ToolTip().toStdString();
 }
 
 } // namespace
