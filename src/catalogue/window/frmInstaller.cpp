@@ -25,10 +25,6 @@ namespace {
 constexpr std::size_t kNamedFailures = 10;
 constexpr char kNothingToSort[] = "No file that lies directly in the mod's own folder fits a type.";
 
-QString FileCount(std::size_t files) {
-    return files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(files);
-}
-
 void AddCheckRow(QListWidget& list, const QString& text, bool checked, const QVariant& data = {}) {
     auto row = std::make_unique<QListWidgetItem>(text);
     row->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
