@@ -190,7 +190,7 @@ TEST_F(BetweenCommandsTest, ABackupThatCannotBeMovedEndsByItsRecordAndARunOfFail
 
     // What was in use is swept when the list is made anew.
     EXPECT_TRUE(lab.Uninstall(files, "M").backupNotRemoved);
-    const std::vector<ModRow> rows = {{"M", {"M"}}};
+    const auto rows = ScanModLibrary(lab.Files(), lab.Job("M").modsFolder);
     SweepGivenUpBackups(files, lab.Job("M").modsFolder, rows);
     EXPECT_TRUE(lab.Installed("M"));
     SweepGivenUpBackups(lab.Files(), lab.Job("M").modsFolder, rows);
