@@ -5,6 +5,7 @@
 #include "platform/archive/EntryPath.h"
 #include "platform/archive/PartOfSet.h"
 #include "platform/archive/RarScanner.h"
+#include "platform/archive/ZipEnd.h"
 
 #include <algorithm>
 #include <archive.h>
@@ -20,6 +21,7 @@ namespace {
 
 constexpr std::size_t kBlock = 256 * 1024;
 constexpr std::size_t kZeros = 64 * 1024;
+constexpr std::uint64_t kEmptyArchive = 32; ///< bytes, of a 7z or rar without entries at most
 
 /// What the library reads, by way of the file system.
 struct Source {
@@ -117,13 +119,14 @@ public:
         declaredSum_ = *declared;
         archive_entry* entry = nullptr;
         const int result = archive_read_next_header(archive_.get(), &entry);
-        if (result == ARCHIVE_EOF) return std::optional<ArchiveEntry>();
+        if (result == ARCHIVE_EOF) return End();
         // A warning concerns a name or an attribute only; whoever uses this reader counts the bytes.
         if (result != ARCHIVE_OK && result != ARCHIVE_WARN) return Failure();
+        ++entries_;
         if (archive_entry_is_encrypted(entry)) return make_error_code(ArchiveError::Encrypted);
 
         ArchiveEntry next;
-        const int format = archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK;
+        const int format = Format();
         if (auto path = EntryPath(entry))
             next.name = EntryNameText(*path, format == ARCHIVE_FORMAT_ZIP || format == ARCHIVE_FORMAT_RAR);
         next.kind = KindOf(entry);
@@ -142,7 +145,7 @@ public:
         while (held_.size == 0 && held_.offset <= given_) {
             const auto more = ReadBlock();
             if (!more) return more.Error();
-            if (!*more) return End();
+            if (!*more) return EndOfEntry();
         }
         std::string_view bytes(held_.bytes, held_.size);
         if (held_.offset > given_) { // a gap of a sparse file reads as zeros
@@ -176,7 +179,7 @@ private:
         if (result != ARCHIVE_OK && !atEnd) return Failure();
         // Only tar has sparse files, which may end with a gap. In another format the library reports a gap
         // when the data end too early.
-        const bool isTar = (archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK) == ARCHIVE_FORMAT_TAR;
+        const bool isTar = Format() == ARCHIVE_FORMAT_TAR;
         const auto at = static_cast<std::uint64_t>(std::max<la_int64_t>(offset, 0));
         if (atEnd && (!isTar || at <= given_)) return false;
         if (at < given_ || (at > given_ && !isTar)) return make_error_code(ArchiveError::Broken);
@@ -184,7 +187,28 @@ private:
         return true;
     }
 
-    Result<std::string_view> End() const {
+    int Format() const { return archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK; }
+
+    std::string Tail() const {
+        const std::uint64_t at = source_.size - std::min<std::uint64_t>(source_.size, kLongestZipEnd);
+        return source_.files.Read(source_.file, at, kLongestZipEnd).ValueOr({});
+    }
+
+    /// The end of the archive. Where the list of entries is damaged the library takes it for shorter than it
+    /// is.
+    Result<std::optional<ArchiveEntry>> End() const {
+        const bool isPacked = archive_filter_count(archive_.get()) > 1;
+        if (Format() == ARCHIVE_FORMAT_ZIP && !isPacked) {
+            const auto end = FindZipEnd(Tail());
+            if (end && end->IsOfSet()) return make_error_code(ArchiveError::PartOfSet);
+            if (!end || end->HasMoreThan(entries_)) return make_error_code(ArchiveError::Broken);
+        } else if (Format() != ARCHIVE_FORMAT_TAR && entries_ == 0 && source_.size > kEmptyArchive) {
+            return make_error_code(ArchiveError::Broken);
+        }
+        return std::optional<ArchiveEntry>();
+    }
+
+    Result<std::string_view> EndOfEntry() const {
         if (declaredSum_ && *declaredSum_ != sum_.Value()) return make_error_code(ArchiveError::Broken);
         return std::string_view();
     }
@@ -199,9 +223,7 @@ private:
         // negative one for a compression that it knows and that ends too early.
         const bool isBroken = isKnown || archive_errno(a) < 0;
         if (isKnown && archive_read_has_encrypted_entries(a) > 0) return ArchiveError::Encrypted;
-        const std::uint64_t tailAt = source_.size - std::min<std::uint64_t>(source_.size, kTailBytes);
-        const auto tail = source_.files.Read(source_.file, tailAt, kTailBytes).ValueOr({});
-        if (LooksLikePart(LastComponent(source_.file), tail)) return ArchiveError::PartOfSet;
+        if (LooksLikePart(LastComponent(source_.file), Tail())) return ArchiveError::PartOfSet;
         return isBroken ? ArchiveError::Broken : ArchiveError::Unknown;
     }
 
@@ -215,7 +237,8 @@ private:
     Source source_;
     std::unique_ptr<archive, int (*)(archive*)> archive_;
     Block held_;
-    std::uint64_t given_ = 0; ///< bytes of the entry
+    std::uint64_t given_ = 0;   ///< bytes of the entry
+    std::uint64_t entries_ = 0; ///< so far
     RarScanner rar_;
     std::optional<std::uint32_t> declaredSum_; ///< of the entry
     Crc32 sum_;                                ///< of what was given

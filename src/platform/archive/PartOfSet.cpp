@@ -2,7 +2,7 @@
 
 #include "platform/CaseFold.h"
 #include "platform/NumberText.h"
-#include "platform/archive/ByteReader.h"
+#include "platform/archive/ZipEnd.h"
 
 #include <algorithm>
 #include <string>
@@ -10,8 +10,6 @@
 namespace quillbay {
 
 namespace {
-
-constexpr std::string_view kZipEnd = "PK\x05\x06";
 
 /// `part2` of `name.part2.rar`.
 bool IsPartNumber(std::string_view text) {
@@ -22,10 +20,8 @@ bool IsPartNumber(std::string_view text) {
 } // namespace
 
 bool LooksLikePart(std::string_view fileName, std::string_view tail) {
-    const auto end = tail.rfind(kZipEnd);
-    // Behind the mark stands which file of the set this is, from 0.
-    if (end != std::string_view::npos && ByteReader(tail.substr(end + kZipEnd.size())).Fixed(2) != 0)
-        return true;
+    const auto end = FindZipEnd(tail);
+    if (end && end->IsOfSet()) return true;
 
     const auto dot = std::min(fileName.rfind('.'), fileName.size());
     const std::string ending = FoldCase(fileName.substr(dot));
