@@ -241,7 +241,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     QTest::keyClick(opened->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Control<QLabel>("lblOutcome").text(),
               "Find Modified/New files: 1 file moved, 1 not moved, 1 kept because the destination has them.");
-    EXPECT_EQ(In<QLabel>("lblFinderOutcome").text(), Control<QLabel>("lblOutcome").text());
+    EXPECT_EQ(Caption("lblFinderOutcome"), Control<QLabel>("lblOutcome").text());
     ASSERT_EQ(boxes.Seen().size(), 1U);
     EXPECT_TRUE(boxes.Seen()[0].text.startsWith("1 file was not moved:\n\nAdmiralsLog\\new.odf\n"));
     EXPECT_TRUE(Exists("target/odf/new.odf") && !Exists("game/odf/new.odf") && Exists("game/odf/c.odf"));

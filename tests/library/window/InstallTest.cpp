@@ -233,7 +233,7 @@ TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) 
 
 TEST(JobReport, NamesWhatIsOpenInAnotherProgram) {
     InstallResult result;
-    result.installed = 2;
+    result.installed = {"a", "b"};
     result.notCopied = {{"a.odf", std::make_error_code(std::errc::device_or_resource_busy)},
                         {"b.odf", std::make_error_code(std::errc::permission_denied)}};
     const auto text = Describe(result, "Alpha");
