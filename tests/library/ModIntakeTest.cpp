@@ -2,6 +2,7 @@
 
 #include "library/ModExchange.h"
 #include "platform/PathText.h"
+#include "platform/archive/Crc32.h"
 #include "support/ArchiveMaker.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
@@ -86,6 +87,20 @@ std::string Marked(std::string zip, bool isMarked) {
         for (auto at = zip.find(record); at != std::string::npos; at = zip.find(record, at + 1))
             zip[at + flags + 1] = isMarked ? '\x08' : '\0';
     return zip;
+}
+
+/// A zip of one entry, called `old` there, with a second name as programs add it for other systems.
+std::string Renamed(std::string zip, std::string_view old, std::string_view name) {
+    Crc32 sum;
+    sum.Add(old);
+    std::string record = "up" + std::string{char(5 + name.size()), '\0', '\x01'};
+    for (unsigned shift = 0; shift < 32; shift += 8)
+        record += static_cast<char>(sum.Value() >> shift & 0xFF);
+    record += name;
+    const auto end = zip.rfind("PK\x05\x06");
+    for (const auto at : {zip.rfind("PK\x01\x02") + 30, end + 12}) // lengths of the records, of the list
+        zip[at] = static_cast<char>(zip[at] + static_cast<char>(record.size()));
+    return zip.insert(end, record);
 }
 
 TEST_F(ModIntakeTest, AModBeginsWhereTheGamesFoldersBegin) {
@@ -211,6 +226,8 @@ TEST_F(ModIntakeTest, NamesKeepTheirLetters) {
                  "Gr\x94\xE1"
                  "e"),
          "Größe/odf/a=1"},
+        {Renamed(ascii, plain.substr(0, plain.find('=')), "€/odf/a"), "€/odf/a=1"},
+        {Renamed(ascii, "Gr12e", "€/odf/a"), plain},
         {Patched(ascii, "/", "\\"), plain}};
 #ifndef _WIN32 // where only the locale's letters can be written
     archives.emplace_back(Pack(Packing::SevenZip, contents), contents);

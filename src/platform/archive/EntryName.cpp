@@ -19,15 +19,6 @@ constexpr std::u16string_view kUpperHalf = u"ÇüéâäàåçêëèïîìÄÅ"
                                            u"αßΓπΣσµτΦΘΩδ∞φε∩"
                                            u"≡±≥≤⌠⌡÷≈°∙·√ⁿ²■\u00a0";
 
-bool IsUtf8(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const auto character = ReadUtf8(text, at);
-        if (!character.valid) return false;
-        at += character.length;
-    }
-    return true;
-}
-
 /// Nothing for a text with a character that the code page lacks.
 std::optional<std::string> ToCodePage437(std::string_view text) {
     std::string bytes;
@@ -55,6 +46,15 @@ std::string FromCodePage437(std::string_view bytes) {
 }
 
 } // namespace
+
+bool IsUtf8(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const auto character = ReadUtf8(text, at);
+        if (!character.valid) return false;
+        at += character.length;
+    }
+    return true;
+}
 
 std::string EntryNameText(std::string_view name, bool fromCodePage437) {
     if (!IsUtf8(name)) return FromCodePage437(name);

@@ -11,4 +11,7 @@ namespace quillbay {
 /// UTF-8 is taken for code page 437.
 std::string EntryNameText(std::string_view name, bool fromCodePage437);
 
+/// No overlong forms, no surrogates.
+bool IsUtf8(std::string_view text);
+
 } // namespace quillbay

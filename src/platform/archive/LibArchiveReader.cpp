@@ -6,6 +6,7 @@
 #include "platform/archive/PartOfSet.h"
 #include "platform/archive/RarScanner.h"
 #include "platform/archive/ZipEnd.h"
+#include "platform/archive/ZipNames.h"
 
 #include <algorithm>
 #include <archive.h>
@@ -13,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 namespace quillbay {
@@ -122,13 +124,17 @@ public:
         if (result == ARCHIVE_EOF) return End();
         // A warning concerns a name or an attribute only; whoever uses this reader counts the bytes.
         if (result != ARCHIVE_OK && result != ARCHIVE_WARN) return Failure();
-        ++entries_;
+        const std::uint64_t number = entries_++;
         if (archive_entry_is_encrypted(entry)) return make_error_code(ArchiveError::Encrypted);
 
         ArchiveEntry next;
         const int format = Format();
         if (auto path = EntryPath(entry))
             next.name = EntryNameText(*path, format == ARCHIVE_FORMAT_ZIP || format == ARCHIVE_FORMAT_RAR);
+        if (format == ARCHIVE_FORMAT_ZIP && !IsPacked()) {
+            if (number == 0) zipNames_.emplace(source_.files, source_.file, source_.size);
+            if (const auto name = zipNames_->Find(number); !name.empty()) next.name = name;
+        }
         next.kind = KindOf(entry);
         if (archive_entry_size_is_set(entry)) {
             const auto size = archive_entry_size(entry);
@@ -189,6 +195,9 @@ private:
 
     int Format() const { return archive_format(archive_.get()) & ARCHIVE_FORMAT_BASE_MASK; }
 
+    /// Whether the archive is compressed as a whole.
+    bool IsPacked() const { return archive_filter_count(archive_.get()) > 1; }
+
     std::string Tail() const {
         const std::uint64_t at = source_.size - std::min<std::uint64_t>(source_.size, kLongestZipEnd);
         return source_.files.Read(source_.file, at, kLongestZipEnd).ValueOr({});
@@ -197,8 +206,7 @@ private:
     /// The end of the archive. Where the list of entries is damaged the library takes it for shorter than it
     /// is.
     Result<std::optional<ArchiveEntry>> End() const {
-        const bool isPacked = archive_filter_count(archive_.get()) > 1;
-        if (Format() == ARCHIVE_FORMAT_ZIP && !isPacked) {
+        if (Format() == ARCHIVE_FORMAT_ZIP && !IsPacked()) {
             const auto end = FindZipEnd(Tail());
             if (end && end->IsOfSet()) return make_error_code(ArchiveError::PartOfSet);
             if (!end || end->HasMoreThan(entries_)) return make_error_code(ArchiveError::Broken);
@@ -240,6 +248,7 @@ private:
     std::uint64_t given_ = 0;   ///< bytes of the entry
     std::uint64_t entries_ = 0; ///< so far
     RarScanner rar_;
+    std::optional<ZipNames> zipNames_;
     std::optional<std::uint32_t> declaredSum_; ///< of the entry
     Crc32 sum_;                                ///< of what was given
 };

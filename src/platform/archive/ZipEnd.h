@@ -10,8 +10,10 @@ namespace quillbay {
 
 /// The record at the end of a zip.
 struct ZipEnd {
-    std::uint64_t file = 0;    ///< which file of a set this is, from 0
-    std::uint64_t entries = 0; ///< in the whole zip, modulo 65,536
+    std::uint64_t file = 0;      ///< which file of a set this is, from 0
+    std::uint64_t entries = 0;   ///< in the whole zip, modulo 65,536
+    std::uint64_t listBytes = 0; ///< of the list of entries, which stands before this
+    std::size_t at = 0;          ///< where in the tail it begins
     /// In place of either number: it stands in a longer record.
     static constexpr std::uint64_t kElsewhere = 0xFFFF;
 
@@ -36,6 +38,8 @@ inline std::optional<ZipEnd> FindZipEnd(std::string_view tail) {
     end.file = bytes.Fixed(2);
     bytes.Take(4); // where the list of entries begins, and how many of them stand in this file
     end.entries = bytes.Fixed(2);
+    end.listBytes = bytes.Fixed(4);
+    end.at = at;
     return end;
 }
 
