@@ -5,8 +5,6 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 namespace quillbay {
 
 QIcon ShieldIcon() {
