@@ -31,6 +31,12 @@ Result<std::string> FolderMaker::Ensure(std::size_t position) {
     return path = made;
 }
 
+const std::string& FolderMaker::Existing(std::size_t position) const {
+    while (paths_[position].empty())
+        position = ParentOfKnownFolder(position);
+    return paths_[position];
+}
+
 void RemoveEmptyKnownFolders(FileSystem& files, const KnownFolders& existing, const FolderMaker& maker,
                              const std::array<bool, kGameFolderCount>& filled) {
     const auto& made = maker.Made();

@@ -22,6 +22,9 @@ public:
     /// The folder at a GameFolders position (from 0), without a final separator.
     Result<std::string> Ensure(std::size_t position);
 
+    /// The existing folder at or above a position, in which Ensure would make the first one.
+    const std::string& Existing(std::size_t position) const;
+
     /// The folders that were made, parents first.
     const std::vector<std::string>& Made() const { return made_; }
 

@@ -4,6 +4,7 @@
 #include "library/GivenUpBackup.h"
 #include "library/InstalledMods.h"
 #include "library/RecordKeeper.h"
+#include "library/WriteRefusal.h"
 #include "platform/PathText.h"
 
 #include <algorithm>
@@ -29,6 +30,8 @@ public:
         } else if (plan_.refusal != Refusal::None) {
             result_.refusal = plan_.refusal;
             Stop(InstallOutcome::Refused, plan_.refused, {});
+        } else if (const auto refusal = TryToWrite(files_, TargetFolders())) {
+            Stop(InstallOutcome::NoRights, refusal.folder, refusal.error);
         } else {
             SweepLeftovers(files_, plan_);
             record_.ReadAhead();
@@ -57,6 +60,17 @@ private:
         RemoveEmptyKnownFolders(files_, plan_.gameFolders, gameFolders_, filled_);
     }
 
+    /// The game's folders that files will come to, each once.
+    std::vector<std::string> TargetFolders() const {
+        std::vector<std::string> folders;
+        std::unordered_set<std::string_view> known;
+        for (const auto& item : plan_.items) {
+            const auto& folder = gameFolders_.Existing(item.file.position);
+            if (known.insert(folder).second) folders.push_back(folder);
+        }
+        return folders;
+    }
+
     void Report(JobPhase phase, std::size_t done, std::size_t total) const {
         if (progress_) progress_(phase, done, total);
     }
@@ -66,6 +80,11 @@ private:
         result_.concerned = std::move(path);
         result_.error = error;
         return false;
+    }
+
+    /// Saving ends when what will come into the game has been read, too.
+    void ReportSaving(std::size_t done, std::size_t toSave) const {
+        Report(JobPhase::Saving, done, toSave + plan_.items.size());
     }
 
     /// The first installation: everything that will be replaced goes into a folder which then, whole, becomes
@@ -89,13 +108,13 @@ private:
         FolderMaker folders(files_, stage);
         const auto toSave = ItemsToSave();
         for (std::size_t done = 0; done < toSave.size(); ++done) {
-            Report(JobPhase::Saving, done, toSave.size());
+            ReportSaving(done, toSave.size());
             const auto& item = plan_.items[toSave[done]];
             if (Save(toSave[done], folders)) continue;
             if (const auto error = WhyNotTold(item))
                 return giveUp(InstallOutcome::UnsafeFile, item.place.gamePath, error);
         }
-        NoteModFiles();
+        NoteModFiles(toSave.size());
         if (const auto error = record_.WriteBegun(stage))
             return giveUp(InstallOutcome::NoBackup, stage, error);
 
@@ -138,10 +157,10 @@ private:
         if (failure) return Stop(InstallOutcome::NoBackup, failure.path, failure.error);
         FolderMaker folders(files_, self_.backup, plan_.backupFolders);
         for (std::size_t done = 0; done < toSave.size(); ++done) {
-            Report(JobPhase::Saving, done, toSave.size());
+            ReportSaving(done, toSave.size());
             Save(toSave[done], folders);
         }
-        NoteModFiles();
+        NoteModFiles(toSave.size());
         if (const auto error = record_.WriteBegun(self_.backup))
             return Stop(InstallOutcome::NoBackup, self_.backup, error);
         return true;
@@ -182,8 +201,9 @@ private:
     }
 
     /// What will be in the game is written down before the first file is there.
-    void NoteModFiles() {
+    void NoteModFiles(std::size_t saved) {
         for (std::size_t i = 0; i < plan_.items.size(); ++i) {
+            ReportSaving(saved + i, saved);
             if (isLeftAlone_[i]) continue;
             const auto& item = plan_.items[i];
             const auto error = item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory)

@@ -32,6 +32,7 @@ struct InstallPlan : JobPlan {
 enum class InstallOutcome {
     Done,
     Refused,       ///< by the plan's refusal: nothing was done
+    NoRights,      ///< not one of the game's folders concerned can be written: nothing was done
     Unreadable,    ///< a folder that has to be known cannot be read: nothing was done
     NoBackup,      ///< `Backup` could not be made: nothing was installed
     UnsafeFile,    ///< a game file could be neither saved nor told from the mod's own: nothing was installed

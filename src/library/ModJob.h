@@ -95,7 +95,7 @@ enum class JobPhase {
     DeletingBackup, ///< uninstall: saved copies are removed
 };
 
-/// Called before the first and after each file of a phase; must not run other work of the program.
+/// Called at least once for each file of a phase; must not run other work of the program.
 using ProgressSink = std::function<void(JobPhase phase, std::size_t done, std::size_t total)>;
 
 } // namespace quillbay

@@ -73,8 +73,10 @@ private:
         const auto& places = plan_.places;
         std::size_t next = 0;
         for (std::size_t position = 0; position < kGameFolderCount; ++position) {
-            for (; next < places.size() && places[next].position == position; ++next)
+            for (; next < places.size() && places[next].position == position; ++next) {
+                Report(JobPhase::Restoring, position, kGameFolderCount);
                 if (!places[next].savedPath.empty()) inPlace_[next] = giveBack_.Restore(places[next]);
+            }
             Report(JobPhase::Restoring, position + 1, kGameFolderCount);
         }
     }

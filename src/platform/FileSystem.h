@@ -150,6 +150,9 @@ public:
     /// Of the disk that a folder lies on.
     [[nodiscard]] virtual Result<DiskSpace> SpaceAt(std::string_view folder) const = 0;
 
+    /// Whether this user may make files in an existing folder: permission_denied or read_only_file_system
+    /// when not. Nothing of the trial is left, even if the program ends in it.
+    [[nodiscard]] virtual std::error_code TryToWrite(std::string_view folder) = 0;
     /// Makes one folder; its parent must exist. A folder that exists already is no error.
     [[nodiscard]] virtual std::error_code MakeFolder(std::string_view folder) = 0;
     /// Removes a folder when it is empty; `directory_not_empty` otherwise. A link to a folder stays.

@@ -33,6 +33,7 @@ public:
     Result<std::string> RealPath(std::string_view path) const override { return base_.RealPath(path); }
     Result<DiskSpace> SpaceAt(std::string_view folder) const override { return base_.SpaceAt(folder); }
 
+    std::error_code TryToWrite(std::string_view folder) override { return base_.TryToWrite(folder); }
     std::error_code MakeFolder(std::string_view folder) override { return base_.MakeFolder(folder); }
     std::error_code RemoveEmptyFolder(std::string_view folder) override {
         return base_.RemoveEmptyFolder(folder);

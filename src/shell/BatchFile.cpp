@@ -1,6 +1,7 @@
 #include "shell/BatchFile.h"
 
 #include "library/GameDirectory.h"
+#include "library/WriteRefusal.h"
 #include "platform/DosPath.h"
 #include "platform/PathText.h"
 
@@ -57,6 +58,8 @@ BatchResult WriteBatch(FileSystem& files, std::string_view gameDirectory, std::s
         return result;
     };
     if (!IsExistingFolder(files, gameDirectory)) return stop(BatchOutcome::GameMissing);
+    if (const auto refusal = TryToWrite(files, {result.path}))
+        return stop(BatchOutcome::NoRights, refusal.error);
     const auto dosFolder = ShortPath(gameDirectory, prefix);
     if (!dosFolder) return stop(BatchOutcome::NoDosPath, dosFolder.Error());
     const EncodedText text = textFor(*dosFolder);

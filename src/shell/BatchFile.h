@@ -21,6 +21,7 @@ enum class BatchOutcome {
     GameMissing, ///< no game directory; nothing was written, as in all that follow
     NoDosPath,   ///< Windows programs cannot reach it
     Unencodable, ///< `character` cannot stand in a batch file
+    NoRights,    ///< the game directory, `path`, cannot be written
     NotWritten,
 };
 

@@ -35,6 +35,7 @@ protected:
             {"Rename", disk_->Rename(path, temp_ / "new")},
             {"SetReadOnly", disk_->SetReadOnly(path, true)},
             {"SetModified", disk_->SetModified(path, kOldTime)},
+            {"TryToWrite", disk_->TryToWrite(path)},
             {"MakeFolder", disk_->MakeFolder(path)},
             {"WriteFile", disk_->WriteFile(path, "x")},
             {"MakeFile", disk_->MakeFile(path, {}).Error()},
@@ -138,6 +139,7 @@ TEST_F(FileSystemContractTest, MakesAndRemovesFoldersAndProtectedFiles) {
     EXPECT_EQ(disk_->TreeSize(file_).Error(), std::errc::not_a_directory);
     EXPECT_EQ(disk_->ReadLink(file_).Error(), std::errc::invalid_argument);
     EXPECT_FALSE(disk_->MakeFolder(full + "\\"));
+    EXPECT_FALSE(disk_->TryToWrite(full));
     EXPECT_EQ(disk_->RemoveEmptyFolder(full), std::errc::directory_not_empty);
     EXPECT_EQ(disk_->RemoveTree(full + "\\."), std::errc::invalid_argument);
     EXPECT_TRUE(disk_->RemoveFile(full));

@@ -1,7 +1,7 @@
 #include "platform/DosPath.h"
+#include "platform/ProgramLocation.h"
 #include "platform/Registry.h"
 #include "platform/posix/LauncherFiles.h"
-#include "platform/posix/ProgramFolder.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
@@ -93,30 +93,22 @@ TEST_F(PosixWinePrefixTest, TheRegistryIsThatOfThePrefix) {
     EXPECT_EQ(read(), "fallback");
 }
 
-TEST(PosixProgramFolderTest, AnInstalledProgramKeepsItsModsInTheUsersFolder) {
+TEST(PosixProgramFolderTest, IsMadeForAnInstalledProgramWhoseFolderTheUserCannotWrite) {
     const TempFolder temp;
-    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/new/data");
-    EXPECT_EQ(ChooseProgramFolder(temp.Path()), temp.Path());
-    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/new/data/quillbay");
-    EXPECT_TRUE(std::filesystem::is_directory(temp.Path() + "/new/data/quillbay"));
     const ScopedVariable home("HOME", temp.Path());
     const ScopedVariable relative("XDG_DATA_HOME", "somewhere");
-    EXPECT_EQ(ChooseProgramFolder(temp.Path() + "/unwritable"), temp.Path() + "/.local/share/quillbay");
-}
-
-TEST(PosixProgramFolderTest, ModsBesideTheProgramCountsForWhoMayWriteToIt) {
-    const TempFolder temp;
-    const ScopedVariable data("XDG_DATA_HOME", temp.Path() + "/data");
-    const std::string program = temp.Path() + "/program";
-    const std::string mods = program + "/mods";
-    PutFolder(mods);
-    ASSERT_EQ(::chmod(program.c_str(), 0555) + ::chmod(mods.c_str(), 0755), 0);
-    EXPECT_EQ(ChooseProgramFolder(program), program);
-    ASSERT_EQ(::chmod(mods.c_str(), 0555), 0);
+    ProgramPlaces places = FindProgramPlaces();
+    EXPECT_EQ(places.user, temp.Path() + "/.local/share/quillbay");
+    EXPECT_EQ(places.executable, std::filesystem::read_symlink("/proc/self/exe").parent_path());
+    places.executable = temp.Path() + "/program";
+    PutFolder(places.executable);
+    EXPECT_EQ(MakeProgramDirectory(places), places.executable);
+    ASSERT_EQ(::chmod(places.executable.c_str(), 0555) + ::chmod(temp.Path().c_str(), 0777), 0);
     const pid_t child = ::fork();
     if (child == 0) { // for root there is no folder without permission
         const bool isOrdinary = ::geteuid() != 0 || ::setuid(65534) == 0;
-        ::_exit(isOrdinary && ChooseProgramFolder(program) == temp.Path() + "/data/quillbay" ? 0 : 1);
+        const bool isUsers = MakeProgramDirectory(places) == places.user;
+        ::_exit(isOrdinary && isUsers && std::filesystem::is_directory(places.user) ? 0 : 1);
     }
     int status = -1;
     ASSERT_EQ(::waitpid(child, &status, 0), child);

@@ -61,7 +61,10 @@ TEST(WindowsProgramTest, KnowsItsOwnFolder) {
     wchar_t file[MAX_PATH];
     const DWORD length = GetModuleFileNameW(nullptr, file, MAX_PATH);
     ASSERT_LT(length, static_cast<DWORD>(MAX_PATH));
-    const std::string own = DiskPath(FindProgramDirectory()).string();
+    const ProgramPlaces places = FindProgramPlaces();
+    EXPECT_TRUE(places.user.ends_with("\\AppData\\Local\\Quillbay"));
+    EXPECT_FALSE(places.isForPrograms || places.isEmptiedBySystem);
+    const std::string own = DiskPath(places.executable).string();
     EXPECT_NE(own.back(), '\\');
     EXPECT_TRUE(std::filesystem::equivalent(own, std::filesystem::path(file).parent_path()));
 }

@@ -86,6 +86,9 @@ public:
     std::error_code MakeFolder(Text folder) override {
         return Meet("MakeFolder", &FileSystem::MakeFolder, folder);
     }
+    std::error_code TryToWrite(Text folder) override {
+        return Meet("TryToWrite", &FileSystem::TryToWrite, folder);
+    }
     std::error_code RemoveEmptyFolder(Text folder) override {
         return Meet("RemoveEmptyFolder", &FileSystem::RemoveEmptyFolder, folder);
     }

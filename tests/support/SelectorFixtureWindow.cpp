@@ -31,8 +31,9 @@ SelectorFixture::~SelectorFixture() {
 }
 
 bool SelectorFixture::Start(FileSystem& withFiles) {
-    auto made = std::make_unique<frmSelector>(
-        Services{withFiles, registry, settings, shell, sound, OpenArchive, Path("program").toStdString()});
+    auto made =
+        std::make_unique<frmSelector>(Services{withFiles, registry, settings, shell, sound, OpenArchive,
+                                               Path("program").toStdString(), startAsAdministrator});
     frmSelector& selector = *made;
     main = &selector;
     window = std::move(made);

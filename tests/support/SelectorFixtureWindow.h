@@ -131,6 +131,7 @@ protected:
     FakeSettings settings;
     FakeShell shell;
     FakeSound sound;
+    std::function<std::error_code()> startAsAdministrator;
     std::unique_ptr<QMainWindow> window;
     LibraryHost* main = nullptr; ///< the same, once it is started
     QWidget* opened = nullptr;

@@ -1,3 +1,5 @@
+#include "DropFile.h"
+
 #include <chrono>
 #include <cstdio>
 #include <string>
@@ -104,6 +106,19 @@ bool Type(const std::wstring& text) {
     return true;
 }
 
+/// The window is the one that the user works with, and not minimised.
+bool AwaitInFront(const std::wstring& title) {
+    return Await([&] {
+        const HWND window = FindShownWindow(title);
+        return window && GetForegroundWindow() == window && !IsIconic(window);
+    });
+}
+
+bool Minimize(const std::wstring& title) {
+    const HWND window = FindShownWindow(title);
+    return window && ShowWindow(window, SW_MINIMIZE);
+}
+
 bool Close(const std::wstring& title) {
     const HWND window = FindShownWindow(title);
     return window && PostMessageW(window, WM_CLOSE, 0, 0);
@@ -115,9 +130,15 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {L"await", AwaitWindow}, {L"gone", AwaitNoWindow},
-    {L"idle", AwaitAnswer},  {L"press", [](const std::wstring& keys) { return Press(keys); }},
-    {L"type", Type},         {L"close", Close},
+    {L"await", AwaitWindow},
+    {L"gone", AwaitNoWindow},
+    {L"idle", AwaitAnswer},
+    {L"press", [](const std::wstring& keys) { return Press(keys); }},
+    {L"type", Type},
+    {L"close", Close},
+    {L"front", AwaitInFront},
+    {L"minimize", Minimize},
+    {L"drop", DropOnWindowInFront},
 };
 
 } // namespace

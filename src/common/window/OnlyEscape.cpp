@@ -17,6 +17,7 @@ bool OnlyEscape::eventFilter(QObject*, QEvent* event) {
         isStopped_ = true;
         event->ignore();
         return true;
+    case QEvent::Timer: // a timer goes on where it stood
     case QEvent::KeyRelease:
     case QEvent::Shortcut:
     case QEvent::MouseButtonPress:
@@ -26,6 +27,7 @@ bool OnlyEscape::eventFilter(QObject*, QEvent* event) {
     case QEvent::ContextMenu:
     case QEvent::TouchBegin:
     case QEvent::DragEnter:
+    case QEvent::DragMove:
     case QEvent::Drop:
         event->ignore();
         return true;

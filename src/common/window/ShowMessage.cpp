@@ -70,6 +70,21 @@ void ShowError(QWidget* parent, const QString& text) {
     ShowMessage(parent, text, QStringLiteral("Error!"), QMessageBox::Critical);
 }
 
+bool ShowErrorWithWayOut(QWidget* parent, const QString& text, const QString& wayOut, const QIcon& icon) {
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Critical, QStringLiteral("Error!"), QString(), QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    QPushButton* leads = box->addButton(wayOut, QMessageBox::ActionRole);
+    leads->setIcon(icon);
+    box->setEscapeButton(QMessageBox::Ok);
+    box->setDefaultButton(QMessageBox::Ok);
+    box->exec();
+    const bool isTaken = box && box->clickedButton() == leads;
+    delete box;
+    return isTaken;
+}
+
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error) {
     const QString text = sentence + QStringLiteral("\n\n") + ShownPath(path);
     return error ? text + u'\n' + Reason(error) : text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QMessageBox>
 #include <QString>
 #include <QStringList>
@@ -37,6 +38,9 @@ std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QSt
 
 /// Critical-stop icon, title "Error!", OK.
 void ShowError(QWidget* parent, const QString& text);
+
+/// The same with a second button, which leads out of the trouble; true when that one was pressed.
+bool ShowErrorWithWayOut(QWidget* parent, const QString& text, const QString& wayOut, const QIcon& icon);
 
 /// The sentence, and below it the path that it is about and the system's reason, if there is one.
 QString WithPath(const QString& sentence, std::string_view path, const std::error_code& error);

@@ -10,6 +10,7 @@
 #include "library/ModUninstaller.h"
 #include "library/window/JobReport.h"
 #include "library/window/LibraryHost.h"
+#include "library/window/RightsBox.h"
 
 #include <QAction>
 #include <QApplication>
@@ -117,7 +118,9 @@ void InstallCommands::InstallMod() {
         main_.RefreshModList({});
     }
     main_.ShowOutcome(Describe(result, name));
-    if (const QString why = WhyNotInstalled(result); !why.isEmpty())
+    if (result.outcome == InstallOutcome::NoRights)
+        TellNoRights(main_, {result.concerned, result.error});
+    else if (const QString why = WhyNotInstalled(result); !why.isEmpty())
         ShowError(window_, why);
     else
         QApplication::beep();
@@ -127,10 +130,9 @@ InstallResult InstallCommands::CopyMod(const ModJob& job, const std::function<vo
     ShownProgress progress(controls_.progress);
     const InstallPlan plan = PlanInstall(files_, job);
     const std::size_t shownFiles = main_.ShownFileCount().value_or(plan.items.size());
-    return RunInstall(files_, plan, [&](JobPhase phase, std::size_t done, std::size_t) {
-        if (phase != JobPhase::Copying) return;
-        onCopying();
-        progress.Set(done, shownFiles);
+    return RunInstall(files_, plan, [&](JobPhase phase, std::size_t done, std::size_t total) {
+        if (phase == JobPhase::Copying) onCopying();
+        progress.Set(done, phase == JobPhase::Copying ? shownFiles : total);
     });
 }
 
@@ -167,7 +169,17 @@ void InstallCommands::UninstallMod() {
         main_.RefreshModList({.keepControls = true});
     }
     main_.ShowOutcome(Describe(result, name));
-    if (const QString why = WhyStillInstalled(result); !why.isEmpty()) ShowError(window_, why);
+    const QString why = WhyStillInstalled(result);
+    if (why.isEmpty()) return;
+    if (const auto refusal = FindRefusal(result))
+        TellNoRights(main_, refusal, why);
+    else
+        ShowError(window_, why);
+}
+
+WriteRefusal InstallCommands::FindRefusal(const UninstallResult& result) {
+    if (result.notDeleted.empty() && result.notRestored.empty()) return {};
+    return TryToWrite(files_, {main_.GameDirectory});
 }
 
 void InstallCommands::UninstallAll(QWidget& asking) {
@@ -194,8 +206,13 @@ void InstallCommands::UninstallAll(QWidget& asking) {
         main_.RefreshModList({.keepControls = true});
     }
     main_.ShowOutcome(Describe(summary));
-    if (const QString why = WhyStillInstalled(summary.total); !why.isEmpty())
-        ShowError(&asking, ToQString(summary.stopped) + QStringLiteral(": ") + why);
+    const QString why = WhyStillInstalled(summary.total);
+    if (why.isEmpty()) return;
+    const QString text = ToQString(summary.stopped) + QStringLiteral(": ") + why;
+    if (const auto refusal = FindRefusal(summary.total))
+        TellNoRights(main_, refusal, text);
+    else
+        ShowError(&asking, text);
 }
 
 UninstallSummary InstallCommands::TakeModsOut(const std::vector<InstalledMod>& mods, BusyGuard& busy) {
@@ -229,6 +246,7 @@ UninstallResult InstallCommands::TakeModOut(const ModJob& job,
         switch (phase) {
         case JobPhase::Deleting:
             setCaption(QStringLiteral("Deleting files"));
+            progress.Breathe();
             return;
         case JobPhase::Restoring:
             setCaption(QStringLiteral("Restoring backup"));

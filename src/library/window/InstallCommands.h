@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/ModJob.h"
+#include "library/WriteRefusal.h"
 
 #include <QString>
 
@@ -49,6 +50,8 @@ private:
     std::optional<ModJob> JobForSelection(QString& displayName);
     bool ModStillThere(const ModJob& job, BusyGuard& busy);
     InstallResult CopyMod(const ModJob& job, const std::function<void()>& onCopying);
+    /// Of the game's folder, when that is why something of the mod had to stay.
+    WriteRefusal FindRefusal(const UninstallResult& result);
     /// `share` is the part of the whole work that this mod is: the bar's range in per cent.
     UninstallResult TakeModOut(const ModJob& job, const std::function<void(const QString&)>& setCaption,
                                ShownProgress& progress, std::pair<int, int> share = {0, 100});

@@ -1,8 +1,6 @@
 #include "library/window/IntakeCommands.h"
 
 #include "common/window/FolderOrFileDialog.h"
-#include "common/window/OnlyEscape.h"
-#include "common/window/PaintClock.h"
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "common/window/ShownProgress.h"
@@ -115,13 +113,10 @@ bool IntakeCommands::TakeOne(const QString& path, IntakeSummary& summary) {
                      main_.GameDirectory);
     IntakeFailure failure;
     {
-        const OnlyEscape escape;
         ShownProgress progress(controls_.progress);
-        PaintClock clock;
         failure = intake.Unpack(FromQString(path), {}, [&](std::uint64_t done, std::uint64_t total) {
             progress.Set(done, total);
-            if (clock.Due()) QCoreApplication::processEvents();
-            return !escape.IsStopped() && main_.Phase == ProgramPhase::Running;
+            return !progress.IsStopAsked() && main_.Phase == ProgramPhase::Running;
         });
     }
     if (failure.problem == IntakeProblem::Stopped) return false;

@@ -20,6 +20,8 @@ QString NothingWasInstalled(InstallOutcome outcome) {
     case InstallOutcome::Done:
     case InstallOutcome::Refused: // the refusal says it
         return {};
+    case InstallOutcome::NoRights:
+        return QStringLiteral("Nothing was installed, because Quillbay is not allowed to write there.");
     case InstallOutcome::Unreadable:
         return QStringLiteral("Nothing was installed, because this could not be read.");
     case InstallOutcome::NoBackup:

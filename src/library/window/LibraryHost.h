@@ -69,6 +69,10 @@ public:
     virtual void UninstallAll(QWidget& asking) = 0;
     /// The Manager, Mod and Help menus, with their shortcuts.
     virtual void SetMainMenusEnabled(bool enabled) = 0;
+    /// Asks every open window whether the program may end; false when one of them must stay.
+    virtual bool MayEnd() = 0;
+    /// Ends the program at once: no effect runs, no window is asked.
+    virtual void EndProgram() = 0;
 
 protected:
     explicit LibraryHost(const Services& services);

@@ -2,7 +2,9 @@
 
 #include "platform/Archive.h"
 
+#include <functional>
 #include <string>
+#include <system_error>
 
 namespace quillbay {
 
@@ -22,6 +24,9 @@ struct Services {
     SoundPlayer& sound;
     ArchiveOpener openArchive;
     std::string programDirectory; ///< without a final separator
+    /// Starts the program again with more rights; empty where there are none to be had. After a success this
+    /// instance has to end.
+    std::function<std::error_code()> startAsAdministrator = {};
 };
 
 } // namespace quillbay

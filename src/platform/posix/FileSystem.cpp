@@ -4,6 +4,7 @@
 #include "platform/FingerprintsAhead.h"
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
+#include "platform/WriteTrial.h"
 #include "platform/posix/FileCopy.h"
 #include "platform/posix/FolderListing.h"
 #include "platform/posix/FolderTree.h"
@@ -308,6 +309,8 @@ public:
         if (!path) return path.Error();
         return StartFile(std::move(*path), traits);
     }
+
+    std::error_code TryToWrite(std::string_view folder) override { return TryToWriteInto(folder); }
 
     std::error_code SetReadOnly(std::string_view file, bool readOnly) override {
         auto path = ToNativePath(file);

@@ -1,7 +1,5 @@
 #include "platform/ProgramLocation.h"
 
-#include "platform/posix/ProgramFolder.h"
-
 #include <array>
 #include <climits>
 #include <cstdlib>
@@ -24,25 +22,24 @@ fs::path UserFolder() {
 
 } // namespace
 
-std::string ChooseProgramFolder(const std::string& executableFolder) {
-    std::error_code ignored;
-    const auto isWritable = [](const std::string& folder) { return ::access(folder.c_str(), W_OK) == 0; };
-    // Of an installed program a start by the administrator may have left `mods` there, which is of no use to
-    // others.
-    if (!executableFolder.empty() && (isWritable(executableFolder) || isWritable(executableFolder + "/mods")))
-        return executableFolder;
-    const fs::path own = UserFolder();
-    fs::create_directories(own, ignored);
-    return own;
-}
-
-std::string FindProgramDirectory() {
+ProgramPlaces FindProgramPlaces() {
+    ProgramPlaces places;
+    places.user = UserFolder();
     std::array<char, PATH_MAX> text{};
     const auto length = ::readlink("/proc/self/exe", text.data(), text.size());
-    if (length <= 0) return ChooseProgramFolder({}); // no /proc
+    if (length <= 0) return places; // no /proc
     const std::string program(text.data(), static_cast<std::size_t>(length));
     const std::size_t at = program.rfind('/');
-    return ChooseProgramFolder(program.substr(0, at == 0 ? 1 : at));
+    places.executable = program.substr(0, at == 0 ? 1 : at);
+    places.isForPrograms = program.starts_with("/usr/");
+    return places;
+}
+
+std::string MakeProgramDirectory(const ProgramPlaces& places) {
+    const std::string folder = ChooseProgramFolder(places, IsWritableFolder);
+    std::error_code ignored;
+    if (folder == places.user) fs::create_directories(folder, ignored);
+    return folder;
 }
 
 } // namespace quillbay

@@ -4,6 +4,7 @@
 #include "platform/FingerprintsAhead.h"
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
+#include "platform/WriteTrial.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FileTimes.h"
 #include "platform/windows/FinalPath.h"
@@ -309,6 +310,8 @@ public:
         if (!GetDiskFreeSpaceExW(path->c_str(), &free, &total, nullptr)) return LastError();
         return DiskSpace{free.QuadPart, total.QuadPart};
     }
+
+    std::error_code TryToWrite(std::string_view folder) override { return TryToWriteInto(folder); }
 
     std::error_code MakeFolder(std::string_view folder) override {
         const auto path = LongPath(folder);

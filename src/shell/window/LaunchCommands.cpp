@@ -4,6 +4,8 @@
 #include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "library/GameDirectory.h"
+#include "library/WriteRefusal.h"
+#include "library/window/RightsBox.h"
 #include "modinfo/ModDetails.h"
 #include "platform/PathText.h"
 #include "platform/ShellOpener.h"
@@ -28,7 +30,8 @@ QString Visible(const std::string& character) {
     return QChar::isPrint(code) ? text : QStringLiteral("U+%1").arg(code, 4, 16, QLatin1Char('0'));
 }
 
-void ReportUnwritten(QWidget* window, const BatchResult& batch) {
+void ReportUnwritten(LibraryHost& main, const BatchResult& batch) {
+    QWidget* window = &main.MainWindow();
     const QString name = ToQString(batch.name);
     switch (batch.outcome) {
     case BatchOutcome::Written:
@@ -46,6 +49,9 @@ void ReportUnwritten(QWidget* window, const BatchResult& batch) {
                               QStringLiteral(" was not written, because a batch file cannot hold this "
                                              "character: ") +
                               Visible(batch.character));
+        return;
+    case BatchOutcome::NoRights:
+        TellNoRights(main, {batch.path, batch.error});
         return;
     case BatchOutcome::NotWritten:
         ShowError(window, WithPath(QStringLiteral("This file could not be written, so nothing was started."),
@@ -85,6 +91,10 @@ void LaunchCommands::InstallMapEditor() {
                                     ToQString(kMapEditorMarkers[1]));
         return;
     }
+    if (const auto refusal = TryToWrite(files_, {main_.GameDirectory})) {
+        TellNoRights(main_, refusal);
+        return;
+    }
     const MarkerFailure failure = WriteMapEditorMarkers(files_, main_.GameDirectory);
     if (failure.error) {
         ShowError(&main_, WithPath(QStringLiteral("The map editor was not installed, because this file could "
@@ -102,7 +112,7 @@ void LaunchCommands::InstallMapEditor() {
 
 void LaunchCommands::StartBatchFile(const BatchResult& batch) {
     if (batch.outcome != BatchOutcome::Written) {
-        ReportUnwritten(&main_, batch);
+        ReportUnwritten(main_, batch);
         return;
     }
     Ignore(main_.GetServices().shell.OpenWithShell(batch.path, main_.GameDirectory, main_.GamePrefix()));

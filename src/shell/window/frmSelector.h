@@ -30,10 +30,6 @@ public:
     /// Shows the window and does everything that start-up does; steps that fail are skipped. False when the
     /// program ended meanwhile.
     bool Start();
-    /// Asks every open window whether the program may end; false when one of them must stay.
-    bool MayEnd();
-    /// Ends the program at once: no effect runs, no window is asked.
-    void EndProgram();
 
     /// Ask the user, then install or uninstall the selected mod.
     void InstallMod();
@@ -53,6 +49,8 @@ public:
     void ShowOutcome(const OutcomeText& outcome) override;
     void UninstallAll(QWidget& asking) override;
     void SetMainMenusEnabled(bool enabled) override;
+    bool MayEnd() override;
+    void EndProgram() override;
     bool AutoRefresh() const override;
     void SetAutoRefresh(bool on) override;
     ClosingSwitches SmoothClosing() const override;

@@ -1,3 +1,4 @@
+#include "common/window/QtText.h"
 #include "library/GameDirectory.h"
 #include "library/window/JobReport.h"
 #include "support/SelectorFixtureWindow.h"
@@ -132,6 +133,53 @@ TEST_F(InstallWindow, WithoutAGameOrWithOneInTheLibraryThereIsNoQuestion) {
     EXPECT_EQ(Titles(boxes), titles + "? Install Alpha mod?");
 }
 
+TEST_F(InstallWindow, WithoutRightsNothingIsDoneAndTheBoxOffersThem) {
+    std::vector<std::errc> answers{std::errc{}, std::errc::operation_canceled}; // the last one is given first
+    const auto press = [](QMessageBox& box) { box.buttons().last()->click(); };
+    startAsAdministrator = [&] {
+        const auto answer = answers.back();
+        answers.pop_back();
+        return answer == std::errc{} ? std::error_code{} : std::make_error_code(answer);
+    };
+    ASSERT_TRUE(Start());
+    bool isClosed = true;
+    files.hook = [&, watch = files.hook](auto operation, auto path, auto to) {
+        const QString changed = ToQString(to.empty() ? path : to).replace('\\', '/');
+        const bool isRead = operation == "List" || operation == "Stat" || operation == "Read" ||
+                            operation == "FingerprintFile" || operation == "RealPath";
+        const bool isRefused = isClosed && !isRead && changed.contains("/game");
+        return isRefused ? std::make_error_code(std::errc::permission_denied) : watch(operation, path, to);
+    };
+    boxes.Then(kYes).Then(QMessageBox::Ok);
+    Run("Install");
+    EXPECT_FALSE(Exists("program/mods/Alpha/Backup"));
+    EXPECT_EQ(Control<QLabel>("lblOutcome").text(), "Alpha was not installed.");
+    EXPECT_TRUE(boxes.Seen().back().text.contains("write there. ")) << boxes.Seen().back().text.toStdString();
+
+    isClosed = false;
+    boxes.Then(kYes);
+    Run("Install");
+    isClosed = true;
+    boxes.Then(kYes).Then(QMessageBox::NoButton, press);
+    Run("Uninstall");
+    EXPECT_TRUE(boxes.Seen().back().text.contains(QRegularExpression(
+        "still counts as.*write there. ", QRegularExpression::DotMatchesEverythingOption)));
+    EXPECT_TRUE(Exists("game/odf/ships/new.odf"));
+
+    Write("game/T2QB Launch T2.bat", "of an earlier start");
+    boxes.Then(QMessageBox::Ok).Then(QMessageBox::NoButton, press);
+    Item("menuManagerLaunchT2").trigger();
+    EXPECT_TRUE(boxes.Seen().back().text.contains("write there. "));
+    EXPECT_EQ(main->Phase, ProgramPhase::Running);
+    Item("menuManagerInstallMapEditor").trigger();
+    EXPECT_EQ(main->Phase, ProgramPhase::Ended);
+    EXPECT_EQ(Titles(boxes),
+              "? Install Alpha mod?|X Error!|? Install Alpha mod?|? Uninstall Alpha mod?|X Error!|"
+              "X Error!|X Error!");
+    EXPECT_EQ(Read("game/T2QB Launch T2.bat"), "of an earlier start");
+    EXPECT_TRUE(shell.opened.empty());
+}
+
 TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
     // Another mod takes the first row and the selection while the question is open.
     boxes.Then(kYes, [this](QMessageBox&) {
@@ -233,7 +281,7 @@ TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) 
 
 TEST(JobReport, NamesWhatIsOpenInAnotherProgram) {
     InstallResult result;
-    result.installed = {"a", "b"};
+    result.installed = {"c.odf", "d.odf"};
     result.notCopied = {{"a.odf", std::make_error_code(std::errc::device_or_resource_busy)},
                         {"b.odf", std::make_error_code(std::errc::permission_denied)}};
     const auto text = Describe(result, "Alpha");

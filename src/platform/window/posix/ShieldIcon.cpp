@@ -1,0 +1,7 @@
+#include "platform/window/ShieldIcon.h"
+
+namespace quillbay {
+
+QIcon ShieldIcon() { return {}; }
+
+} // namespace quillbay
