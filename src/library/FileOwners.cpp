@@ -81,6 +81,13 @@ std::int64_t SavedBy(const InstalledMod& mod, const RecordedFile* recorded) {
     return recorded && recorded->saved > 0 ? recorded->saved : mod.order;
 }
 
+/// A folder with its known folders, listed when it is first asked for.
+struct FileOwners::Listing {
+    std::optional<KnownFolders> folders;
+    std::optional<EntryIndex> index;
+    ReadFailure failure;
+};
+
 struct FileOwners::Mod {
     explicit Mod(const InstalledMod& installed) : mod(installed) {
         if (installed.record) record.emplace(installed.record->files);
@@ -88,11 +95,8 @@ struct FileOwners::Mod {
 
     const InstalledMod& mod;
     std::optional<RecordIndex> record;
-    // Without a record the mod's present files are what it has installed.
-    std::optional<KnownFolders> folders;
-    std::optional<EntryIndex> index;
-    std::optional<KnownFolders> savedFolders;
-    std::optional<EntryIndex> saved;
+    Listing present; ///< without a record the mod's present files are what it has installed
+    Listing saved;
 };
 
 FileOwners::FileOwners(const FileSystem& files, const std::vector<InstalledMod>& mods) : files_(files) {
@@ -102,9 +106,12 @@ FileOwners::FileOwners(const FileSystem& files, const std::vector<InstalledMod>&
 
 FileOwners::~FileOwners() = default;
 
-const KnownFolders& FileOwners::Listed(std::optional<KnownFolders>& folders, const std::string& root) {
-    if (!folders) folders = ListKnownFolders(files_, root, Detail::Names);
-    return *folders;
+EntryIndex& FileOwners::IndexOf(Listing& listing, const std::string& root) {
+    if (!listing.index) {
+        listing.folders.emplace(ListKnownFolders(files_, root, Detail::Names, &listing.failure));
+        listing.index.emplace(*listing.folders);
+    }
+    return *listing.index;
 }
 
 Result<const InstalledMod*> FileOwners::FindOwner(LookedAtFile& file, std::size_t position,
@@ -120,10 +127,12 @@ Result<const InstalledMod*> FileOwners::FindOwner(LookedAtFile& file, std::size_
             continue;
         }
         if (file.IsLink()) continue;
-        if (!mod->index) mod->index.emplace(Listed(mod->folders, mod->mod.folder));
-        const auto* entry = mod->index->Find(position, name);
+        auto& index = IndexOf(mod->present, mod->mod.folder);
+        // What may be its file is not taken for nobody's.
+        if (mod->present.failure) return mod->present.failure.error;
+        const auto* entry = index.Find(position, name);
         if (!entry || !entry->IsPlainFile()) continue;
-        const auto same = file.Equals(mod->index->PathOf(position, *entry), false);
+        const auto same = file.Equals(index.PathOf(position, *entry), false);
         if (!same) return same.Error();
         if (*same) return &mod->mod;
     }
@@ -138,17 +147,19 @@ const InstalledMod* FileOwners::GuessOwner(LookedAtFile& file, std::size_t posit
     return nullptr;
 }
 
-const DirEntry* FileOwners::FindSaved(Mod& mod, std::size_t position, std::string_view name) {
-    if (!mod.saved) mod.saved.emplace(Listed(mod.savedFolders, mod.mod.backup));
-    const auto* copy = mod.saved->Find(position, name);
+const DirEntry* FileOwners::FindSaved(Mod& mod, std::size_t position, std::string_view name,
+                                      ReadFailure& failure) {
+    const auto* copy = IndexOf(mod.saved, mod.mod.backup).Find(position, name);
+    failure.Note(mod.saved.failure.path, mod.saved.failure.error);
     return copy && IsReplaceable(*copy) ? copy : nullptr;
 }
 
 bool FileOwners::IsSaved(LookedAtFile& file, std::size_t position, std::string_view name) {
+    ReadFailure ignored; // what is not found saved is kept once more
     return std::ranges::any_of(mods_, [&](const auto& mod) {
-        const auto* copy = FindSaved(*mod, position, name);
+        const auto* copy = FindSaved(*mod, position, name, ignored);
         if (!copy) return false;
-        const auto path = mod->saved->PathOf(position, *copy);
+        const auto path = mod->saved.index->PathOf(position, *copy);
         // Another name of the file itself is no second place.
         const auto same = file.Equals(path, copy->isLink);
         return same && *same && !file.IsSameFileAs(path);
@@ -161,7 +172,8 @@ FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::str
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>> owners;
     for (const auto& mod : mods_) {
         const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
-        if (!recorded || recorded->state == RecordedState::GivenBack || FindSaved(*mod, position, name))
+        if (!recorded || recorded->state == RecordedState::GivenBack ||
+            FindSaved(*mod, position, name, failure))
             continue;
         const auto holds = file.Holds(*recorded, mod->mod.record->finished);
         failure.Note(file.Path(), holds.Error());
@@ -174,9 +186,9 @@ FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::str
 bool FileOwners::IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name,
                               ReadFailure& failure) {
     return std::ranges::any_of(mods_, [&](const auto& mod) {
-        const auto* copy = mod.get() == &owner ? nullptr : FindSaved(*mod, recorded.position, name);
+        const auto* copy = mod.get() == &owner ? nullptr : FindSaved(*mod, recorded.position, name, failure);
         if (!copy) return false;
-        LookedAtFile saved(files_, mod->saved->PathOf(recorded.position, *copy), copy->isLink);
+        LookedAtFile saved(files_, mod->saved.index->PathOf(recorded.position, *copy), copy->isLink);
         const auto* entry = mod->record ? mod->record->Find(recorded.position, name) : nullptr;
         const auto holds = saved.HoldsSaved(recorded, SavedBy(mod->mod, entry));
         failure.Note(saved.Path(), holds.Error());

@@ -78,11 +78,12 @@ public:
     FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name, ReadFailure& failure);
 
 private:
+    struct Listing;
     struct Mod;
-    const DirEntry* FindSaved(Mod& mod, std::size_t position, std::string_view name);
+    const DirEntry* FindSaved(Mod& mod, std::size_t position, std::string_view name, ReadFailure& failure);
     bool IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name,
                       ReadFailure& failure);
-    const KnownFolders& Listed(std::optional<KnownFolders>& folders, const std::string& root);
+    EntryIndex& IndexOf(Listing& listing, const std::string& root);
 
     const FileSystem& files_;
     std::vector<std::unique_ptr<Mod>> mods_; ///< indexes refer to what lies beside them

@@ -1,9 +1,8 @@
 #include "catalogue/LooseFileSorter.h"
 #include "platform/CaseFold.h"
+#include "platform/PathText.h"
 #include "support/FaultyFileSystem.h"
 #include "support/InstallLab.h"
-
-#include <algorithm>
 
 namespace quillbay {
 namespace {
@@ -138,7 +137,15 @@ std::string LooseFilesTest::SortWith(std::size_t number, Fault fault, bool hardL
         after.erase(name);
     }
     FaultyFileSystem files(lab_->Files());
-    if (!hardLinks) files.ForbidHardLinks();
+    files.hook = [hardLinks](auto operation, auto path, auto to) {
+        // What is moved must be on the disk before it leaves its place; another volume has no links either.
+        EXPECT_NE(operation, "Copy") << path;
+        const bool isOther = operation == "Rename" && Parent(path) != Parent(to);
+        return std::make_error_code(hardLinks                 ? std::errc()
+                                    : isOther                 ? std::errc::cross_device_link
+                                    : operation == "HardLink" ? std::errc::operation_not_supported
+                                                              : std::errc());
+    };
     const auto loose = List();
     files.Arm(number, fault);
     const auto result = Sort(files, loose);
@@ -164,6 +171,20 @@ std::string LooseFilesTest::SortWith(std::size_t number, Fault fault, bool hardL
     Sort(lab_->Files(), List());
     EXPECT_EQ(Differences(after, State()) + lab_->SharedFiles(), "");
     return files.Trace();
+}
+
+TEST_F(LooseFilesTest, AnOldFileThatCannotComeBackKeepsItsSecondName) {
+    Put({"a.bzn", "bzn/a.bzn"}, "");
+    FaultyFileSystem files(lab_->Files());
+    int removals = 0;
+    files.hook = [&](auto operation, auto, auto) {
+        const bool is = operation == "RemoveFile" ? removals++ == 0 : removals > 0 && operation != "Rename";
+        return std::make_error_code(is ? std::errc::io_error : std::errc());
+    };
+    Sort(files, List());
+    EXPECT_GT(removals, 0);
+    EXPECT_TRUE(std::ranges::any_of(lab_->Read("mods/One"),
+                                    [](const auto& file) { return file.second == "bzn/a.bzn"; }));
 }
 
 TEST_F(LooseFilesTest, NothingIsLostWhateverFailsOrEnds) {

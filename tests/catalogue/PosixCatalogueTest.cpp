@@ -38,6 +38,10 @@ TEST_F(PosixLooseFilesTest, NoLinkLetsAFileBeLost) {
                   std::string("game/ game/Sod/ game/Sod/a.sod=game mods/ mods/M/ mods/") + mod.after);
         std::filesystem::remove_all(DiskPath(folder));
     }
+    temp_.Put("mods/M/bzn/a.bzn=0 mods/M/a.Bzn=1 mods/M/A.BZN=2");
+    const auto loose = ListLooseFiles(*disk_, temp_ / "mods\\M");
+    EXPECT_EQ(RunSorting(*disk_, PlanSorting(*disk_, loose, ~TypeChecks(), "")).notMoved.size(), 1U);
+    EXPECT_EQ(temp_.Entries().size(), 8U) << "neither spelling has replaced the other";
 }
 
 // The rules are written out, so that no table of zones is needed.

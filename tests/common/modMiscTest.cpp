@@ -1,7 +1,6 @@
 #include "common/modMisc.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 
 namespace quillbay {
 namespace {

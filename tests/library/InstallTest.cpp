@@ -2,7 +2,7 @@
 #include "support/InstallLab.h"
 #include "support/ListingFileSystem.h"
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
 class InstallTest : public testing::Test {
@@ -15,7 +15,7 @@ TEST_F(InstallTest, CopiesWhatBelongsIntoTheGameAndSavesWhatItReplaces) {
               "mods/M/odf/ships/cruiser.ODF", "mods/M/odf/ships/modinfo.txt", "mods/M/odf/ModInfo.txt",
               "mods/M/ModInfo.txt", "mods/M/readme.txt", "mods/M/Docs/manual.txt", "mods/M/Sod/new.sod"});
     create_directories(lab.Native("game/bitmaps/main"));
-    test::ListingFileSystem files(lab.Files());
+    ListingFileSystem files(lab.Files());
     const auto result = lab.Install(files, "M");
     EXPECT_EQ(result.outcome, InstallOutcome::Done);
     EXPECT_EQ(result.installed.size(), 4u);
@@ -90,6 +90,7 @@ TEST_F(InstallTest, WhatCannotBeSavedOrCopiedStaysAsItIsAndKeepsNoSavedCopy) {
 TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
     lab.Make({"game/odf/a.odf", "game/odf/later.odf", "game/root.txt", "mods/M/odf/a.odf",
               "mods/Other/odf/theirs.odf"});
+    lab.SetReadOnly("game/root.txt");
     const auto before = lab.State("game");
     lab.Install("M");
     lab.Install("Other");
@@ -97,7 +98,8 @@ TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
     rename(lab.Native("mods/M/Backup"), lab.Native("mods/M/backup")); // in any spelling it is the Backup
 
     lab.Put("mods/M/odf/a.odf", "second version");
-    lab.Make({"mods/M/odf/later.odf", "mods/M/odf/theirs.odf", "mods/M/root.txt"});
+    lab.Make({"mods/M/odf/later.odf", "mods/M/odf/theirs.odf"});
+    create_hard_link(lab.Native("game/root.txt"), lab.Native("mods/M/root.txt")); // of one attribute
     EXPECT_EQ(lab.Install("M").saved, 2u);
     EXPECT_EQ(lab.Saved("M"), (Contents{{"odf/a.odf", "game/odf/a.odf"},
                                         {"odf/later.odf", "game/odf/later.odf"},
@@ -109,6 +111,43 @@ TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
         EXPECT_FALSE(lab.Installed(mod)) << mod;
     }
     EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
+TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
+    lab.Make({"game/odf/a.odf", "mods/First/odf/a.odf", "mods/Later/odf/new.odf", "mods/Later/odf/a.odf"});
+    const auto pristine = lab.State("game");
+    lab.Install("First");
+    lab.Install("Later");
+    FaultyFileSystem files(lab.Files());
+    std::pair<std::string, std::string> failing; ///< the operation, and the end of the path
+    files.hook = [&](auto operation, auto path, auto) {
+        const bool is = operation == failing.first && path.ends_with(failing.second);
+        return std::make_error_code(is ? std::errc::permission_denied : std::errc());
+    };
+    const auto before = lab.State("game");
+    const auto expectStop = [&](const char* operation, const char* path, const char* mod, bool installs) {
+        failing = {operation, path};
+        EXPECT_TRUE(installs ? lab.Install(files, mod).outcome != InstallOutcome::Done
+                             : bool(lab.Uninstall(files, mod).failure))
+            << path;
+        EXPECT_EQ(Differences(before, lab.State("game")), "") << path;
+    };
+    expectStop("List", "First\\Backup\\odf", "Later", false);
+    expectStop("List", "Later\\Backup\\odf", "First", false);
+    expectStop("Read", "First\\Backup\\~quillbay.record", "Later", false);
+
+    // As of a mod that an earlier version has installed.
+    lab.Remove("mods/Later/Backup/~quillbay.record");
+    last_write_time(lab.Native("mods/Later/Backup"),
+                    std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    lab.Make({"mods/First/odf/new.odf"});
+    expectStop("Stat", "Later\\Backup", "First", true);
+    expectStop("List", "Later\\odf", "First", true);
+    failing = {};
+    EXPECT_EQ(lab.Install(files, "First").saved, 0u);
+    for (const char* mod : {"First", "Later"})
+        EXPECT_FALSE(lab.Uninstall(mod).BackupStays()) << mod;
+    EXPECT_EQ(Differences(pristine, lab.State("game")), "");
 }
 
 TEST_F(InstallTest, ABackupThatMustStayLetsASecondUninstallationTakeNothingAway) {
@@ -132,4 +171,4 @@ TEST_F(InstallTest, ABackupThatMustStayLetsASecondUninstallationTakeNothingAway)
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

@@ -33,13 +33,17 @@ TEST_F(PosixInstallTest, ALinkInTheGameIsSavedAndRestoredAsALink) {
     const auto before = lab.State("game");
     const auto elsewhere = lab.State("elsewhere");
 
-    EXPECT_EQ(lab.Install("M").saved, 2u);
-    EXPECT_FALSE(fs::is_symlink(lab.Native("game/odf/linked.odf")));
-    EXPECT_EQ(lab.Install("Later").saved, 1u);
-    EXPECT_FALSE(lab.Uninstall("M").BackupStays());
-    EXPECT_FALSE(lab.Uninstall("Later").BackupStays());
-    EXPECT_EQ(Differences(before, lab.State("game")), "");
-    EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+    FaultyFileSystem files(lab.Files());
+    for (const bool copies : {false, true}) {
+        if (copies) files.ForbidHardLinks();
+        EXPECT_EQ(lab.Install(files, "M").saved, 2u);
+        EXPECT_FALSE(fs::is_symlink(lab.Native("game/odf/linked.odf")));
+        EXPECT_EQ(lab.Install(files, "Later").saved, 1u);
+        EXPECT_FALSE(lab.Uninstall(files, "M").BackupStays());
+        EXPECT_FALSE(lab.Uninstall(files, "Later").BackupStays());
+        EXPECT_EQ(Differences(before, lab.State("game")), "") << copies;
+        EXPECT_EQ(Differences(elsewhere, lab.State("elsewhere")), "");
+    }
 }
 
 TEST_F(PosixInstallTest, FilesOfAModAreReadThroughLinks) {
@@ -119,6 +123,8 @@ TEST_F(PosixInstallTest, AnotherNameOfTheModsFileIsNotItsInstalledCopy) {
     EXPECT_EQ(result.deleted, 1u);
     EXPECT_EQ(result.notOurs.size(), 1u);
     EXPECT_EQ(lab.Read("game"), (Contents{{"odf/a.odf", "mods/M/odf/a.odf"}}));
+    EXPECT_FALSE(lab.Installed("M"));
+    EXPECT_EQ(lab.Uninstall("M").notOurs.size(), 1u);
 }
 
 class PosixLibraryTest : public DiskTest {};
@@ -169,13 +175,14 @@ class PosixModRemovalTest : public DiskTest {
 protected:
     PosixModRemovalTest() {
         PutFile(temp_ / "game\\odf\\ships\\a.odf", "game's own");
+        PutFolder(temp_ / "game\\odf\\weapons");
         PutFile(temp_ / "mods\\M\\Sod\\mod.sod", "mod");
         for (const auto& [target, name] : {std::pair{"game/odf", "M/ODF"}, {"game", "Linked"}})
             fs::create_symlink(DiskPath(temp_ / target), DiskPath(temp_ / "mods") / name);
     }
     ~PosixModRemovalTest() override {
         EXPECT_EQ(FileBytes(temp_ / "game\\odf\\ships\\a.odf"), "game's own");
-        EXPECT_EQ(disk_->List(temp_ / "game\\odf", Detail::Names)->size(), 1U);
+        EXPECT_EQ(disk_->List(temp_ / "game\\odf", Detail::Names)->size(), 2U);
     }
 };
 

@@ -10,7 +10,6 @@
 #include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
-#include <algorithm>
 #include <random>
 
 namespace quillbay::test {

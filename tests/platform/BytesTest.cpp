@@ -1,7 +1,6 @@
 #include "platform/CaseFold.h"
 #include "platform/Fingerprint.h"
 
-#include <gtest/gtest.h>
 #include <random>
 
 namespace quillbay::test {

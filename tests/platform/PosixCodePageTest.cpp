@@ -1,7 +1,5 @@
 #include "platform/CodePage.h"
 
-#include <gtest/gtest.h>
-
 namespace quillbay {
 namespace {
 

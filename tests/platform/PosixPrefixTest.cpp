@@ -5,7 +5,6 @@
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
-#include <algorithm>
 #include <chrono>
 #include <random>
 #include <sys/stat.h>

@@ -48,7 +48,11 @@ protected:
 
 TEST_F(PosixProcessTest, FilesAndAddressesGoToTheDesktop) {
     PutFile(temp_ / "Mods\\Read me & more.txt", "x");
+    PutProgram("../Mods/xdg-open", "wrong"); // which is not taken from the current folder
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(DiskPath(temp_ / "Mods"));
     EXPECT_EQ(opener_->OpenWithShell(temp_ / "Mods"), std::errc::no_such_file_or_directory);
+    std::filesystem::current_path(before);
     PutProgram("xdg-open", "\"$#\" \"$1\"");
     const std::string address = "mailto:a@b.example?subject=C:\\x";
     for (const auto& [target, folder, argument] :

@@ -2,9 +2,6 @@
 
 #include "platform/OrderedSystemReg.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <map>
 #include <random>
 
 namespace quillbay {
@@ -91,17 +88,15 @@ std::string OrderedText(std::mt19937& random) {
     constexpr const char* kNames[] = {"Brightgate", "brightgat", "Brightgate_", "Brightgates",
                                       "Tempest II", "Tempest",   "Tempest IIa", "v1.0",
                                       "v1.0 ",      "v1",        "Wow6432Node", "\u00e4"};
-    std::map<std::vector<std::string>, std::string> sections; // by the components in lower case
+    std::map<std::string, std::string> sections; // by the components, each with its end, in lower case
     const auto add = [&](const std::vector<std::string>& names, const std::string& values) {
-        std::vector<std::string> lower{"software"};
-        std::string line = "[Software";
+        std::string key, line = "[Software";
         for (const auto& name : names) {
-            lower.push_back(name);
-            std::ranges::transform(name, lower.back().begin(),
-                                   [](unsigned char c) { return std::tolower(c); });
+            key += name + '\1';
             line += "\\\\" + name;
         }
-        sections[lower] = line + "] 1\n" + values + '\n';
+        std::ranges::transform(key, key.begin(), [](unsigned char c) { return char(std::tolower(c)); });
+        sections[key] = line + "] 1\n" + values + '\n';
     };
     for (int i = 0; i < 400; ++i) {
         std::vector<std::string> names(1 + random() % 5);

@@ -23,8 +23,10 @@ class AnswerBoxes {
 public:
     AnswerBoxes();
 
-    AnswerBoxes& Then(QMessageBox::StandardButton answer, std::function<void(QMessageBox&)> whileOpen = {}) {
-        answers_.push_back({answer, std::move(whileOpen), {}});
+    /// With a text it answers an input box, too.
+    AnswerBoxes& Then(QMessageBox::StandardButton answer, std::function<void(QMessageBox&)> whileOpen = {},
+                      const std::optional<QString>& text = {}) {
+        answers_.push_back({answer, std::move(whileOpen), text});
         return *this;
     }
     /// Types the text into an input box and confirms it.

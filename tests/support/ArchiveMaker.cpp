@@ -4,8 +4,6 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <functional>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 

@@ -23,7 +23,9 @@ SelectorFixture::SelectorFixture() {
     };
 }
 
-SelectorFixture::~SelectorFixture() {
+SelectorFixture::~SelectorFixture() { End(); }
+
+void SelectorFixture::End() {
     window.reset();
     // The end of a program would otherwise close the message boxes of the next test.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
@@ -47,9 +49,9 @@ void SelectorFixture::Write(const QString& relative, const QByteArray& bytes) co
     file.write(bytes);
 }
 
-void SelectorFixture::Make(std::initializer_list<const char*> paths) const {
+void SelectorFixture::Make(std::initializer_list<const char*> paths, const QString& folder) const {
     for (const QString path : paths)
-        path.endsWith('/') ? MakeFolder(path) : Write(path, path.toUtf8());
+        path.endsWith('/') ? MakeFolder(folder + path) : Write(folder + path, (folder + path).toUtf8());
 }
 
 void SelectorFixture::Respell(const QString& from, const QString& to) const {

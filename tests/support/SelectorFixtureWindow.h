@@ -77,12 +77,14 @@ protected:
     /// Makes the window and starts it; what Start returned.
     bool Start() { return Start(files); }
     bool Start(FileSystem& withFiles);
+    void End(); ///< and takes the window away
 
     QString Path(const QString& relative) const { return root_.filePath(relative); }
     /// Writes a file below the temporary folder, with its folders.
     void Write(const QString& relative, const QByteArray& bytes) const;
-    /// Files that hold their own paths, and folders, whose paths end in `/`.
-    void Make(std::initializer_list<const char*> paths) const;
+    /// Files that hold their own paths, and folders, whose paths end in `/`; all in a folder.
+    void Make(std::initializer_list<const char*> paths, const QString& folder = {}) const;
+    void MakeMods(std::initializer_list<const char*> paths) const { Make(paths, "program/mods/"); }
     void MakeFolder(const QString& relative) const { QDir().mkpath(Path(relative)); }
     /// Renames to a name that differs in letter case only.
     void Respell(const QString& from, const QString& to) const;

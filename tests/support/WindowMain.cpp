@@ -1,8 +1,6 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-
 /// Window tests run without a display and never see the settings or the Wine prefix of the user.
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -1,10 +1,10 @@
 #include "catalogue/FileList.h"
 #include "support/SelectorFixtureWindow.h"
 
-namespace quillbay {
+namespace quillbay::test {
 namespace {
 
-class FinderWindow : public test::SelectorFixture {
+class FinderWindow : public SelectorFixture {
 protected:
     FinderWindow() {
         QLocale::setDefault(QLocale(QLocale::German));
@@ -29,7 +29,7 @@ protected:
     }
     bool CloseAndWait() const {
         opened->close();
-        return test::WaitFor([&] { return !Mark().isChecked(); });
+        return WaitFor([&] { return !Mark().isChecked(); });
     }
     QAction& Mark() const { return *Control<QMenu>("menuManagerModFiles").menuAction(); }
     void Click(const char* name) const { QTest::mouseClick(&In<QWidget>(name), Qt::LeftButton); }
@@ -146,7 +146,14 @@ TEST_F(FinderWindow, CancelKeepsWhatWasFoundAndClosingEndsTheScan) {
     Open();
     ChangeGame();
     for (const bool inSecondPass : {false, true}) {
-        ScanAnd([&] { Click("cmdCancel"); }, inSecondPass);
+        ScanAnd(
+            [&] {
+                path_->setText(Path("game"));
+                if (list_->count() > 0) list_->item(0)->setCheckState(Qt::Checked);
+                EXPECT_FALSE(IsEnabled("cmdDelete"));
+                Click("cmdCancel");
+            },
+            inSecondPass);
         EXPECT_EQ(Listed(), inSecondPass ? new_ + modified_.mid(0, 1) : new_.mid(0, 1));
     }
     EXPECT_EQ(Caption("lblGrandTotal"), "Total modded files: 3");
@@ -171,7 +178,7 @@ TEST_F(FinderWindow, RecompileAsksAndReports) {
     const QByteArray before = Read("program/FileList.txt");
     Open();
     ChangeGame();
-    test::AnswerBoxes boxes;
+    AnswerBoxes boxes;
     boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
     QAction& recompile = Item("menuManagerModFilesRecompile");
@@ -229,6 +236,9 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     Click("lblInvert");
     EXPECT_EQ(Listed().filter("("), (QStringList{R"((AdmiralsLog\a.odf))", R"((odf\c.odf))"}));
     QTest::keyClick(&In<QWidget>("lblInvert"), Qt::Key_Space);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(list_, &held);
+    EXPECT_FALSE(Exists("target/odf")) << "by a key that is held down";
     Click("cmdCopy");
     EXPECT_EQ(path_->text(), QDir::toNativeSeparators(Path("target")) + "\\");
     EXPECT_TRUE(Exists("target/odf/c.odf") && !Exists("target/odf/new.odf") && !Exists("target/bitmaps"));
@@ -236,7 +246,7 @@ TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     Click("lblInvert");
     list_->item(3)->setCheckState(Qt::Checked);
     QFile::remove(Path("game/AdmiralsLog/new.odf"));
-    test::AnswerBoxes boxes;
+    AnswerBoxes boxes;
     In<QWidget>("cmdMove").setFocus();
     QTest::keyClick(opened->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(Control<QLabel>("lblOutcome").text(),
@@ -277,7 +287,7 @@ TEST_F(FinderWindow, TakesNoOriginalThatCameBackAfterTheScan) {
         SCOPED_TRACE(action);
         Write("game/odf/new", "x");
         QString details;
-        test::AnswerBoxes boxes;
+        AnswerBoxes boxes;
         boxes.Then(QMessageBox::Yes).Then(QMessageBox::Yes);
         boxes.Then(QMessageBox::Yes, [&](auto& box) { details = box.detailedText(); });
         auto& install = Control<QPushButton>("cmdInstallMod");
@@ -301,4 +311,4 @@ TEST_F(FinderWindow, TakesNoOriginalThatCameBackAfterTheScan) {
 }
 
 } // namespace
-} // namespace quillbay
+} // namespace quillbay::test

@@ -10,7 +10,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <gtest/gtest.h>
 #include <random>
 
 namespace quillbay::test {
@@ -64,19 +63,6 @@ TEST(RawTextBox, GivesBackEveryByteButLineEnds) {
     }
     box.SetText("a\u2603");
     EXPECT_EQ(box.FileBytes().unencodable, "\u2603");
-}
-
-TEST(RawTextBox, TakesWhatIsTypedOrComesFromElsewhereForALineEnd) {
-    RawTextBox box;
-    box.SetText("of the file:\n");
-    box.moveCursor(QTextCursor::End);
-    for (const Qt::KeyboardModifier modifier : {Qt::NoModifier, Qt::ShiftModifier})
-        QTest::keyClick(&box, Qt::Key_Return, modifier);
-    for (const char* text : {"\u2028", "\u2029", "\n", "\r\n"}) {
-        QApplication::clipboard()->setText(text);
-        box.paste();
-    }
-    EXPECT_EQ(box.FileBytes().bytes, "of the file:\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n");
 }
 
 QString FilePath() { return qEnvironmentVariable("XDG_CONFIG_HOME") + "/T2 Quillbay.ini"; }

@@ -51,6 +51,13 @@ TEST_F(HelpWindow, EveryTopicOfTheReadmeIsPlainText) {
     Open("menuHelpViewReadme", "frmReadme");
     auto& list = In<QListWidget>("lstChoices");
     EXPECT_GT(list.count(), 40);
+    opened->resize(300, 100);
+    auto& bar = *In<QScrollArea>("areaDisplay").verticalScrollBar();
+    QApplication::processEvents();
+    bar.setValue(bar.maximum());
+    ASSERT_GT(bar.value(), 0);
+    list.setCurrentRow(1);
+    EXPECT_EQ(bar.value(), 0);
     for (int row = 0; row < list.count(); ++row) {
         list.setCurrentRow(row);
         EXPECT_TRUE(Caption("lblDisplay").contains(QRegularExpression("^[^{}~\r\t]+$"))) << row;
@@ -68,11 +75,8 @@ TEST(ReadmeTopics, TextJoinsTheLinesOfAParagraph) {
 TEST_F(HelpWindow, ChangesStandFromTopToBottom) {
     Open("menuHelpChanges", "frmChanges");
     EXPECT_EQ(In<QLabel>("lblVersion").text(), "Version " + ToQString(kVersion));
-    int above = -1;
-    for (int number = 1; number <= 20; ++number) {
-        const auto& label = In<QLabel>(qPrintable(QString("lblChanges%1").arg(number)));
-        EXPECT_TRUE(label.text().startsWith("- ") && label.y() > std::exchange(above, label.y())) << number;
-    }
+    EXPECT_EQ(Caption("lblChanges9"), "- Added launch ---> map editor function.");
+    EXPECT_GT(In<QLabel>("lblChanges20").y(), In<QLabel>("lblChanges19").y());
     In<QPushButton>("OKButton").click();
     EXPECT_TRUE(test::WaitFor([&] { return !opened->isVisible() && !Item("menuHelpChanges").isChecked(); }));
 }

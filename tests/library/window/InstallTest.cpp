@@ -63,7 +63,9 @@ TEST_F(InstallWindow, GoesInAndOutOfTheGame) {
     Mods().setCurrentRow(1);
     boxes.Then(kYes).Then(kYes).Then(kYes);
     const int details = treeSizes;
+    Button("Install").setFocus();
     Run("Install", true);
+    EXPECT_EQ(window->focusWidget(), &Mods());
     EXPECT_EQ(treeSizes, details + 1);
     EXPECT_TRUE(Exists("game/bzn/new.bzn"));
     EXPECT_EQ(Control<QLabel>("lblT2NumOfFiles").text(), "3");
@@ -183,7 +185,7 @@ TEST_F(InstallWindow, WithoutRightsNothingIsDoneAndTheBoxOffersThem) {
 TEST_F(InstallWindow, ActsOnTheModThatTheQuestionNamed) {
     // Another mod takes the first row and the selection while the question is open.
     boxes.Then(kYes, [this](QMessageBox&) {
-        Make({"program/mods/Aaa/odf/ships/a.odf"});
+        MakeMods({"Aaa/odf/ships/a.odf"});
         Write("program/mods/Aaa/ModInfo.txt", "Author: first in the list");
         Tick();
         Mods().setCurrentRow(0);
@@ -289,6 +291,33 @@ TEST(JobReport, NamesWhatIsOpenInAnotherProgram) {
                                "1 of them is open in another program.");
     EXPECT_TRUE(text.ToolTip().endsWith("a.odf: is open in another program\nb.odf: Permission denied"))
         << text.ToolTip().toStdString();
+}
+
+TEST_F(InstallWindow, NamesWhatWasNotCopiedAndSaysThatABackupStays) {
+    const auto& outcome = Control<QLabel>("lblOutcome");
+    files.hook = [](auto operation, auto path, auto) {
+        const bool isGames = path.find("mods") == path.npos && path.ends_with("new.odf");
+        const bool refused = (operation == "HardLink" || operation.ends_with("Copy")) &&
+                             (isGames || path.ends_with("newer.odf"));
+        return std::make_error_code(refused ? std::errc::io_error : std::errc());
+    };
+    boxes.Then(kYes).Then(kYes).Then(kYes);
+    Make({"game/odf/ships/new.odf"});
+    Run("Install");
+    EXPECT_TRUE(
+        outcome.text().endsWith(" 1 skipped because the game's could not be saved, 1 could not be copied."))
+        << qPrintable(outcome.text());
+    for (const char* file : {"new.odf", "newer.odf"})
+        EXPECT_TRUE(outcome.toolTip().contains(file)) << file;
+    MakeMods({"Alpha/Backup/mine.txt"});
+    Mods().setCurrentRow(2);
+    Run("Install");
+    Mods().setCurrentRow(0);
+    Run("Uninstall");
+    EXPECT_EQ(Titles(boxes), "? Install Alpha mod?|? Install Bravo mod?|? Uninstall Alpha mod?|X Error!");
+    EXPECT_TRUE(outcome.text().contains("Bravo's file went with it")) << qPrintable(outcome.text());
+    EXPECT_TRUE(boxes.Seen().back().text.contains("mine.txt"));
+    EXPECT_TRUE(outcome.text().startsWith("Alpha still counts as installed"));
 }
 
 } // namespace

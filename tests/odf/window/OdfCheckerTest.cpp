@@ -1,6 +1,5 @@
 #include "support/SelectorFixtureWindow.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace quillbay {
@@ -142,6 +141,9 @@ TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
         EXPECT_EQ(boxes.Seen().back().text, "This will be available in the next version of Quillbay");
     }
     EXPECT_EQ(boxes.Seen().size(), 2U);
+    MakeFolder("other/ODF");
+    In<QTreeView>("dirDirectory").setProperty("path", Path("other/ODF"));
+    EXPECT_EQ(Usable(), kIdle) << "in any letter case";
     In<QComboBox>("cboHelp").setCurrentText("Missing v. tooltips");
     EXPECT_EQ(Caption("lblHelp"), "Read 'Missing tooltips'.");
 }
@@ -149,6 +151,8 @@ TEST_F(OdfChecker, AnswersUnavailableOptionsAndShowsHelp) {
 TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     const QString path("game/odf/other/a.odf");
     Write(path, "\"");
+    Make({"game/HLVX", "game/unsupportedextension_mapedit", "dosdevices/"});
+    QFile::link(Path("."), Path("dosdevices/g:"));
     test::AnswerBoxes boxes;
     Open();
     Press("chkMsgBoxes");
@@ -183,9 +187,11 @@ TEST_F(OdfChecker, KeepsAnEditedTextUntilItIsSavedOrDiscarded) {
     opened->close();
     ASSERT_EQ(boxes.Seen().size(), 8U);
     EXPECT_EQ(boxes.Seen()[6].title, "Error!");
-    boxes.Then(QMessageBox::Cancel).Then(QMessageBox::Cancel);
+    QDir().rmdir(Path("game/T2QB Launch T2.bat"));
+    boxes.Then(QMessageBox::Cancel).Then(QMessageBox::Cancel).ThenType("map").Then(QMessageBox::Cancel);
     window->close();
     Item("menuManagerLaunchT2").trigger();
+    Item("menuManagerLaunchMapEditor").trigger();
     EXPECT_TRUE(window->isVisible() && shell.opened.empty()) << "the text is not given up with the program";
     EXPECT_EQ(Usable(), kStopped);
     EXPECT_EQ(Text().toPlainText(), "mine");

@@ -71,10 +71,9 @@ protected:
 };
 
 TEST_F(Analyzer, TheTreeShowsKnownFoldersOfModsOnly) {
-    for (const char* file : {"(No mods found.)/odf/x", "Case/ODF/Weapons/PULSE/x", "Case/unknown/odf/x",
-                             "Case/bitmaps/AdmiralsLog/Buttons/x", "Case/Logs/x", "Case/Addon/Extra/odf/x",
-                             "Case/Textures", "Mods/Textures/Rgb/x"})
-        Write(QStringLiteral("program/mods/") + file, "");
+    MakeMods({"(No mods found.)/odf/x", "Case/ODF/Weapons/PULSE/x", "Case/unknown/odf/x",
+              "Case/bitmaps/AdmiralsLog/Buttons/x", "Case/Logs/x", "Case/Addon/Extra/odf/x", "Case/Textures",
+              "Mods/Textures/Rgb/x"});
     Open();
     QStringList leaves;
     for (QTreeWidgetItemIterator node(tree, QTreeWidgetItemIterator::NoChildren); *node; ++node)
@@ -109,6 +108,7 @@ TEST_F(Analyzer, TheTreeFollowsTheMainList) {
 
     Item("menuModAnalyzeMod").trigger();
     EXPECT_EQ(Files(), QStringList{});
+    EXPECT_TRUE(tree->selectedItems().isEmpty());
     ClickNode("Beta");
     EXPECT_EQ(Files(), QStringList{"(No files found.)"});
     QDir(Path("program/mods/Beta")).removeRecursively();
@@ -136,6 +136,10 @@ TEST_F(Analyzer, ShowsStatisticsBelowAShorterList) {
     ClickNode("Alpha/odf");
     ClickFile("loose.odf");
     EXPECT_EQ(Caption("lblOdfRace"), "") << "no unit";
+    opened->close();
+    ASSERT_TRUE(WaitUntilClosed());
+    Item("menuModAnalyzeMod").trigger();
+    EXPECT_EQ(Caption("lblOdfBuildTime"), "BuildTime =");
 }
 
 TEST_F(Analyzer, CopiesPastesRemovesAndOpensTheSelectedRow) {
@@ -208,11 +212,7 @@ TEST_F(Analyzer, ADragMovesThePictureAndAClickSwitchesTheMode) {
     image.save(Path("program/mods/Alpha/a.bmp"));
     image.save(Path("program/mods/Alpha/b.JPG"));
     const QString hugeFile = "program/mods/Alpha/huge.gif";
-    QImage(32, 1, QImage::Format_Mono).save(Path(hugeFile), "bmp");
-    QByteArray huge = Read(hugeFile);
-    for (const int at : {18, 22}) // width and height
-        huge.replace(at, 4, QByteArray("\x30\x75\0\0", 4));
-    Write(hugeFile, huge);
+    QImage(6000, 6000, QImage::Format_Mono).save(Path(hugeFile), "bmp"); // more than is shown
     Open();
     ClickNode("Alpha");
     EXPECT_TRUE(picture->isHidden());

@@ -73,12 +73,14 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     Open();
     Box().setText("no folder at all");
     Press("cmdOK");
+    QCoreApplication::processEvents(); // closing waits for them
     EXPECT_TRUE(opened->isVisible());
     List().setProperty("path", Path("Other Copy"));
     EXPECT_EQ(Typed(), Native("Other Copy"));
     EXPECT_TRUE(CanApply());
     Box().setText(Path("Other Copy/"));
     QTest::keyClick(&In<QPushButton>("cmdApply"), Qt::Key_Return);
+    EXPECT_EQ(Typed(), Path("Other Copy")) << "without the last separator";
     EXPECT_EQ(Game(), Native("Other Copy"));
     EXPECT_EQ(Caption("lblCurrent").toStdString(), main->GameDirectory);
     EXPECT_FALSE(CanApply());

@@ -134,6 +134,13 @@ TEST_F(LaunchWindow, EndsOnceTheBatchFileIsWrittenWhateverTheShellSays) {
 TEST_F(LaunchWindow, InstallsAndStartsTheMapEditor) {
     Write("game/hlvx", "in another letter case");
     ASSERT_TRUE(Start());
+    MakeFolder("game/unsupportedextension_mapedit");
+    EXPECT_TRUE(
+        Trigger("menuManagerInstallMapEditor").startsWith("Error!: The map editor was not installed"));
+    EXPECT_EQ(Control<QLabel>("lblOutcome").text(), "");
+    QDir().rmdir(Path("game/unsupportedextension_mapedit"));
+    Respell("game/HLVX", "game/hlvx");
+    Write("game/UnsupportedExtension_mapedit", "in another letter case, too");
     boxes.Then(QMessageBox::No).ThenType("  ").Then(QMessageBox::Ok).ThenType("\u0436").Then(QMessageBox::Ok);
     boxes.ThenType(" a b");
     EXPECT_EQ(Trigger("menuManagerInstallMapEditor"),
@@ -149,12 +156,14 @@ TEST_F(LaunchWindow, InstallsAndStartsTheMapEditor) {
 TEST_F(LaunchWindow, OpensFoldersAddressesAndReadmes) {
     ASSERT_TRUE(Start());
     EXPECT_EQ(Trigger("menuModCurrentModOpen") + Trigger("menuModCurrentModViewReadme"), "") << "with no mod";
-    Make({"program/mods/M/Addon/X/a readme folder/", "program/mods/M/Addon/X/My README.txt"});
+    MakeMods({"M/Addon/X/a readme folder/", "M/Addon/X/My README.txt"});
     Tick();
     Mods().setCurrentRow(1);
     EXPECT_EQ(Trigger("menuModCurrentModOpen"), "program/mods/M/Addon/X>");
     EXPECT_EQ(Trigger("menuModCurrentModViewReadme"), "program/mods/M/Addon/X/My README.txt>");
     EXPECT_EQ(Trigger("menuManagarLaunchT2Dir"), "game>");
+    main->GameDirectory += "/gone";
+    EXPECT_EQ(Trigger("menuManagarLaunchT2Dir"), "");
     EXPECT_EQ(Trigger("menuManagerLaunchNimb"), "https://tempest-universe.example/>");
 }
 
