@@ -269,7 +269,7 @@ TEST_F(ModFiles, TheCompatibilityCheckerListsCommonFilesOrSaysWhyNot) {
     EXPECT_EQ(check("Alpha", "game"), "Tempest2.exe");
     EXPECT_TRUE(says("Alpha and (Tempest II Directory): 1 in both, 0 of them equal."));
     EXPECT_EQ(shortened, 0) << "not for 150 files";
-    Write("program/mods/Alpha/odf/x", {});
+    Write("program/mods/Alpha/odf/x", Read("program/mods/Beta/odf/x"));
     EXPECT_EQ(check("Alpha", "Beta"), "odf\\x");
     EXPECT_TRUE(says("Alpha and Beta: 1 in both, 1 of them equal."));
     EXPECT_EQ(box.height(), shortened + bar.height());
