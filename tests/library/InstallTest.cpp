@@ -138,8 +138,8 @@ TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
 
     // As of a mod that an earlier version has installed.
     lab.Remove("mods/Later/Backup/~quillbay.record");
-    last_write_time(lab.Native("mods/Later/Backup"),
-                    std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    EXPECT_FALSE(files.SetModified(lab.Job("Later").ModFolder() + "\\Backup", now + std::chrono::hours(1)));
     lab.Make({"mods/First/odf/new.odf"});
     expectStop("Stat", "Later\\Backup", "First", true);
     expectStop("List", "Later\\odf", "First", true);

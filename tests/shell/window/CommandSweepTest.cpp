@@ -75,7 +75,8 @@ Files CommandSweep::Disk() const {
     QDirIterator found(Path(""), kinds | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (found.hasNext()) {
         const QString path = QDir(Path("")).relativeFilePath(found.next());
-        if (path.endsWith("/~quillbay.record")) continue; // it holds the time
+        // The record holds the time, and so does the link where it is a file of its own kind.
+        if (path.endsWith("/~quillbay.record") || path.startsWith("dosdevices/")) continue;
         state[path] = found.fileInfo().isDir() ? QByteArray("(folder)") : Read(path);
     }
     return state;
