@@ -45,7 +45,18 @@ which hold the game's original files. If the game is to be as it was, start Quil
 ; Ends with code 2 while the program runs, whose file cannot be replaced then.
 !macro StopWhileRunning PREFIX
 Function ${PREFIX}StopWhileRunning
-    System::Call 'advapi32::GetUserNameW(w .r0, *i ${NSIS_MAX_STRLEN})'
+    ; The program's lock has the user's SID in its name.
+    System::Call 'advapi32::OpenProcessToken(p -1, i 8, *p .r1)'
+    System::Call 'advapi32::GetTokenInformation(p r1, i 1, p 0, i 0, *i .r2)'
+    System::Alloc $2
+    Pop $3
+    System::Call 'advapi32::GetTokenInformation(p r1, i 1, p r3, i r2, *i .r2)'
+    System::Call '*$3(p .r4)'
+    System::Call 'advapi32::ConvertSidToStringSidW(p r4, *p .r5)'
+    System::Call 'kernel32::lstrcpyW(w .r0, p r5)'
+    System::Call 'kernel32::LocalFree(p r5)'
+    System::Free $3
+    System::Call 'kernel32::CloseHandle(p r1)'
     System::Call 'kernel32::OpenMutexW(i 0x100000, i 0, w "Global\quillbay.$0") p .r1'
     ${If} $1 P<> 0
         System::Call 'kernel32::CloseHandle(p r1)'

@@ -29,6 +29,11 @@ Result<bool> LookedAtFile::Holds(const RecordedFile& recorded, std::int64_t fini
     const auto& present = recorded.versions.back();
     const bool isUntouched = recorded.state == RecordedState::Copied && IsBefore(info->changed, finished);
     if (isUntouched && present.size == info->size && present.modified == info->modified) return true;
+    return ReadsAsAnyOf(recorded);
+}
+
+Result<bool> LookedAtFile::ReadsAsAnyOf(const RecordedFile& recorded) {
+    if (isLink_) return false;
     return ReadsAs(recorded.versions, [](const FileVersion&) { return true; });
 }
 
@@ -181,6 +186,22 @@ FileOwners::FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::str
             owners.emplace_back(&mod->mod, recorded);
     }
     return owners;
+}
+
+std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
+FileOwners::FindUnsavedClaims(LookedAtFile& copy, std::size_t position, std::string_view name,
+                              ReadFailure& failure) {
+    std::vector<std::pair<const InstalledMod*, const RecordedFile*>> claims;
+    for (const auto& mod : mods_) {
+        const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
+        if (!recorded || recorded->state == RecordedState::GivenBack ||
+            FindSaved(*mod, position, name, failure))
+            continue;
+        const auto reads = copy.ReadsAsAnyOf(*recorded);
+        failure.Note(copy.Path(), reads.Error());
+        if (reads && *reads) claims.emplace_back(&mod->mod, recorded);
+    }
+    return claims;
 }
 
 bool FileOwners::IsSavedAfter(const Mod& owner, const RecordedFile& recorded, std::string_view name,

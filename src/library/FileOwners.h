@@ -29,6 +29,8 @@ public:
     /// at `finished` (as in InstallRecord), and has its size and time and has not changed since, is not read.
     /// A link holds none.
     Result<bool> Holds(const RecordedFile& recorded, std::int64_t finished);
+    /// The same by the bytes alone.
+    Result<bool> ReadsAsAnyOf(const RecordedFile& recorded);
     /// The same of a saved copy, which the installation of that number has made: the version must have
     /// been in the game then.
     Result<bool> HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy);
@@ -76,6 +78,11 @@ public:
     /// `failure`.
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
     FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name, ReadFailure& failure);
+
+    /// The mods that have installed there, at whatever time, the same bytes as this saved copy, and have
+    /// saved nothing there; as above.
+    std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
+    FindUnsavedClaims(LookedAtFile& copy, std::size_t position, std::string_view name, ReadFailure& failure);
 
 private:
     struct Listing;

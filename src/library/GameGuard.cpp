@@ -130,6 +130,21 @@ void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFail
     WriteRecords(failure);
 }
 
+void GameGuard::EndClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
+    for (const auto* place : places) {
+        if (place->savedPath.empty() || place->savedIsLink) continue;
+        LookedAtFile saved(files_, place->savedPath, false);
+        for (const auto& [mod, recorded] :
+             owners_.FindUnsavedClaims(saved, place->position, place->name, failure)) {
+            const auto isTheirs = saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
+            failure.Note(place->savedPath, isTheirs.Error());
+            if (failure) return;
+            if (!*isTheirs) SetGivenBack(ToChange(*mod, *recorded), LastNumber());
+        }
+    }
+    WriteRecords(failure);
+}
+
 std::error_code GameGuard::Secure(LookedAtFile& file, const GamePlace& place) {
     const auto owner = owners_.FindOwner(file, place.position, place.name);
     if (owner && *owner) {

@@ -48,6 +48,10 @@ public:
     /// for their own: their records say from now on that it is not. On failure, of the record at
     /// `failure.path`, nothing may be replaced.
     void TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure);
+    /// To be called before the saved copies of these places come back. A mod that has installed the same
+    /// bytes there at another time would take what comes back for its own, and delete it with its files: its
+    /// record says from now on that it is not. On failure as above.
+    void EndClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure);
     /// Makes sure of the bytes of a file that is not the mod's own. On failure the file must be left alone.
     [[nodiscard]] std::error_code Secure(LookedAtFile& file, const GamePlace& place);
     /// Takes back what Secure has kept, since the file stayed in the game after all.

@@ -229,13 +229,24 @@ private:
             result_.givenBack.notHandedOver.push_back(failure.path);
             return;
         }
+        std::vector<std::pair<const GamePlace*, bool>> dropped; // with whether the mod's file is there
+        std::vector<const GamePlace*> toRestore;
         for (const auto& place : plan_.dropped) {
             LookedAtFile file(files_, place.gamePath, place.gameIsLink);
             const auto own = place.gamePath.empty() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
-            if (!own) continue;
+            if (own) dropped.emplace_back(&place, *own);
+            if (own && *own) toRestore.push_back(&place);
+        }
+        guard_.EndClaims(toRestore, failure);
+        if (failure) {
+            result_.givenBack.notHandedOver.push_back(failure.path);
+            return;
+        }
+        for (const auto& [dropping, isOwn] : dropped) {
+            const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (*own && place.savedPath.empty()) giveBack.Delete(place);
-            if (*own && !place.savedPath.empty() && !giveBack.Restore(place)) continue;
+            if (isOwn && place.savedPath.empty()) giveBack.Delete(place);
+            if (isOwn && !place.savedPath.empty() && !giveBack.Restore(place)) continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || !place.savedPath.empty();
             record_.SetGivenBack(*place.recorded);

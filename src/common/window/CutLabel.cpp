@@ -2,6 +2,7 @@
 
 #include "common/window/PlainToolTip.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 

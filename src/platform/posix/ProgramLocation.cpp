@@ -36,7 +36,7 @@ ProgramPlaces FindProgramPlaces() {
 }
 
 std::string MakeProgramDirectory(const ProgramPlaces& places) {
-    const std::string folder = ChooseProgramFolder(places, IsWritableFolder);
+    std::string folder = ChooseProgramFolder(places, IsWritableFolder);
     std::error_code ignored;
     if (folder == places.user) fs::create_directories(folder, ignored);
     return folder;

@@ -18,7 +18,7 @@ std::string UserName(uid_t id) {
 } // namespace
 
 std::string HowToGetRights(std::string_view folder) {
-    const std::string text = "Quillbay is not allowed to write there. ";
+    std::string text = "Quillbay is not allowed to write there. ";
     const auto real = FindRealPath(std::string(folder));
     struct stat info {};
     if (!real || ::stat(real->c_str(), &info) != 0) return text;
