@@ -20,11 +20,11 @@ bool IsLeftoverFile(const DirEntry& entry) {
 
 } // namespace
 
-std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders) {
+std::vector<ModFile> CollectModFiles(const KnownFolders& foldersInMod) {
     std::vector<ModFile> found;
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         std::unordered_map<std::string, std::size_t> byName;
-        for (const auto& folder : modFolders[position]) {
+        for (const auto& folder : foldersInMod[position]) {
             for (const auto& entry : folder.entries) {
                 if (!entry.IsPlainFile() || entry.name == kModInfoName || IsProgramsOwn(entry.name)) continue;
                 ModFile file{

@@ -28,7 +28,7 @@ struct ModFile {
 
 /// The plain files in the known folders of a mod, in list order, without those named exactly `ModInfo.txt`
 /// and without what this program writes itself. Of two spellings of one file the last one listed counts.
-std::vector<ModFile> CollectModFiles(const KnownFolders& modFolders);
+std::vector<ModFile> CollectModFiles(const KnownFolders& foldersInMod);
 
 /// Finds entries of listed known folders by name, letter case ignored: the exact spelling, else the first in
 /// another one, in the folder that look-ups find. Keeps references into `folders`. It indexes one position at

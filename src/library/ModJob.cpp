@@ -45,7 +45,7 @@ std::vector<InstalledMod>::iterator FindOwn(const FileSystem& files, const ModJo
     const auto respelled = std::ranges::find_if(
         mods, [&](const InstalledMod& mod) { return EqualFolded(mod.path.text, job.mod.text); });
     if (respelled == mods.end()) return respelled;
-    const auto rows = ScanModLibrary(files, job.modsFolder);
+    const auto rows = ScanModLibrary(files, job.libraryFolder);
     return std::ranges::find(rows, job.mod, &ModRow::path) == rows.end() ? respelled : mods.end();
 }
 
@@ -75,9 +75,9 @@ std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, con
     return {};
 }
 
-void FindRefusal(const FileSystem& files, const KnownFolders& modFolders, JobPlan& plan) {
-    const auto library = files.RealPath(plan.job.modsFolder).ValueOr({});
-    plan.refused = FindWayIntoGame(files, plan.modFolder, modFolders, library, plan.job.gameDirectory);
+void FindRefusal(const FileSystem& files, const KnownFolders& foldersInMod, JobPlan& plan) {
+    const auto library = files.RealPath(plan.job.libraryFolder).ValueOr({});
+    plan.refused = FindWayIntoGame(files, plan.modFolder, foldersInMod, library, plan.job.gameDirectory);
     if (plan.refused.empty()) plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
     if (!plan.refused.empty()) {
         plan.refusal = Refusal::LeadsIntoGame;
@@ -103,10 +103,10 @@ void ReadLastChanged(const FileSystem& files, const std::vector<DirEntry>& modEn
 } // namespace
 
 std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
-                            const KnownFolders& modFolders, const std::string& library,
+                            const KnownFolders& foldersInMod, const std::string& library,
                             const std::string& game) {
     if (IsInside(modFolder, game, library) || IsSameOrInside(game, modFolder)) return modFolder;
-    return FindLinkInto(files, modFolders, game, library);
+    return FindLinkInto(files, foldersInMod, game, library);
 }
 
 bool IsSameOrInside(std::string_view path, std::string_view folder) {
@@ -117,14 +117,16 @@ bool IsSameOrInside(std::string_view path, std::string_view folder) {
     }
 }
 
-std::string ModJob::ModFolder() const { return mod.Empty() ? std::string() : Join(modsFolder, mod.text); }
+std::string ModJob::FolderInLibrary() const {
+    return mod.Empty() ? std::string() : Join(libraryFolder, mod.text);
+}
 
 GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view gameDirectory,
-                                      std::string_view modsFolder) {
+                                      std::string_view libraryFolder) {
     if (!IsExistingFolder(files, gameDirectory)) return GameDirectoryState::Missing;
     const auto game = files.RealPath(gameDirectory);
     if (!game) return GameDirectoryState::Missing;
-    const auto mods = files.RealPath(modsFolder);
+    const auto mods = files.RealPath(libraryFolder);
     if (mods && IsSameOrInside(*game, *mods)) return GameDirectoryState::InsideMods;
     return GameDirectoryState::Usable;
 }
@@ -132,13 +134,13 @@ GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view 
 void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobPlan& plan) {
     plan.job = job;
     plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
-    plan.modFolder = files.RealPath(job.ModFolder()).ValueOr(job.ModFolder());
+    plan.modFolder = files.RealPath(job.FolderInLibrary()).ValueOr(job.FolderInLibrary());
 
-    const auto modFolders = ListExisting(files, plan.modFolder, detail, plan.failure);
+    const auto foldersInMod = ListExisting(files, plan.modFolder, detail, plan.failure);
     plan.gameFolders = ListExisting(files, plan.job.gameDirectory, Detail::Names, plan.failure);
     if (plan.failure) return;
-    const auto& ownEntries = modFolders.back().front().entries;
-    auto library = ListInstalledMods(files, job.modsFolder, {job.mod, ownEntries}, plan.failure);
+    const auto& ownEntries = foldersInMod.back().front().entries;
+    auto library = ListInstalledMods(files, job.libraryFolder, {job.mod, ownEntries}, plan.failure);
     plan.leftoverFolders = std::move(library.leftovers);
     plan.otherMods = std::move(library.mods);
     if (const auto own = FindOwn(files, job, plan.otherMods); own != plan.otherMods.end()) {
@@ -152,9 +154,9 @@ void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobP
     ReadLastChanged(files, ownEntries, plan);
     if (plan.failure) return;
 
-    FindRefusal(files, modFolders, plan);
-    plan.modFiles = CollectModFiles(modFolders);
-    AddLeftovers(modFolders, plan.leftoverFiles);
+    FindRefusal(files, foldersInMod, plan);
+    plan.modFiles = CollectModFiles(foldersInMod);
+    AddLeftovers(foldersInMod, plan.leftoverFiles);
     AddLeftovers(plan.gameFolders, plan.leftoverFiles);
     AddLeftovers(plan.backupFolders, plan.leftoverFiles);
 }

@@ -18,11 +18,12 @@ namespace quillbay {
 
 struct ModJob {
     std::string gameDirectory;
-    std::string modsFolder;
+    std::string libraryFolder;
     ModPath mod;
 
-    /// `modsFolder` joined with the mod path; empty for no mod, so that nothing ever takes the whole library.
-    std::string ModFolder() const;
+    /// `libraryFolder` joined with the mod path; empty for no mod, so that nothing ever takes the whole
+    /// library.
+    std::string FolderInLibrary() const;
 };
 
 enum class GameDirectoryState {
@@ -32,13 +33,13 @@ enum class GameDirectoryState {
 };
 
 GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view gameDirectory,
-                                      std::string_view modsFolder);
+                                      std::string_view libraryFolder);
 
 /// The folder or file by which a mod leads into the game, or the game lies in the mod; empty when nothing
-/// does. Real paths are compared: `game`, `library` and `modFolder` are such, `modFolders` is the mod's
+/// does. Real paths are compared: `game`, `library` and `modFolder` are such, `foldersInMod` is the mod's
 /// listing. A library that lies in the game's folder, where the program is kept, is no part of the game.
 std::string FindWayIntoGame(const FileSystem& files, const std::string& modFolder,
-                            const KnownFolders& modFolders, const std::string& library,
+                            const KnownFolders& foldersInMod, const std::string& library,
                             const std::string& game);
 
 /// True when `path` is `folder` or lies in it; both absolute and without links.

@@ -49,21 +49,21 @@ enum class ModOrder {
     AsListed,
 };
 
-/// The rows of the library: a row for each folder of `modsFolder`, with the folders in its `Addon` folder
+/// The rows of the library: a row for each folder of `libraryFolder`, with the folders in its `Addon` folder
 /// below it (the last one listed first). Each folder is listed once; those that cannot be listed give no
 /// rows. Without any mod the result is empty; the placeholder is the list's business.
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modsFolder,
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view libraryFolder,
                                    ModOrder order = ModOrder::ByName);
 
-/// Makes `modsFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
+/// Makes `libraryFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
 /// `mods` can both exist, `mods` is used and nothing is merged or renamed. True when it was made.
-bool PrepareModsFolder(FileSystem& files, std::string_view programDirectory);
+bool PrepareLibraryFolder(FileSystem& files, std::string_view programDirectory);
 
 /// True when the folder of the mod is there in exactly this spelling: in another letter case it may be
 /// another mod.
-bool ModExists(const FileSystem& files, std::string_view modsFolder, const ModPath& mod);
+bool ModExists(const FileSystem& files, std::string_view libraryFolder, const ModPath& mod);
 
 /// `programDirectory\mods`
-std::string ModsFolder(std::string_view programDirectory);
+std::string LibraryFolder(std::string_view programDirectory);
 
 } // namespace quillbay

@@ -39,7 +39,7 @@ std::vector<TreeFolder> ChildrenOf(std::size_t parent, const KnownFolderPaths& f
 
 TreeFolder ReadModTree(const FileSystem& files, std::string_view programDirectory,
                        const std::vector<ModRow>& rows) {
-    TreeFolder root{std::string(kRootText), {ModsFolder(programDirectory)}, {}};
+    TreeFolder root{std::string(kRootText), {LibraryFolder(programDirectory)}, {}};
     for (const ModRow& row : rows) {
         if (row.IsAddon() || row.path.Empty()) continue;
         std::string folder = Join(root.folders.front(), row.path.text);

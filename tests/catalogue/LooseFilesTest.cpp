@@ -58,7 +58,7 @@ protected:
         for (const std::string& name : names)
             lab_->Put("mods/One/" + name, bytes + name);
     }
-    LooseFiles List() { return ListLooseFiles(lab_->Files(), lab_->Job("One").ModFolder()); }
+    LooseFiles List() { return ListLooseFiles(lab_->Files(), lab_->Job("One").FolderInLibrary()); }
     SortResult Sort(FileSystem& files, const LooseFiles& loose, TypeChecks checks = ~TypeChecks()) const {
         return RunSorting(files, PlanSorting(files, loose, checks, lab_->Job("One").gameDirectory));
     }

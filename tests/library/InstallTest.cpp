@@ -45,7 +45,7 @@ TEST_F(InstallTest, ALibraryInTheGamesFolderIsNoPartOfTheGame) {
     lab.Make({"game/odf/a.odf", "game/Quillbay/mods/M/odf/a.odf"});
     const auto before = lab.State("game");
     ModJob job = lab.Job("M");
-    job.modsFolder = job.gameDirectory + "\\Quillbay\\mods";
+    job.libraryFolder = job.gameDirectory + "\\Quillbay\\mods";
     EXPECT_EQ(RunInstall(lab.Files(), PlanInstall(lab.Files(), job), {}).installed.size(), 1u);
     EXPECT_EQ(lab.Read("game").at("odf/a.odf"), "game/Quillbay/mods/M/odf/a.odf");
     EXPECT_EQ(RunUninstall(lab.Files(), PlanUninstall(lab.Files(), job), {}).restored, 1u);
@@ -139,7 +139,8 @@ TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
     // As of a mod that an earlier version has installed.
     lab.Remove("mods/Later/Backup/~quillbay.record");
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    EXPECT_FALSE(files.SetModified(lab.Job("Later").ModFolder() + "\\Backup", now + std::chrono::hours(1)));
+    EXPECT_FALSE(
+        files.SetModified(lab.Job("Later").FolderInLibrary() + "\\Backup", now + std::chrono::hours(1)));
     lab.Make({"mods/First/odf/new.odf"});
     expectStop("Stat", "Later\\Backup", "First", true);
     expectStop("List", "Later\\odf", "First", true);

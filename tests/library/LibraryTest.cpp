@@ -39,11 +39,11 @@ TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
 TEST_F(LibraryTest, TheLibraryIsMadeOrGetsItsLowerCaseNameUnlessAFileHasIt) {
     PutFolder(temp_ / "folder\\MODS\\A");
     PutFile(temp_ / "file\\Mods", "stays");
-    EXPECT_TRUE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_TRUE(PrepareLibraryFolder(*disk_, temp_.Path()));
     for (const char* directory : {"", "folder", "file"})
-        EXPECT_FALSE(PrepareModsFolder(*disk_, temp_ / directory)) << directory;
+        EXPECT_FALSE(PrepareLibraryFolder(*disk_, temp_ / directory)) << directory;
     EXPECT_EQ(disk_->Stat(temp_ / "folder\\mods").ValueOr({}).name, "mods");
-    EXPECT_EQ(ScanModLibrary(*disk_, ModsFolder(temp_ / "folder")).size(), 1U);
+    EXPECT_EQ(ScanModLibrary(*disk_, LibraryFolder(temp_ / "folder")).size(), 1U);
     EXPECT_EQ(FileBytes(temp_ / "file\\Mods"), "stays");
     EXPECT_TRUE(ScanModLibrary(*disk_, temp_ / "file\\Mods").empty());
 }
@@ -69,7 +69,7 @@ TEST_F(LibraryTest, NewModsTakeOnlyNamesThatEverySystemKeeps) {
 
 TEST_F(LibraryTest, AnEmptyModPathNamesNoFolder) {
     PutFolder(temp_ / "Backup");
-    EXPECT_EQ((ModJob{"g", "C:\\mods", {}}.ModFolder()), "");
+    EXPECT_EQ((ModJob{"g", "C:\\mods", {}}.FolderInLibrary()), "");
     EXPECT_FALSE(IsInstalled(*disk_, ""));
     EXPECT_TRUE(FilterInstalled(*disk_, temp_.Path(), {{"    none", {}}}).empty());
 }

@@ -132,9 +132,9 @@ class PosixLibraryTest : public DiskTest {};
 TEST_F(PosixLibraryTest, TheExactSpellingWins) {
     for (const char* folder : {"Mods\\Old", "mods\\New\\ADDON\\no", "mods\\New\\Addon\\yes"})
         PutFolder(temp_ / folder);
-    EXPECT_FALSE(PrepareModsFolder(*disk_, temp_.Path()));
+    EXPECT_FALSE(PrepareLibraryFolder(*disk_, temp_.Path()));
     EXPECT_EQ(disk_->Stat(temp_ / "Mods").ValueOr({}).name, "Mods");
-    const std::vector<ModRow> rows = ScanModLibrary(*disk_, ModsFolder(temp_.Path()));
+    const std::vector<ModRow> rows = ScanModLibrary(*disk_, LibraryFolder(temp_.Path()));
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[1].path.text, "New\\Addon\\yes");
 

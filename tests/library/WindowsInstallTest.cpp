@@ -29,7 +29,7 @@ LookUps CountLookUps(int files, bool readOnly) {
         lookUps.install = counter.Count();
     }
     // Later than every clock of a file, so that none is read for having been copied just now.
-    const auto backup = Join(lab.Job("M").ModFolder(), kBackupName);
+    const auto backup = Join(lab.Job("M").FolderInLibrary(), kBackupName);
     auto record = *ReadInstallRecord(lab.Files(), backup).ValueOr({});
     record.finished += 1'000'000'000;
     EXPECT_FALSE(lab.Files().WriteFile(Join(backup, kRecordName), ToText(record)));

@@ -47,10 +47,12 @@ void InstallLab::SetReadOnly(std::string_view path) {
                     fs::perm_options::remove);
 }
 
-bool InstallLab::Installed(std::string_view mod) const { return IsInstalled(*files_, Job(mod).ModFolder()); }
+bool InstallLab::Installed(std::string_view mod) const {
+    return IsInstalled(*files_, Job(mod).FolderInLibrary());
+}
 
 std::int64_t InstallLab::Number(std::string_view mod) const {
-    const auto record = ReadInstallRecord(*files_, Join(Job(mod).ModFolder(), kBackupName));
+    const auto record = ReadInstallRecord(*files_, Join(Job(mod).FolderInLibrary(), kBackupName));
     return record && *record ? (*record)->number : 0;
 }
 

@@ -107,7 +107,7 @@ void frmInstaller::FillChooser() {
         const QSignalBlocker quiet(ui_->lstChooser);
         ui_->lstChooser->clear();
         const auto mods =
-            main_.GetServices().files.List(ModsFolder(main_.ProgramDirectory), Detail::Names).ValueOr({});
+            main_.GetServices().files.List(LibraryFolder(main_.ProgramDirectory), Detail::Names).ValueOr({});
         for (const DirEntry& entry : mods) { // plain files, too, in which no loose files are found
             const bool isFolder = entry.kind == EntryKind::Folder && !entry.name.starts_with(kLeftoverPrefix);
             if (!isFolder && !entry.IsPlainFile()) continue;
@@ -127,7 +127,7 @@ void frmInstaller::FillChooser() {
 std::string frmInstaller::SelectedFolder() const {
     const auto rows = ui_->lstChooser->selectedItems();
     if (rows.isEmpty() || !rows.front()->data(Qt::UserRole).toBool()) return {};
-    return Join(ModsFolder(main_.ProgramDirectory), FromQString(rows.front()->text()));
+    return Join(LibraryFolder(main_.ProgramDirectory), FromQString(rows.front()->text()));
 }
 
 void frmInstaller::lstChooser_Click() {

@@ -53,7 +53,7 @@ void HousekeepingCommands::RemoveMod() {
     const auto row = main_.SelectedMod();
     if (!main_.CanStart(item) || !row || row->path.Empty()) return;
     const BusyGuard busy({&item});
-    const std::string mods = ModsFolder(main_.ProgramDirectory);
+    const std::string mods = LibraryFolder(main_.ProgramDirectory);
     const RemovalState state = CheckRemoval(files_, main_.GameDirectory, mods, main_.ModRows(), row->path);
     if (state == RemovalState::HoldsGame) {
         ShowError(window_, QStringLiteral("The Tempest II directory lies inside this mod, so nothing was "
@@ -89,9 +89,9 @@ void HousekeepingCommands::MakeNewModFolder() {
     if (!main_.CanStart(controls_.newFolderItem)) return;
     const auto answer = AskModName(window_);
     if (!answer) return;
-    PrepareModsFolder(files_, main_.ProgramDirectory);
+    PrepareLibraryFolder(files_, main_.ProgramDirectory);
     const ModPath made{*answer};
-    switch (MakeModFolder(files_, ModsFolder(main_.ProgramDirectory), made.text)) {
+    switch (MakeModFolder(files_, LibraryFolder(main_.ProgramDirectory), made.text)) {
     case NewFolderOutcome::Made:
         main_.ShowOutcome(OutcomeText(QStringLiteral("The mod folder ") + ToQString(made.text) +
                                       QStringLiteral(" is made")));
@@ -115,7 +115,7 @@ std::optional<std::string> HousekeepingCommands::FolderForSubfolders(const QActi
                                                                      const QString& title) {
     const auto row = main_.SelectedMod();
     if (!main_.CanStart(item) || !row || row->path.Empty()) return std::nullopt;
-    const std::string mods = ModsFolder(main_.ProgramDirectory);
+    const std::string mods = LibraryFolder(main_.ProgramDirectory);
     bool confirmed = false;
     {
         const BusyGuard busy({&controls_.mods});

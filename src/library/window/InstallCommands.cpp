@@ -69,8 +69,8 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
                     QMessageBox::Warning);
         return std::nullopt;
     }
-    ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), row->path};
-    if (!HasGame(window_, CheckGameDirectory(files_, job.gameDirectory, job.modsFolder))) {
+    ModJob job{main_.GameDirectory, LibraryFolder(main_.ProgramDirectory), row->path};
+    if (!HasGame(window_, CheckGameDirectory(files_, job.gameDirectory, job.libraryFolder))) {
         return std::nullopt;
     }
     displayName = ToQString(DisplayName(row->text));
@@ -79,7 +79,7 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
 
 bool InstallCommands::ModStillThere(const ModJob& job, BusyGuard& busy) {
     main_.RefreshModList({.keepControls = true, .keepDetails = true});
-    if (ModExists(files_, job.modsFolder, job.mod)) return true;
+    if (ModExists(files_, job.libraryFolder, job.mod)) return true;
     // The list has selected another mod meanwhile.
     main_.ShowModDetails();
     busy.ShowArrow();
@@ -103,7 +103,7 @@ void InstallCommands::InstallMod() {
             return;
         }
         busy.SetCaption(QStringLiteral("Installing"));
-        if (IsInstalled(files_, job->ModFolder()) &&
+        if (IsInstalled(files_, job->FolderInLibrary()) &&
             !Confirmed(window_,
                        QStringLiteral("It appears that the ") + name +
                            QStringLiteral(" mod is already installed. Continue?"),
@@ -151,7 +151,7 @@ void InstallCommands::UninstallMod() {
                        Describe(LookAtInstalled(files_, PlanUninstall(files_, *job))))) {
             return;
         }
-        if (!IsInstalled(files_, job->ModFolder()) &&
+        if (!IsInstalled(files_, job->FolderInLibrary()) &&
             !Confirmed(window_,
                        QStringLiteral("This mod does not appear to be installed. If there is no backup for a "
                                       "file, it will be deleted and not replaced. Continue anyway?"),
@@ -187,10 +187,10 @@ void InstallCommands::UninstallAll(QWidget& asking) {
     UninstallSummary summary;
     {
         BusyGuard busy(controls_.uninstall, {&controls_.uninstallItem});
-        const std::string modsFolder = ModsFolder(main_.ProgramDirectory);
-        if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, modsFolder))) return;
+        const std::string libraryFolder = LibraryFolder(main_.ProgramDirectory);
+        if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, libraryFolder))) return;
         ReadFailure failure;
-        const auto mods = ListNewestFirst(files_, modsFolder, failure);
+        const auto mods = ListNewestFirst(files_, libraryFolder, failure);
         if (failure)
             return ShowError(
                 &asking, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),
@@ -223,9 +223,9 @@ UninstallSummary InstallCommands::TakeModsOut(const std::vector<InstalledMod>& m
     const auto share = [&mods](std::size_t done) { return static_cast<int>(done * 100 / mods.size()); };
     UninstallSummary summary;
     for (std::size_t at = 0; at < mods.size() && summary.stopped.empty(); ++at) {
-        const ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), mods[at].path};
+        const ModJob job{main_.GameDirectory, LibraryFolder(main_.ProgramDirectory), mods[at].path};
         // Without its backup, somebody has taken it out while the question was open.
-        if (!IsInstalled(files_, job.ModFolder())) continue;
+        if (!IsInstalled(files_, job.FolderInLibrary())) continue;
         const QString name = ToQString(mods[at].Name());
         summary.Add(std::string(mods[at].Name()),
                     TakeModOut(job,

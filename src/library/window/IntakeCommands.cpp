@@ -96,7 +96,7 @@ void IntakeCommands::Take(const QStringList& paths) {
     if (!IsIdle()) return;
     isBusy_ = true;
     main_.SetMainMenusEnabled(false);
-    PrepareModsFolder(files_, main_.ProgramDirectory);
+    PrepareLibraryFolder(files_, main_.ProgramDirectory);
     IntakeSummary summary;
     for (const QString& path : paths)
         if (!TakeOne(path, summary)) break;
@@ -109,7 +109,7 @@ void IntakeCommands::Take(const QStringList& paths) {
 }
 
 bool IntakeCommands::TakeOne(const QString& path, IntakeSummary& summary) {
-    ModIntake intake(files_, main_.GetServices().openArchive, ModsFolder(main_.ProgramDirectory),
+    ModIntake intake(files_, main_.GetServices().openArchive, LibraryFolder(main_.ProgramDirectory),
                      main_.GameDirectory);
     IntakeFailure failure;
     {

@@ -53,15 +53,15 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
                          std::initializer_list<QObject*>{&controls_.refreshItem, &controls_.mods});
             busy->ShowHourglass();
         }
-        PrepareModsFolder(files_, main_.ProgramDirectory);
+        PrepareLibraryFolder(files_, main_.ProgramDirectory);
         if (busy) {
             busy->SetCaption(QStringLiteral("Counting files"));
             CountGameFiles();
             busy->SetCaption(QStringLiteral("Refresing mod list"));
         }
-        const auto modsFolder = ModsFolder(main_.ProgramDirectory);
-        auto rows = ScanModLibrary(files_, modsFolder);
-        if (SweepGivenUpBackups(files_, modsFolder, rows)) rows = ScanModLibrary(files_, modsFolder);
+        const auto libraryFolder = LibraryFolder(main_.ProgramDirectory);
+        auto rows = ScanModLibrary(files_, libraryFolder);
+        if (SweepGivenUpBackups(files_, libraryFolder, rows)) rows = ScanModLibrary(files_, libraryFolder);
         ShowRows(rows);
     }
     emit main_.Signals.ModListRebuilt();
@@ -85,7 +85,7 @@ void ModListRefresher::CountGameFiles() {
 void ModListRefresher::SetButtons() {
     const auto row = controls_.mods.SelectedRow();
     SetButtons(row && !row->path.Empty() &&
-               IsInstalled(files_, Join(ModsFolder(main_.ProgramDirectory), row->path.text)));
+               IsInstalled(files_, Join(LibraryFolder(main_.ProgramDirectory), row->path.text)));
 }
 
 void ModListRefresher::SetButtons(bool isInstalled) {
@@ -101,8 +101,8 @@ void ModListRefresher::ShowRows(const std::vector<ModRow>& rows) {
 }
 
 void ModListRefresher::FollowDisk() {
-    const bool made = PrepareModsFolder(files_, main_.ProgramDirectory);
-    const auto rows = ScanModLibrary(files_, ModsFolder(main_.ProgramDirectory));
+    const bool made = PrepareLibraryFolder(files_, main_.ProgramDirectory);
+    const auto rows = ScanModLibrary(files_, LibraryFolder(main_.ProgramDirectory));
     FillSortItems(controls_.sortItems, rows);
     const auto& shown = controls_.mods.Rows();
     if (!made && rows == shown) return;

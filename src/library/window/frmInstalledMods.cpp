@@ -50,7 +50,7 @@ bool frmInstalledMods::eventFilter(QObject* watched, QEvent* event) {
         const auto row = static_cast<std::size_t>(list.row(item));
         if (item && row < rows_.size()) {
             const auto& files = main_.GetServices().files;
-            const ModJob job{main_.GameDirectory, ModsFolder(main_.ProgramDirectory), rows_[row].path};
+            const ModJob job{main_.GameDirectory, LibraryFolder(main_.ProgramDirectory), rows_[row].path};
             item->setToolTip(
                 PlainToolTip(DescribeInstalled(LookAtInstalled(files, PlanUninstall(files, job)))));
         }
@@ -63,7 +63,7 @@ void frmInstalledMods::FollowMainList() {
     std::vector<ModRow> mods;
     std::copy_if(main_.ModRows().begin(), main_.ModRows().end(), std::back_inserter(mods),
                  [](const ModRow& row) { return !row.IsAddon(); });
-    Show(FilterInstalled(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), mods));
+    Show(FilterInstalled(main_.GetServices().files, LibraryFolder(main_.ProgramDirectory), mods));
     const auto selected = main_.SelectedMod();
     if (!selected) return;
     const auto found =
@@ -72,7 +72,7 @@ void frmInstalledMods::FollowMainList() {
 }
 
 void frmInstalledMods::Fill() {
-    Show(FilterInstalled(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), main_.ModRows()));
+    Show(FilterInstalled(main_.GetServices().files, LibraryFolder(main_.ProgramDirectory), main_.ModRows()));
 }
 
 void frmInstalledMods::Show(const std::vector<ModRow>& rows) {

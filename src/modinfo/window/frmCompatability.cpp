@@ -92,7 +92,7 @@ frmCompatability::~frmCompatability() = default;
 
 void frmCompatability::Form_Load() {
     const auto rows =
-        ScanModLibrary(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), ModOrder::AsListed);
+        ScanModLibrary(main_.GetServices().files, LibraryFolder(main_.ProgramDirectory), ModOrder::AsListed);
     Fill(*ui_->lstBox1, rows);
     Fill(*ui_->lstBox2, rows);
     if (const auto selected = main_.SelectedMod()) SelectMod(*ui_->lstBox1, selected->path);
@@ -147,7 +147,7 @@ std::optional<frmCompatability::Side> frmCompatability::SelectedSide(const QList
     const QVariant path = item.data(Qt::UserRole);
     if (!path.isValid()) return Side{item.text(), main_.GameDirectory};
     const std::string mod = FromQString(path.toString());
-    return Side{item.text(), mod.empty() ? std::string() : Join(ModsFolder(main_.ProgramDirectory), mod)};
+    return Side{item.text(), mod.empty() ? std::string() : Join(LibraryFolder(main_.ProgramDirectory), mod)};
 }
 
 bool frmCompatability::CanCompare(const std::optional<Side>& first, const std::optional<Side>& second) {

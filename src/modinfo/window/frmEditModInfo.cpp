@@ -121,8 +121,8 @@ void frmEditModInfo::FillCombo() {
     std::unordered_set<std::string_view> known;
     for (const ModRow& row : main_.ModRows())
         known.insert(row.path.text);
-    for (const ModRow& row :
-         ScanModLibrary(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), ModOrder::AsListed)) {
+    for (const ModRow& row : ScanModLibrary(main_.GetServices().files, LibraryFolder(main_.ProgramDirectory),
+                                            ModOrder::AsListed)) {
         // What the main list does not have yet comes with its next refresh.
         if (row.path.Empty() || !known.contains(row.path.text)) continue;
         ui_->cboMod->addItem(ToQString(row.text), ToQString(row.path.text));
@@ -180,7 +180,7 @@ void frmEditModInfo::cmdMakeFile_Click() {
     }
     const ModInfoCaptions texts = Texts();
     FileSystem& files = main_.GetServices().files;
-    const std::string folder = Join(ModsFolder(main_.ProgramDirectory), mod.text);
+    const std::string folder = Join(LibraryFolder(main_.ProgramDirectory), mod.text);
     const auto old = FindModInfo(files, folder);
     if (!Confirmed(this, QStringLiteral("Are you sure you want to make the file?"),
                    QStringLiteral("Make file?"), QMessageBox::Question,

@@ -46,7 +46,7 @@ void frmTechTree::lstMods_Click() {
     if (selected.isEmpty()) return;
     const ModRow& row = rows_[static_cast<std::size_t>(selected.front().row())];
     const TechTrees trees =
-        FindTechTrees(main_.GetServices().files, ModsFolder(main_.ProgramDirectory), row.path);
+        FindTechTrees(main_.GetServices().files, LibraryFolder(main_.ProgramDirectory), row.path);
     ui_->lblAvailableList->setText(Lines(trees.available));
     ui_->lblUnavailableList->setText(Lines(trees.unavailable));
 }

@@ -125,14 +125,14 @@ void LaunchCommands::OpenFolder(const std::string& folder) {
 
 void LaunchCommands::OpenSelectedFolder() {
     const auto row = main_.SelectedMod();
-    if (row && ModExists(files_, ModsFolder(main_.ProgramDirectory), row->path))
-        Open(Join(ModsFolder(main_.ProgramDirectory), row->path.text));
+    if (row && ModExists(files_, LibraryFolder(main_.ProgramDirectory), row->path))
+        Open(Join(LibraryFolder(main_.ProgramDirectory), row->path.text));
 }
 
 void LaunchCommands::OpenSelectedReadme() {
     const auto row = main_.SelectedMod();
     if (!row || row->path.Empty()) return;
-    const std::string folder = Join(ModsFolder(main_.ProgramDirectory), row->path.text);
+    const std::string folder = Join(LibraryFolder(main_.ProgramDirectory), row->path.text);
     const auto entries = files_.List(folder, Detail::Names);
     const DirEntry* readme = entries ? FindReadme(*entries) : nullptr;
     if (readme) Open(Join(folder, readme->name));

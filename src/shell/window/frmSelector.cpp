@@ -186,8 +186,8 @@ bool frmSelector::Start() {
     repaint();
     registeredGame_ = ReadGameDirectory(services_.registry);
     GameDirectory = registeredGame_.path;
-    PrepareModsFolder(services_.files, ProgramDirectory);
-    RecoverMods(services_.files, ModsFolder(ProgramDirectory));
+    PrepareLibraryFolder(services_.files, ProgramDirectory);
+    RecoverMods(services_.files, LibraryFolder(ProgramDirectory));
     RefreshModList({.keepControls = true, .keepDetails = true});
     ReadSettings();
     FadeIn(*this, *this, FadeIntensity);
@@ -299,7 +299,7 @@ void frmSelector::RefreshModList(const RefreshOptions& options) { parts_->modLis
 void frmSelector::ShowModDetails() {
     const auto row = SelectedMod();
     if (row && !row->path.Empty()) {
-        parts_->details.ShowMod(Join(ModsFolder(ProgramDirectory), row->path.text));
+        parts_->details.ShowMod(Join(LibraryFolder(ProgramDirectory), row->path.text));
         ui_->lstMods->setFocus();
     } else {
         parts_->details.ShowNoMod();
