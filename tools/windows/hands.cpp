@@ -54,12 +54,13 @@ bool AwaitNoWindow(const std::wstring& title) {
     return Await([&] { return FindShownWindow(title) == nullptr; });
 }
 
-/// Until the program answers, which a busy one does not.
+/// Until the program answers, which a busy one does not, and has painted the window.
 bool AwaitAnswer(const std::wstring& title) {
     const HWND window = FindShownWindow(title);
     const auto patienceMs = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
     return window &&
-           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(patienceMs), nullptr);
+           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(patienceMs), nullptr) &&
+           Await([&] { return !GetUpdateRect(window, nullptr, FALSE); });
 }
 
 void SendKey(WORD key, bool up) {
