@@ -132,7 +132,7 @@ void SetGivenBack(RecordedFile& file, std::int64_t number) {
 
 std::string ToText(const InstallRecord& record) {
     std::string text(kFirstLine);
-    text.reserve(256 + record.files.size() * 96);
+    text.reserve(256 + record.files.size() * 160);
     const auto addNumber = [&text](auto number) { text += std::to_string(number); };
     (text += '\n') += kNumber;
     addNumber(record.number);
@@ -190,6 +190,7 @@ std::optional<InstallRecord> ParseInstallRecord(std::string_view text) {
     auto path = Unescaped(*game);
     if (!path) return std::nullopt;
     record.game = std::move(*path);
+    record.files.reserve(static_cast<std::size_t>(std::ranges::count(text, '\n')));
     while (!text.empty()) {
         auto file = ParseFile(Take(text, '\n'), record.files.empty() ? 0 : record.files.back().position);
         if (!file) return std::nullopt;

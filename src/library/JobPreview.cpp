@@ -14,13 +14,14 @@ InstallPreview Preview(const FileSystem& files, const InstallPlan& plan) {
     InstallPreview preview;
     preview.otherGame = OtherGame(plan);
     FileOwners owners(files, plan.otherMods);
-    for (const auto& [file, place] : plan.items) {
+    for (const auto& item : plan.items) {
+        const auto& place = item.place;
         if (place.gameIsBlocked) continue;
         ++preview.files;
         if (place.gamePath.empty()) continue;
         LookedAtFile present(files, place.gamePath, place.gameIsLink);
         const auto& info = present.Info();
-        if (info && !place.gameIsLink && info->size == file.size && info->modified == file.modified)
+        if (info && !place.gameIsLink && info->size == item.size && info->modified == item.modified)
             ++preview.there;
         else if (const auto* owner = owners.GuessOwner(present, place.position, place.name))
             ++preview.ofOthers[std::string(owner->Name())];

@@ -21,7 +21,12 @@ bool IsLeftoverFile(const DirEntry& entry) {
 } // namespace
 
 std::vector<ModFile> CollectModFiles(const KnownFolders& foldersInMod) {
+    std::size_t most = 0;
+    for (const auto& sameName : foldersInMod)
+        for (const auto& folder : sameName)
+            most += folder.entries.size();
     std::vector<ModFile> found;
+    found.reserve(most);
     for (std::size_t position = 0; position < kGameFolderCount; ++position) {
         std::unordered_map<std::string, std::size_t> byName;
         for (const auto& folder : foldersInMod[position]) {

@@ -22,7 +22,7 @@ public:
           self_(plan.installed.value_or(InstalledMod{plan.job.mod, plan.modFolder, {}, false, 0, {}})),
           record_(files, plan), guard_(files, plan),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), secondPlace_(files),
-          savedNow_(plan.items.size()), over_(plan.items.size()), isLeftAlone_(plan.items.size()) {}
+          isSavedNow_(plan.items.size()), over_(plan.items.size()), isLeftAlone_(plan.items.size()) {}
 
     InstallResult Run() {
         if (plan_.failure) {
@@ -65,7 +65,7 @@ private:
         std::vector<std::string> folders;
         std::unordered_set<std::string_view> known;
         for (const auto& item : plan_.items) {
-            const auto& folder = gameFolders_.Existing(item.file.position);
+            const auto& folder = gameFolders_.Existing(item.place.position);
             if (known.insert(folder).second) folders.push_back(folder);
         }
         return folders;
@@ -121,8 +121,8 @@ private:
         self_.backup = Join(self_.folder, kBackupName);
         if (const auto error = files_.Rename(stage, self_.backup))
             return giveUp(InstallOutcome::NoBackup, self_.backup, error);
-        for (auto& saved : savedNow_)
-            if (!saved.empty()) saved.replace(0, stage.size(), self_.backup);
+        for (auto& folder : savedIn_)
+            if (!folder.empty()) folder.replace(0, stage.size(), self_.backup);
         return true;
     }
 
@@ -177,14 +177,12 @@ private:
         const auto& place = plan_.items[index].place;
         const auto folder = folders.Ensure(place.position);
         auto error = folder.Error();
-        if (folder) {
-            auto saved = Join(*folder, place.name);
-            error = secondPlace_.Give(place.gamePath, saved, false);
-            if (!error) {
-                savedNow_[index] = std::move(saved);
-                ++result_.saved;
-                return true;
-            }
+        if (folder) error = secondPlace_.Give(place.gamePath, Join(*folder, place.name), false);
+        if (!error) {
+            savedIn_[place.position] = *folder;
+            isSavedNow_[index] = true;
+            ++result_.saved;
+            return true;
         }
         isLeftAlone_[index] = true;
         result_.notSaved.push_back({place.gamePath, error});
@@ -195,7 +193,7 @@ private:
     /// take it for the mod's.
     std::error_code WhyNotTold(const InstallItem& item) const {
         if (item.place.gameIsLink) return {};
-        const auto same = files_.SameContents(item.place.gamePath, item.file.path);
+        const auto same = files_.SameContents(item.place.gamePath, item.place.modPath);
         if (!same) return same.Error();
         return *same ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
     }
@@ -207,14 +205,14 @@ private:
             if (isLeftAlone_[i]) continue;
             const auto& item = plan_.items[i];
             const auto error = item.place.gameIsBlocked ? std::make_error_code(std::errc::is_a_directory)
-                                                        : record_.Add(i, !savedNow_[i].empty(), over_[i]);
+                                                        : record_.Add(i, isSavedNow_[i], over_[i]);
             if (error) NotCopied(i, error);
         }
     }
 
     void NotCopied(std::size_t index, std::error_code error) {
         isLeftAlone_[index] = true;
-        result_.notCopied.push_back({plan_.items[index].file.path, error});
+        result_.notCopied.push_back({plan_.items[index].place.modPath, error});
         notReplaced_.push_back(index);
     }
 
@@ -256,13 +254,14 @@ private:
 
     void CopyFiles() {
         const auto total = plan_.items.size();
+        result_.installed.reserve(total);
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::Copying, i, total);
             if (isLeftAlone_[i] || !SecureOld(i)) continue;
             if (const auto error = CopyOne(plan_.items[i])) {
                 NotCopied(i, error);
             } else {
-                const auto position = plan_.items[i].file.position;
+                const auto position = plan_.items[i].place.position;
                 result_.installed.push_back(std::string(GameFolders[position]) + plan_.items[i].place.name);
                 filled_[position] = true;
                 record_.SetCopied(i);
@@ -292,12 +291,12 @@ private:
     }
 
     std::error_code CopyOne(const InstallItem& item) {
-        const auto folder = gameFolders_.Ensure(item.file.position);
+        const auto folder = gameFolders_.Ensure(item.place.position);
         if (!folder) return folder.Error();
-        if (item.file.isReadOnly) MakeSourceWritable(item.file.path);
+        if (item.isReadOnly) MakeSourceWritable(item.place.modPath);
         const auto& target = item.Replaces() ? item.place.gamePath : Join(*folder, item.place.name);
         const auto error =
-            files_.Copy(item.file.path, target, {.replace = item.Replaces(), .makeWritable = true});
+            files_.Copy(item.place.modPath, target, {.replace = item.Replaces(), .makeWritable = true});
         if (error && item.Replaces()) guard_.StaysInGame(LookedAtFile(files_, item.place.gamePath, false));
         return error;
     }
@@ -306,14 +305,15 @@ private:
     /// the player has made of the file by then. One that cannot be told from the mod's own keeps it.
     void RemoveNeedlessCopies() {
         for (const auto i : notReplaced_) {
-            auto& saved = savedNow_[i];
-            if (!saved.empty() && WhyNotTold(plan_.items[i])) {
+            const auto& place = plan_.items[i].place;
+            const auto saved = Join(savedIn_[place.position], place.name);
+            if (isSavedNow_[i] && WhyNotTold(plan_.items[i])) {
                 EndSharing(files_, saved);
-            } else if (!saved.empty() && !files_.RemoveFile(saved)) {
+            } else if (isSavedNow_[i] && !files_.RemoveFile(saved)) {
                 --result_.saved;
-                saved.clear();
+                isSavedNow_[i] = false;
             }
-            if (saved.empty() && plan_.items[i].place.savedPath.empty()) record_.Drop(i);
+            if (!isSavedNow_[i] && place.savedPath.empty()) record_.Drop(i);
         }
     }
 
@@ -333,9 +333,10 @@ private:
     GameGuard guard_;
     FolderMaker gameFolders_;
     SecondPlace secondPlace_;
-    std::vector<std::string> savedNow_; ///< by item: its saved copy made in this run
-    std::vector<std::int64_t> over_;    ///< by item: as in the record
-    std::vector<bool> isLeftAlone_;     ///< by item: what is in the game stays as it is
+    std::vector<bool> isSavedNow_;                      ///< by item: this run has made its saved copy
+    std::array<std::string, kGameFolderCount> savedIn_; ///< by position: the folder of the copies made
+    std::vector<std::int64_t> over_;                    ///< by item: as in the record
+    std::vector<bool> isLeftAlone_;                     ///< by item: what is in the game stays as it is
     std::vector<std::size_t> notReplaced_;
     std::array<bool, kGameFolderCount> filled_{};
     InstallResult result_;
@@ -362,10 +363,11 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
     for (auto& file : plan.modFiles) {
         auto place = finder.Find(file.position, file.name);
         if (!place.gamePath.empty()) place.name = LastComponent(place.gamePath);
-        place.modPath = file.path;
-        plan.items.push_back({std::move(file), std::move(place)});
+        place.modPath = std::move(file.path);
+        plan.items.push_back(
+            {std::move(place), std::move(file.name), file.isReadOnly, file.size, file.modified});
     }
-    plan.modFiles.clear();
+    plan.modFiles = std::vector<ModFile>(); // frees its memory, too
     if (plan.Record()) {
         plan.dropped = FindDropped(plan);
         if (!plan.dropped.empty()) plan.laterMods = ListLaterMods(files, plan);

@@ -5,6 +5,7 @@
 #include "platform/FileSystem.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <system_error>
@@ -15,8 +16,12 @@ namespace quillbay {
 /// One file of the mod and where it goes. Its place has a game file that will be replaced, or none, or is
 /// blocked by a folder or device: then the file cannot be installed.
 struct InstallItem {
-    ModFile file;
     GamePlace place;
+    std::string name; ///< as stored in the mod
+    // Where the mod's file was listed:
+    bool isReadOnly;    ///< and no link
+    std::uint64_t size; ///< bytes
+    FileTime modified;
 
     bool Replaces() const { return !place.gamePath.empty() && !place.gameIsBlocked; }
 };

@@ -138,7 +138,7 @@ private:
 
 /// Everything in `Backup` that is neither one of `saved` nor a known folder nor the record.
 std::vector<std::string> FindStrangers(const KnownFolders& backup,
-                                       const std::unordered_set<std::string>& saved) {
+                                       const std::unordered_set<std::string_view>& saved) {
     std::unordered_set<std::string_view> folders;
     for (const auto& atPosition : backup)
         for (const auto& folder : atPosition)
@@ -161,12 +161,14 @@ std::vector<std::string> FindStrangers(const KnownFolders& backup,
 /// installation that was interrupted may have saved a game file that it had not recorded yet.
 void FindPlaces(UninstallPlan& plan) {
     PlaceFinder finder(plan);
+    plan.places.reserve(plan.modFiles.size());
     for (auto& file : plan.modFiles) {
         auto place = finder.Find(file.position, file.name);
         if (plan.Record() && !place.recorded && place.savedPath.empty()) continue;
         place.modPath = std::move(file.path);
         plan.places.push_back(std::move(place));
     }
+    plan.modFiles = std::vector<ModFile>(); // frees its memory, too
     if (!plan.Record()) return;
     std::unordered_set<const RecordedFile*> present;
     for (const auto& place : plan.places)
@@ -182,7 +184,7 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     ReadJobPlan(files, job, Detail::Names, plan);
     plan.laterMods = ListLaterMods(files, plan);
     FindPlaces(plan);
-    std::unordered_set<std::string> saved;
+    std::unordered_set<std::string_view> saved;
     for (const auto& place : plan.places)
         if (!place.savedPath.empty()) saved.insert(place.savedPath);
     plan.strangers = FindStrangers(plan.backupFolders, saved);

@@ -13,6 +13,7 @@ RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
     auto mods = plan.otherMods;
     if (plan.Record()) record_ = *plan.Record();
     if (plan.installed) mods.push_back(*plan.installed);
+    record_.files.reserve(record_.files.size() + plan.items.size());
     record_.lastNumber = NextInstallNumber(mods);
     if (!plan.Record()) record_.number = plan.installed ? plan.installed->order : record_.lastNumber;
     record_.game = plan.job.gameDirectory;
@@ -25,13 +26,13 @@ void RecordKeeper::ReadAhead() {
     std::vector<std::string> paths;
     paths.reserve(plan_.items.size());
     for (const auto& item : plan_.items)
-        paths.push_back(item.file.path);
+        paths.push_back(item.place.modPath);
     fingerprints_ = files_.FingerprintFiles(std::move(paths));
 }
 
 std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t over) {
-    const auto& file = plan_.items[item].file;
-    const auto* former = plan_.items[item].place.recorded;
+    const auto& file = plan_.items[item];
+    const auto* former = file.place.recorded;
     auto& entry = entries_[item];
     const auto bytes = fingerprints_->Take(item);
     if (!bytes) return bytes.Error();
@@ -40,7 +41,7 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t o
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
         entry.index = record_.files.size();
-        record_.files.push_back({file.position, file.name, RecordedState::Uncertain, 0, 0, {}});
+        record_.files.push_back({file.place.position, file.name, RecordedState::Uncertain, 0, 0, {}});
     }
     auto& recorded = FileOf(item);
     recorded.state = RecordedState::Uncertain;
