@@ -34,28 +34,37 @@ Result<bool> LookedAtFile::Holds(const RecordedFile& recorded, std::int64_t fini
 
 Result<bool> LookedAtFile::ReadsAsAnyOf(const RecordedFile& recorded) {
     if (isLink_) return false;
-    return ReadsAs(recorded.versions, [](const FileVersion&) { return true; });
+    const auto found = Find(recorded.versions, [](const FileVersion&) { return true; });
+    if (!found) return found.Error();
+    return *found != nullptr;
 }
 
 Result<bool> LookedAtFile::HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy) {
-    if (isLink_) return false;
-    return ReadsAs(recorded.versions, [savedBy](const FileVersion& version) {
+    const auto found = FindSaved(recorded, savedBy);
+    if (!found) return found.Error();
+    return *found != nullptr;
+}
+
+Result<const FileVersion*> LookedAtFile::FindSaved(const RecordedFile& recorded, std::int64_t savedBy) {
+    if (isLink_) return nullptr;
+    return Find(recorded.versions, [savedBy](const FileVersion& version) {
         return version.installed < savedBy && (version.until == 0 || savedBy <= version.until);
     });
 }
 
-Result<bool> LookedAtFile::ReadsAs(const std::vector<FileVersion>& versions,
-                                   const std::function<bool(const FileVersion&)>& counts) {
+Result<const FileVersion*> LookedAtFile::Find(const std::vector<FileVersion>& versions,
+                                              const std::function<bool(const FileVersion&)>& counts) {
     const auto& info = Info();
     if (!info) return info.Error();
     const auto mayBe = [&](const FileVersion& version) {
         return version.size == info->size && counts(version);
     };
-    if (std::ranges::none_of(versions, mayBe)) return false;
+    if (std::ranges::none_of(versions, mayBe)) return nullptr;
     if (!bytes_) bytes_ = files_.FingerprintFile(path_);
     if (!*bytes_) return bytes_->Error();
-    return std::ranges::any_of(
+    const auto found = std::ranges::find_if(
         versions, [&](const FileVersion& version) { return mayBe(version) && version.bytes == **bytes_; });
+    return found == versions.end() ? nullptr : &*found;
 }
 
 bool LookedAtFile::Resembles(const RecordedFile& recorded) {
@@ -194,9 +203,7 @@ FileOwners::FindUnsavedClaims(LookedAtFile& copy, std::size_t position, std::str
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>> claims;
     for (const auto& mod : mods_) {
         const auto* recorded = mod->record ? mod->record->Find(position, name) : nullptr;
-        if (!recorded || recorded->state == RecordedState::GivenBack ||
-            FindSaved(*mod, position, name, failure))
-            continue;
+        if (!recorded || FindSaved(*mod, position, name, failure)) continue;
         const auto reads = copy.ReadsAsAnyOf(*recorded);
         failure.Note(copy.Path(), reads.Error());
         if (reads && *reads) claims.emplace_back(&mod->mod, recorded);

@@ -34,6 +34,8 @@ public:
     /// The same of a saved copy, which the installation of that number has made: the version must have
     /// been in the game then.
     Result<bool> HoldsSaved(const RecordedFile& recorded, std::int64_t savedBy);
+    /// That version; null when there is none.
+    Result<const FileVersion*> FindSaved(const RecordedFile& recorded, std::int64_t savedBy);
     /// True when size and time say that it is one of the versions; for what is only shown.
     bool Resembles(const RecordedFile& recorded);
     /// True when it has the same bytes, or, as a link, the same text.
@@ -46,8 +48,9 @@ private:
     const FileSystem& files_;
     std::string path_;
     bool isLink_;
-    Result<bool> ReadsAs(const std::vector<FileVersion>& versions,
-                         const std::function<bool(const FileVersion&)>& counts);
+    /// The first of the versions that count and have the bytes of the file; null when none has.
+    Result<const FileVersion*> Find(const std::vector<FileVersion>& versions,
+                                    const std::function<bool(const FileVersion&)>& counts);
 
     std::optional<Result<FileInfo>> info_;
     std::optional<Result<Fingerprint>> bytes_;
@@ -80,7 +83,7 @@ public:
     FindUnsavedOwners(LookedAtFile& file, std::size_t position, std::string_view name, ReadFailure& failure);
 
     /// The mods that have installed there, at whatever time, the same bytes as this saved copy, and have
-    /// saved nothing there; as above.
+    /// saved nothing there, be their file given back or not; as above.
     std::vector<std::pair<const InstalledMod*, const RecordedFile*>>
     FindUnsavedClaims(LookedAtFile& copy, std::size_t position, std::string_view name, ReadFailure& failure);
 

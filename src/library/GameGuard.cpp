@@ -130,16 +130,21 @@ void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFail
     WriteRecords(failure);
 }
 
-void GameGuard::EndClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
+void GameGuard::SettleClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
     for (const auto* place : places) {
         if (place->savedPath.empty() || place->savedIsLink) continue;
         LookedAtFile saved(files_, place->savedPath, false);
         for (const auto& [mod, recorded] :
              owners_.FindUnsavedClaims(saved, place->position, place->name, failure)) {
-            const auto isTheirs = saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
-            failure.Note(place->savedPath, isTheirs.Error());
+            const auto theirs = saved.FindSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
+            failure.Note(place->savedPath, theirs.Error());
             if (failure) return;
-            if (!*isTheirs) SetGivenBack(ToChange(*mod, *recorded), LastNumber());
+            const bool wasGivenBack = recorded->state == RecordedState::GivenBack;
+            if (*theirs && wasGivenBack)
+                SetBackInGame(ToChange(*mod, *recorded),
+                              static_cast<std::size_t>(*theirs - recorded->versions.data()));
+            else if (!*theirs && !wasGivenBack)
+                SetGivenBack(ToChange(*mod, *recorded), LastNumber());
         }
     }
     WriteRecords(failure);

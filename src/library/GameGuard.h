@@ -19,13 +19,13 @@ namespace quillbay {
 struct GamePlace {
     std::size_t position = 0; ///< in GameFolders, from 0
     std::string name; ///< in the game: the spelling of what is saved, else of what is there, else of the mod
-    std::string gamePath; ///< of the game's file or link; empty when there is none
+    std::string gamePath;                   ///< of the game's file or link; empty when there is none
+    std::string savedPath;                  ///< empty when there is no saved copy
+    std::string modPath;                    ///< of the mod's present file; empty when it has none
+    const RecordedFile* recorded = nullptr; ///< in the mod's record
     bool gameIsLink = false;
     bool gameIsBlocked = false; ///< a folder or device has the name
-    std::string savedPath;      ///< empty when there is no saved copy
     bool savedIsLink = false;
-    const RecordedFile* recorded = nullptr; ///< in the mod's record
-    std::string modPath;                    ///< of the mod's present file; empty when it has none
 };
 
 /// Stands before every file of the game that is going to be overwritten or deleted: its bytes must be in a
@@ -50,8 +50,9 @@ public:
     void TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure);
     /// To be called before the saved copies of these places come back. A mod that has installed the same
     /// bytes there at another time would take what comes back for its own, and delete it with its files: its
-    /// record says from now on that it is not. On failure as above.
-    void EndClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure);
+    /// record says from now on that it is not. A mod whose own version comes back has it in the game again,
+    /// whatever its record said. On failure as above.
+    void SettleClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure);
     /// Makes sure of the bytes of a file that is not the mod's own. On failure the file must be left alone.
     [[nodiscard]] std::error_code Secure(LookedAtFile& file, const GamePlace& place);
     /// Takes back what Secure has kept, since the file stayed in the game after all.

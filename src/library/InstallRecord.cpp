@@ -130,6 +130,11 @@ void SetGivenBack(RecordedFile& file, std::int64_t number) {
         if (version.until == 0) version.until = number;
 }
 
+void SetBackInGame(RecordedFile& file, std::size_t version) {
+    file.state = RecordedState::Uncertain;
+    file.versions[version].until = 0;
+}
+
 std::string ToText(const InstallRecord& record) {
     std::string text(kFirstLine);
     text.reserve(256 + record.files.size() * 160);

@@ -73,6 +73,8 @@ struct InstallRecord {
 
 /// No version of the file is in the game any more; `number` is the greatest of any installation so far.
 void SetGivenBack(RecordedFile& file, std::int64_t number);
+/// The version of that index is in the game again.
+void SetBackInGame(RecordedFile& file, std::size_t version);
 
 /// UTF-8, lines that end with LF: a head, a line for each file, and a fingerprint of all of them.
 std::string ToText(const InstallRecord& record);

@@ -48,7 +48,7 @@ private:
         GiveBackDropped();
         CopyFiles();
         RemoveNeedlessCopies();
-        if (result_.installed.empty() && !plan_.items.empty()) {
+        if (result_.installed == 0 && !plan_.items.empty()) {
             const auto& first = result_.notCopied.empty() ? result_.notSaved : result_.notCopied;
             Stop(InstallOutcome::NothingCopied, first.front().path, first.front().error);
         }
@@ -235,7 +235,7 @@ private:
             if (own) dropped.emplace_back(&place, *own);
             if (own && *own) toRestore.push_back(&place);
         }
-        guard_.EndClaims(toRestore, failure);
+        guard_.SettleClaims(toRestore, failure);
         if (failure) {
             result_.givenBack.notHandedOver.push_back(failure.path);
             return;
@@ -254,16 +254,16 @@ private:
 
     void CopyFiles() {
         const auto total = plan_.items.size();
-        result_.installed.reserve(total);
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::Copying, i, total);
             if (isLeftAlone_[i] || !SecureOld(i)) continue;
             if (const auto error = CopyOne(plan_.items[i])) {
                 NotCopied(i, error);
             } else {
-                const auto position = plan_.items[i].place.position;
-                result_.installed.push_back(std::string(GameFolders[position]) + plan_.items[i].place.name);
-                filled_[position] = true;
+                const auto& place = plan_.items[i].place;
+                if (++result_.installed <= kNamedFiles)
+                    result_.firstInstalled.push_back(std::string(GameFolders[place.position]) + place.name);
+                filled_[place.position] = true;
                 record_.SetCopied(i);
             }
         }
@@ -364,8 +364,7 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
         auto place = finder.Find(file.position, file.name);
         if (!place.gamePath.empty()) place.name = LastComponent(place.gamePath);
         place.modPath = std::move(file.path);
-        plan.items.push_back(
-            {std::move(place), std::move(file.name), file.isReadOnly, file.size, file.modified});
+        plan.items.push_back({std::move(place), file.isReadOnly, file.size, file.modified});
     }
     plan.modFiles = std::vector<ModFile>(); // frees its memory, too
     if (plan.Record()) {

@@ -17,8 +17,7 @@ namespace quillbay {
 /// blocked by a folder or device: then the file cannot be installed.
 struct InstallItem {
     GamePlace place;
-    std::string name; ///< as stored in the mod
-    // Where the mod's file was listed:
+    // Of the mod's file, where it was listed:
     bool isReadOnly;    ///< and no link
     std::uint64_t size; ///< bytes
     FileTime modified;
@@ -44,13 +43,17 @@ enum class InstallOutcome {
     NothingCopied, ///< not one file could be installed
 };
 
+/// Of a job's files that only somebody curious looks at, so many are named.
+inline constexpr std::size_t kNamedFiles = 15;
+
 struct InstallResult {
     InstallOutcome outcome = InstallOutcome::Done;
     Refusal refusal = Refusal::None;
     std::string concerned; ///< the path behind an outcome other than Done
     std::error_code error; ///< and the reason
 
-    std::vector<std::string> installed; ///< an entry of GameFolders and the name in the game
+    std::size_t installed = 0;               ///< files of the mod that are in the game now
+    std::vector<std::string> firstInstalled; ///< the first kNamedFiles: the entry of GameFolders and the name
     std::size_t saved = 0;
     std::vector<FailedFile> notSaved;  ///< game files left alone because they could not be saved or kept
     std::vector<FailedFile> notCopied; ///< mod files that did not get into the game

@@ -28,7 +28,7 @@ public:
         SweepLeftovers(files_, plan_);
         if (plan_.wasGivenUp) return std::move(result_);
         guard_.Bequeath(plan_.places, result_.failure);
-        if (!result_.failure) guard_.EndClaims(SavedPlaces(), result_.failure);
+        if (!result_.failure) guard_.SettleClaims(SavedPlaces(), result_.failure);
         if (!result_.failure) guard_.TellOwners(SavedPlaces(), result_.failure);
         if (result_.failure) return std::move(result_);
         DeleteFiles();

@@ -41,7 +41,12 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t o
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
         entry.index = record_.files.size();
-        record_.files.push_back({file.place.position, file.name, RecordedState::Uncertain, 0, 0, {}});
+        record_.files.push_back({file.place.position,
+                                 std::string(LastComponent(file.place.modPath)),
+                                 RecordedState::Uncertain,
+                                 0,
+                                 0,
+                                 {}});
     }
     auto& recorded = FileOf(item);
     recorded.state = RecordedState::Uncertain;

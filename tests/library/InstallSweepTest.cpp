@@ -314,6 +314,8 @@ class InstallSequenceTest : public testing::TestWithParam<bool> {};
 TEST_P(InstallSequenceTest, LosesNothingWhateverHappensBetween) {
     const auto seed =
         GTEST_FLAG_GET(shuffle) ? 1000U * unsigned(testing::UnitTest::GetInstance()->random_seed()) : 0;
+    for (const unsigned onceWrong : {95992016U, 81461219U})
+        Story(onceWrong, GetParam()).Run();
     for (unsigned story = 0; story < 300 / SweepStride() && !HasFailure(); ++story)
         Story(seed + story, GetParam()).Run();
 }

@@ -18,7 +18,7 @@ TEST_F(InstallTest, CopiesWhatBelongsIntoTheGameAndSavesWhatItReplaces) {
     ListingFileSystem files(lab.Files());
     const auto result = lab.Install(files, "M");
     EXPECT_EQ(result.outcome, InstallOutcome::Done);
-    EXPECT_EQ(result.installed.size(), 4u);
+    EXPECT_EQ(result.installed, 4u);
     EXPECT_EQ(result.saved, 2u);
     EXPECT_EQ(lab.Read("game"), (Contents{{"Odf/Ships/Cruiser.odf", "mods/M/odf/ships/cruiser.ODF"},
                                           {"Odf/Ships/modinfo.txt", "mods/M/odf/ships/modinfo.txt"},
@@ -46,7 +46,7 @@ TEST_F(InstallTest, ALibraryInTheGamesFolderIsNoPartOfTheGame) {
     const auto before = lab.State("game");
     ModJob job = lab.Job("M");
     job.libraryFolder = job.gameDirectory + "\\Quillbay\\mods";
-    EXPECT_EQ(RunInstall(lab.Files(), PlanInstall(lab.Files(), job), {}).installed.size(), 1u);
+    EXPECT_EQ(RunInstall(lab.Files(), PlanInstall(lab.Files(), job), {}).installed, 1u);
     EXPECT_EQ(lab.Read("game").at("odf/a.odf"), "game/Quillbay/mods/M/odf/a.odf");
     EXPECT_EQ(RunUninstall(lab.Files(), PlanUninstall(lab.Files(), job), {}).restored, 1u);
     EXPECT_EQ(Differences(before, lab.State("game")), "");
@@ -74,7 +74,7 @@ TEST_F(InstallTest, WhatCannotBeSavedOrCopiedStaysAsItIsAndKeepsNoSavedCopy) {
     EXPECT_EQ(result.outcome, InstallOutcome::Done);
     EXPECT_EQ(result.notSaved.size(), 1u);
     EXPECT_EQ(result.notCopied.size(), 2u);
-    EXPECT_EQ(result.installed.size(), 1u);
+    EXPECT_EQ(result.installed, 1u);
     EXPECT_EQ(result.saved, 1u);
     expected["odf/free.odf"] = "mods/M/odf/free.odf";
     EXPECT_EQ(lab.Read("game"), expected);

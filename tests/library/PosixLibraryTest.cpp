@@ -52,7 +52,7 @@ TEST_F(PosixInstallTest, FilesOfAModAreReadThroughLinks) {
     Link(lab.Native("elsewhere/ships"), "mods/M/odf/ships");
     Link(lab.Native(source), "mods/M/b.odf");
     const auto elsewhere = lab.State("elsewhere");
-    EXPECT_EQ(lab.Install("M").installed.size(), 2u);
+    EXPECT_EQ(lab.Install("M").installed, 2u);
     EXPECT_EQ(lab.Read("game"), (Contents{{"odf/ships/a.odf", source}, {"b.odf", source}}));
     EXPECT_EQ(lab.Uninstall("M").deleted, 2u);
     EXPECT_EQ(lab.Read("game"), Contents());
@@ -63,7 +63,7 @@ TEST_F(PosixInstallTest, SpellingsThatDifferInCaseOnlyAreOneFile) {
     lab.Make({"game/ODF/ships/Cruiser.odf", "mods/M/odf/ships/cruiser.odf", "mods/M/ODF/SHIPS/CRUISER.ODF",
               "mods/M/ODF/SHIPS/only.odf"});
     const auto before = lab.State("game");
-    EXPECT_EQ(lab.Install("M").installed.size(), 2u);
+    EXPECT_EQ(lab.Install("M").installed, 2u);
     EXPECT_EQ(lab.Read("game"), (Contents{{"ODF/ships/Cruiser.odf", "mods/M/ODF/SHIPS/CRUISER.ODF"},
                                           {"ODF/ships/only.odf", "mods/M/ODF/SHIPS/only.odf"}}));
 
@@ -77,7 +77,7 @@ TEST_F(PosixInstallTest, NamesThatAreNotUtf8AndNamesWithSeparatorsDoNoHarm) {
     lab.Make({"game/odf/plain.odf", "mods/M/odf/caf\xE9.odf", "mods/M/odf/escape.odf"});
     fs::rename(lab.Native("mods/M/odf/escape.odf"), lab.Native("mods/M/odf") / "..\\..\\escape.odf");
     const auto before = lab.State("game");
-    EXPECT_EQ(lab.Install("M").installed.size(), 1u);
+    EXPECT_EQ(lab.Install("M").installed, 1u);
     EXPECT_TRUE(fs::exists(lab.Native("game/odf/caf\xE9.odf")));
     EXPECT_EQ(lab.Uninstall("M").deleted, 1u);
     EXPECT_EQ(Differences(before, lab.State("game")), "");

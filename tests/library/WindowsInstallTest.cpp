@@ -25,7 +25,7 @@ LookUps CountLookUps(int files, bool readOnly) {
     LookUps lookUps;
     {
         const LookUpCounter counter;
-        EXPECT_EQ(lab.Install("M").installed.size(), std::size_t(files));
+        EXPECT_EQ(lab.Install("M").installed, std::size_t(files));
         lookUps.install = counter.Count();
     }
     // Later than every clock of a file, so that none is read for having been copied just now.

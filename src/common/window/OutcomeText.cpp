@@ -17,17 +17,28 @@ OutcomeText& OutcomeText::Count(std::size_t files, const QString& what) {
 }
 
 OutcomeText& OutcomeText::Files(const std::vector<std::string>& files, const QString& what) {
-    if (files.empty()) return *this;
-    Count(files.size(), what);
-    return Note(counts_.back() + QStringLiteral(":\n") + Names(files, kMostNamedFiles, QStringLiteral("\n")));
+    return Files(files, files.size(), what);
+}
+
+OutcomeText& OutcomeText::Files(const std::vector<std::string>& first, std::size_t total,
+                                const QString& what) {
+    if (total == 0) return *this;
+    Count(total, what);
+    return Note(counts_.back() + QStringLiteral(":\n") +
+                Names(first, total, kMostNamedFiles, QStringLiteral("\n")));
 }
 
 QString OutcomeText::Names(const std::vector<std::string>& files, std::size_t most, const QString& between) {
+    return Names(files, files.size(), most, between);
+}
+
+QString OutcomeText::Names(const std::vector<std::string>& first, std::size_t total, std::size_t most,
+                           const QString& between) {
     QStringList names;
-    const std::size_t named = std::min(files.size(), most);
+    const std::size_t named = std::min(first.size(), most);
     for (std::size_t at = 0; at < named; ++at)
-        names << ShownPath(files[at]);
-    if (named < files.size()) names << QStringLiteral("and %1 more").arg(files.size() - named);
+        names << ShownPath(first[at]);
+    if (named < total) names << QStringLiteral("and %1 more").arg(total - named);
     return names.join(between);
 }
 

@@ -22,6 +22,8 @@ public:
     OutcomeText& Count(std::size_t files, const QString& what);
     /// The same, and the tool tip names the files.
     OutcomeText& Files(const std::vector<std::string>& files, const QString& what);
+    /// The same where only the first of `total` files are known, at least kMostNamedFiles of them.
+    OutcomeText& Files(const std::vector<std::string>& first, std::size_t total, const QString& what);
     /// Among the counts, as it stands; not mentioned when `what` is empty.
     OutcomeText& Phrase(const QString& what, const QString& done);
     /// A second sentence, without its final point.
@@ -38,6 +40,9 @@ public:
     static QString Names(const std::vector<std::string>& files, std::size_t most, const QString& between);
 
 private:
+    static QString Names(const std::vector<std::string>& first, std::size_t total, std::size_t most,
+                         const QString& between);
+
     QString beginning_;
     QStringList counts_;
     QStringList sentences_;

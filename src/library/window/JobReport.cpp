@@ -217,7 +217,8 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
         return OutcomeText(name + QStringLiteral(" was not installed")).Note(WhyNotInstalled(result));
     const auto& back = result.givenBack;
     OutcomeText text(name + QStringLiteral(" is installed"));
-    text.Files(result.installed, QStringLiteral("copied"))
+    static_assert(kNamedFiles >= OutcomeText::kMostNamedFiles);
+    text.Files(result.firstInstalled, result.installed, QStringLiteral("copied"))
         .Count(result.saved, QStringLiteral("of the game's saved"))
         .Phrase(OfOthers(result.replaced), QStringLiteral(" replaced"))
         .Count(back.restored + back.deleted, QStringLiteral("of its former version given back"))

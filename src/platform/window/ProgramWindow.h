@@ -7,7 +7,8 @@ namespace quillbay {
 
 /// Before the first window: on Windows the program gets an identity of its own, by which the taskbar puts its
 /// windows together, and the system covers none of them with a pale picture while a job lets it wait. On
-/// POSIX the desktop finds the program by the name of its desktop entry.
+/// POSIX the desktop finds the program by the name of its desktop entry, and what a job needed for long lists
+/// goes back to the system.
 void PrepareProgram();
 
 /// Lets another process find the window, which is the program's main one.

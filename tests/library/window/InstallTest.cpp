@@ -283,12 +283,14 @@ TEST_F(InstallWindow, SaysBeforehandHowTheFilesStandAndAfterwardsWhatWentWhere) 
 
 TEST(JobReport, NamesWhatIsOpenInAnotherProgram) {
     InstallResult result;
-    result.installed = {"c.odf", "d.odf"};
+    result.installed = 17;
+    result.firstInstalled.assign(kNamedFiles, "c.odf");
     result.notCopied = {{"a.odf", std::make_error_code(std::errc::device_or_resource_busy)},
                         {"b.odf", std::make_error_code(std::errc::permission_denied)}};
     const auto text = Describe(result, "Alpha");
-    EXPECT_EQ(text.Sentence(), "Alpha is installed: 2 files copied, 2 could not be copied. "
+    EXPECT_EQ(text.Sentence(), "Alpha is installed: 17 files copied, 2 could not be copied. "
                                "1 of them is open in another program.");
+    EXPECT_TRUE(text.ToolTip().contains("c.odf\nand 2 more\n"));
     EXPECT_TRUE(text.ToolTip().endsWith("a.odf: is open in another program\nb.odf: Permission denied"))
         << text.ToolTip().toStdString();
 }
