@@ -139,7 +139,9 @@ bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
     return same && *same;
 }
 
-void GiveBack::HandOver(const std::vector<LaterMod>& laterMods, const std::vector<const GamePlace*>& places) {
+std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterMod>& laterMods,
+                                                        const std::vector<const GamePlace*>& places) {
+    std::unordered_set<const GamePlace*> failed;
     for (const auto& later : laterMods) {
         EntryIndex copies(later.backupFolders);
         std::optional<RecordIndex> record;
@@ -159,8 +161,10 @@ void GiveBack::HandOver(const std::vector<LaterMod>& laterMods, const std::vecto
                 if (!error) continue;
             }
             result_.notHandedOver.push_back(path);
+            failed.insert(place);
         }
     }
+    return failed;
 }
 
 Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string& copy,

@@ -74,8 +74,9 @@ public:
     bool Restore(const GamePlace& place);
     /// Mods installed later have saved this mod's file where they replaced it. They get what the game gets
     /// now, so that uninstalling them does not bring this mod back. `places` are those that have what they
-    /// had.
-    void HandOver(const std::vector<LaterMod>& laterMods, const std::vector<const GamePlace*>& places);
+    /// had. Gives those for which it failed: one of these mods may still bring this mod's file back.
+    std::unordered_set<const GamePlace*> HandOver(const std::vector<LaterMod>& laterMods,
+                                                  const std::vector<const GamePlace*>& places);
     /// True when the saved copy of a place cannot be told from what the mod has installed there.
     bool MayBeModsOwn(const GamePlace& place) const;
 

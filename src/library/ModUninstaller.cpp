@@ -87,7 +87,9 @@ private:
         std::vector<const GamePlace*> places;
         for (std::size_t i = 0; i < plan_.places.size(); ++i)
             if (inPlace_[i]) places.push_back(&plan_.places[i]);
-        giveBack_.HandOver(plan_.laterMods, places);
+        const auto failed = giveBack_.HandOver(plan_.laterMods, places);
+        for (std::size_t i = 0; i < plan_.places.size(); ++i)
+            if (failed.contains(&plan_.places[i])) inPlace_[i] = false;
     }
 
     bool GiveUpBackup() {
@@ -106,8 +108,8 @@ private:
         return true;
     }
 
-    /// `Backup` keeps what could not be put back, what is not the mod's, and the copies that a second
-    /// uninstallation would otherwise take for the mod's own files and delete from the game.
+    /// `Backup` keeps what could not be put back or handed over, what is not the mod's, and the copies that a
+    /// second uninstallation would otherwise take for the mod's own files and delete from the game.
     void KeepBackup() {
         const auto total = plan_.places.size();
         for (std::size_t i = 0; i < total; ++i) {
@@ -133,7 +135,7 @@ private:
     FolderMaker gameFolders_;
     GameGuard guard_;
     GiveBack giveBack_;
-    std::vector<bool> inPlace_; ///< by place: the game has what it had without the mod
+    std::vector<bool> inPlace_; ///< by place: the game, and every later mod, has what it had without the mod
 };
 
 /// Everything in `Backup` that is neither one of `saved` nor a known folder nor the record.
