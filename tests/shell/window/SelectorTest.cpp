@@ -214,16 +214,22 @@ TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
     EXPECT_EQ(windows, 14);
 }
 
-TEST_F(Accessible, EscapeClosesEveryWindowFromEveryControl) {
+TEST_F(Accessible, EscapeClosesEveryWindowFromEveryControlAndNoneGrowsWithALargeFont) {
     Write("program/FileList.txt", {});
     MakeFolder("game/odf");
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(2 * usual.pointSize());
+    QApplication::setFont(large);
     ASSERT_TRUE(Start());
     for (const char* item : openers) {
         Item(item).trigger();
         QWidget* shown = Opened();
         ASSERT_TRUE(shown) << item;
+        const QSize size = shown->size();
         for (QWidget* control : shown->findChildren<QWidget*>()) {
             if (shown->isHidden()) Item(item).trigger();
+            EXPECT_EQ(shown->size(), size) << item;
             if (!IsReached(*control) || !control->isVisible() || !control->isEnabled()) continue;
             QTest::keyClick(control, Qt::Key_Escape);
             ASSERT_TRUE(WaitFor([&] { return shown->isHidden(); })) << qPrintable(control->objectName());
@@ -232,6 +238,7 @@ TEST_F(Accessible, EscapeClosesEveryWindowFromEveryControl) {
         EXPECT_TRUE(WaitFor([&] { return shown->isHidden(); }));
         EXPECT_FALSE(Item(item).isCheckable()) << item << " looks as before";
     }
+    QApplication::setFont(usual);
 }
 
 } // namespace
