@@ -8,8 +8,6 @@
 #include "platform/PathText.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace quillbay {
 

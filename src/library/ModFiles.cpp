@@ -4,8 +4,6 @@
 #include "platform/CaseFold.h"
 #include "platform/PathText.h"
 
-#include <algorithm>
-
 namespace quillbay {
 
 namespace {

@@ -1,7 +1,5 @@
 #include "library/WriteRefusal.h"
 
-#include <utility>
-
 namespace quillbay {
 
 bool IsAboutRights(const std::error_code& error) {

@@ -3,7 +3,6 @@
 #include "catalogue/FileList.h"
 #include "common/window/Hourglass.h"
 #include "common/window/OutcomeText.h"
-#include "common/window/QtText.h"
 #include "common/window/ShowMessage.h"
 #include "library/window/LibraryHost.h"
 

@@ -10,7 +10,6 @@
 #include <QTimer>
 #include <QWidget>
 
-#include <algorithm>
 #include <cstddef>
 
 namespace quillbay {

@@ -2,7 +2,6 @@
 
 #include "platform/CaseFold.h"
 #include "platform/FingerprintsAhead.h"
-#include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/WriteTrial.h"
 #include "platform/posix/FileCopy.h"
@@ -19,7 +18,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <limits>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
