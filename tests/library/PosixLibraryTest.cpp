@@ -83,6 +83,17 @@ TEST_F(PosixInstallTest, NamesThatAreNotUtf8AndNamesWithSeparatorsDoNoHarm) {
     EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
+TEST_F(PosixInstallTest, NothingIsKeptWhereALinkLeads) {
+    lab.Make({"game/a.txt", "mods/M/a.txt"});
+    lab.Install("M");
+    lab.Put("game/a.txt", "the player's");
+    fs::create_directories(lab.Native("elsewhere"));
+    Link(lab.Native("elsewhere"), "mods/M/Changed");
+    EXPECT_TRUE(lab.Uninstall("M").BackupStays());
+    EXPECT_EQ(lab.Read("game"), (Contents{{"a.txt", "the player's"}}));
+    EXPECT_EQ(lab.Read("elsewhere"), Contents());
+}
+
 TEST_F(PosixInstallTest, WhatLeadsFromModToGameOrBackIsRefused) {
     const struct {
         const char* link;   ///< made in the place of what is there
