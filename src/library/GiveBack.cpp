@@ -59,8 +59,8 @@ GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFold
     : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), copies_(copies),
       secondPlace_(files), result_(result) {}
 
-void GiveBack::Delete(const GamePlace& place) {
-    if (place.gamePath.empty() || place.gameIsBlocked) return;
+bool GiveBack::Delete(const GamePlace& place) {
+    if (place.gamePath.empty() || place.gameIsBlocked) return true;
     LookedAtFile file(files_, place.gamePath, place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
     if (!own || !*own) {
@@ -69,24 +69,25 @@ void GiveBack::Delete(const GamePlace& place) {
                 result_.notOurs.push_back(place.gamePath);
             else
                 result_.notDeleted.push_back({place.gamePath, own.Error()});
-            return;
+            return false;
         }
         // Without a backup every file of these names goes, but not for good.
         if (!place.modPath.empty() && file.IsSameFileAs(place.modPath)) {
             result_.notOurs.push_back(place.gamePath);
-            return;
+            return false;
         }
         if (const auto error = guard_.Secure(file, place)) {
             result_.notDeleted.push_back({place.gamePath, error});
-            return;
+            return false;
         }
     }
     if (const auto error = files_.RemoveFile(place.gamePath)) {
         guard_.StaysInGame(file);
         result_.notDeleted.push_back({place.gamePath, error});
-    } else {
-        ++result_.deleted;
+        return false;
     }
+    ++result_.deleted;
+    return true;
 }
 
 bool GiveBack::Restore(const GamePlace& place) {

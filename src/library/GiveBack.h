@@ -68,8 +68,8 @@ public:
     GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
              SavedCopies copies, GiveBackResult& result);
 
-    /// For a place without a saved copy: takes the mod's own file away.
-    void Delete(const GamePlace& place);
+    /// For a place without a saved copy: takes the mod's own file away. False when it may still be there.
+    bool Delete(const GamePlace& place);
     /// For a place with a saved copy: puts that back. True when it is there.
     bool Restore(const GamePlace& place);
     /// Mods installed later have saved this mod's file where they replaced it. They get what the game gets

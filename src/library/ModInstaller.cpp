@@ -243,8 +243,8 @@ private:
         for (const auto& [dropping, isOwn] : dropped) {
             const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (isOwn && place.savedPath.empty()) giveBack.Delete(place);
-            if (isOwn && !place.savedPath.empty() && !giveBack.Restore(place)) continue;
+            if (isOwn && !(place.savedPath.empty() ? giveBack.Delete(place) : giveBack.Restore(place)))
+                continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || !place.savedPath.empty();
             record_.SetGivenBack(*place.recorded);
