@@ -82,6 +82,7 @@ static void Uninstall(const wchar_t *game, const wchar_t *mod) {
 }
 
 int wmain(int argc, wchar_t **argv) {
+    if (argc == 1) return 0; /* what the start of a program costs */
     if (argc != 4) return 2;
     List(argv[3]);
     (wcscmp(argv[1], L"install") == 0 ? Install : Uninstall)(argv[2], argv[3]);

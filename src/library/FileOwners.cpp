@@ -18,7 +18,7 @@ bool IsBefore(std::int64_t changed, std::int64_t moment) {
 } // namespace
 
 const Result<FileInfo>& LookedAtFile::Info() {
-    if (!info_) info_ = files_.Stat(path_);
+    if (!info_) info_ = files_.StatContents(path_);
     return *info_;
 }
 
@@ -85,10 +85,10 @@ Result<bool> LookedAtFile::Equals(const std::string& other, bool otherIsLink) {
 }
 
 bool LookedAtFile::IsSameFileAs(const std::string& other) {
-    const auto& info = Info();
-    if (!info || info->links < 2 || !info->id) return false;
-    const auto otherInfo = files_.Stat(other);
-    return otherInfo && otherInfo->id == info->id;
+    if (const auto& info = Info(); !info || info->links < 2) return false;
+    const auto own = files_.Stat(path_);
+    const auto others = files_.Stat(other);
+    return own && others && own->id && own->id == others->id;
 }
 
 std::int64_t SavedBy(const InstalledMod& mod, const RecordedFile* recorded) {

@@ -49,7 +49,7 @@ std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan) {
 }
 
 void EndSharing(FileSystem& files, const std::string& copy) {
-    const auto info = files.Stat(copy);
+    const auto info = files.StatContents(copy);
     if (info && info->kind != EntryKind::Folder && info->links > 1)
         Ignore(files.Copy(copy, copy, {.replace = true, .keepLink = true, .flush = true}));
 }
@@ -128,7 +128,7 @@ bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
     if (LastComponent(place.gamePath) != place.name) return false;
     if (!place.gameIsLink) {
         if (place.savedIsLink) return false;
-        const auto saved = files_.Stat(place.savedPath);
+        const auto saved = files_.StatContents(place.savedPath);
         const auto& game = file.Info();
         if (!saved || !game || saved->size != game->size || saved->modified != game->modified ||
             saved->readOnly != game->readOnly)

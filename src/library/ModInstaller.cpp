@@ -286,7 +286,7 @@ private:
 
     /// Another name of the file may be a game file that was saved with its attributes.
     void MakeSourceWritable(const std::string& path) {
-        const auto info = files_.Stat(path);
+        const auto info = files_.StatContents(path);
         if (info && info->links < 2) Ignore(files_.SetReadOnly(path, false));
     }
 

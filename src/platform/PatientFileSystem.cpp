@@ -85,6 +85,10 @@ Result<FileInfo> PatientFileSystem::Stat(std::string_view path) const {
     return Reading(&FileSystem::Stat, path);
 }
 
+Result<FileInfo> PatientFileSystem::StatContents(std::string_view path) const {
+    return Reading(&FileSystem::StatContents, path);
+}
+
 Result<std::string> PatientFileSystem::Read(std::string_view file, std::uint64_t offset,
                                             std::size_t maxBytes) const {
     return Reading(&FileSystem::Read, file, offset, maxBytes);

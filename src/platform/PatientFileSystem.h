@@ -35,6 +35,7 @@ public:
 
     Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override;
     Result<FileInfo> Stat(std::string_view path) const override;
+    Result<FileInfo> StatContents(std::string_view path) const override;
     Result<std::string> Read(std::string_view file, std::uint64_t offset,
                              std::size_t maxBytes) const override;
     Result<std::string> ReadLink(std::string_view path) const override;

@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace quillbay::test {
 
@@ -48,7 +49,16 @@ std::string FileBytes(std::string_view path);
 /// A test with a temporary folder on the real file system. Paths of the helpers are below that folder.
 class DiskTest : public testing::Test {
 protected:
-    FileInfo InfoOf(std::string_view path) const { return disk_->Stat(temp_ / path).ValueOr({}); }
+    /// Told alike by both operations.
+    FileInfo InfoOf(std::string_view path) const {
+        const auto told = [](const FileInfo& i) {
+            return std::tuple(i.kind, i.isLink, i.hidden, i.readOnly, i.executable, i.size, i.modified,
+                              i.links, i.isMount, i.changed);
+        };
+        const FileInfo info = disk_->Stat(temp_ / path).ValueOr({});
+        EXPECT_TRUE(told(info) == told(disk_->StatContents(temp_ / path).ValueOr({}))) << path;
+        return info;
+    }
     std::string BytesOf(std::string_view path) const { return FileBytes(temp_ / path); }
 
     const TempFolder temp_;

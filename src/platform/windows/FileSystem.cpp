@@ -5,6 +5,7 @@
 #include "platform/PathText.h"
 #include "platform/RealPath.h"
 #include "platform/WriteTrial.h"
+#include "platform/windows/EntryInfo.h"
 #include "platform/windows/FileCopy.h"
 #include "platform/windows/FileTimes.h"
 #include "platform/windows/FinalPath.h"
@@ -17,54 +18,12 @@
 #include "platform/windows/WinError.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
-#include <cstring>
-#include <optional>
 
 namespace quillbay {
 
 namespace {
 
 constexpr std::size_t kBlock = 1u << 18; ///< bytes that are read at once
-
-std::uint64_t Wide(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
-
-/// Of what the path leads to, links followed.
-Result<BY_HANDLE_FILE_INFORMATION> ReadInformation(const std::wstring& path) {
-    BY_HANDLE_FILE_INFORMATION information{};
-    const Handle file = OpenTarget(path);
-    if (!file || !GetFileInformationByHandle(file.Get(), &information)) return LastError();
-    return information;
-}
-
-bool IsFolderAttribute(DWORD attributes) { return attributes & FILE_ATTRIBUTE_DIRECTORY; }
-
-EntryKind KindOf(DWORD attributes) {
-    if (attributes & FILE_ATTRIBUTE_DEVICE) return EntryKind::Other;
-    return IsFolderAttribute(attributes) ? EntryKind::Folder : EntryKind::File;
-}
-
-void SetContents(DirEntry& entry, DWORD attributes, std::uint64_t size, const FILETIME& modified) {
-    entry.kind = KindOf(attributes);
-    entry.readOnly = (attributes & FILE_ATTRIBUTE_READONLY) && !IsFolderAttribute(attributes);
-    entry.size = entry.kind == EntryKind::File ? size : 0;
-    entry.modified = FromFileTime(modified);
-}
-
-/// `path` is asked only when the entry is a link.
-void Fill(DirEntry& entry, const WIN32_FIND_DATAW& found, const std::wstring& path) {
-    entry.name = NarrowText(found.cFileName);
-    entry.hidden = found.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-    entry.isLink = IsLink(found);
-    if (!entry.isLink) {
-        SetContents(entry, found.dwFileAttributes, Wide(found.nFileSizeHigh, found.nFileSizeLow),
-                    found.ftLastWriteTime);
-    } else if (const auto target = ReadInformation(path)) {
-        SetContents(entry, target->dwFileAttributes, Wide(target->nFileSizeHigh, target->nFileSizeLow),
-                    target->ftLastWriteTime);
-    }
-}
 
 Result<Handle> OpenForReading(const std::wstring& path) {
     Handle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
@@ -103,47 +62,6 @@ std::error_code ReadAt(const Handle& file, std::uint64_t offset, std::string& by
     return {};
 }
 
-/// Nanoseconds since 1970; 0 where the file system does not keep the time.
-std::int64_t ChangeTimeOf(const Handle& file) {
-    FILE_BASIC_INFO basic{};
-    if (!GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &basic, sizeof basic)) return 0;
-    const auto ticks = basic.ChangeTime.QuadPart - kSecondsFrom1601To1970 * kTicksPerSecond;
-    return std::max<std::int64_t>(ticks, 0) * (1'000'000'000 / kTicksPerSecond);
-}
-
-FileId IdOf(const Handle& file) {
-    FILE_ID_INFO info{};
-    if (GetFileInformationByHandleEx(file.Get(), FileIdInfo, &info, sizeof info)) {
-        std::array<std::uint64_t, 2> halves{};
-        static_assert(sizeof halves == sizeof info.FileId);
-        std::memcpy(halves.data(), &info.FileId, sizeof halves);
-        // The second half is zero but on ReFS, where it is the number of a folder and the first a small one.
-        return {info.VolumeSerialNumber, halves[0] ^ std::rotl(halves[1], 32)};
-    }
-    BY_HANDLE_FILE_INFORMATION old{};
-    if (!GetFileInformationByHandle(file.Get(), &old)) return {};
-    return {old.dwVolumeSerialNumber, Wide(old.nFileIndexHigh, old.nFileIndexLow)};
-}
-
-/// By one look-up: what is no link, in its stored spelling. Nothing for anything else, and for what the
-/// system tells only where it is listed.
-std::optional<FileInfo> InfoOf(const Handle& file) {
-    BY_HANDLE_FILE_INFORMATION now{};
-    if (!file || !GetFileInformationByHandle(file.Get(), &now) ||
-        (now.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT))
-        return std::nullopt;
-    const auto stored = StoredPathOf(file);
-    if (stored.empty()) return std::nullopt;
-    FileInfo info;
-    info.name = NarrowText(LongName(stored));
-    info.hidden = now.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-    SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow), now.ftLastWriteTime);
-    info.changed = ChangeTimeOf(file);
-    info.id = IdOf(file);
-    if (info.kind != EntryKind::Folder) info.links = now.nNumberOfLinks;
-    return info;
-}
-
 std::error_code MoveName(const std::wstring& from, const std::wstring& to) {
     return MoveFileExW(from.c_str(), to.c_str(), 0) ? std::error_code{} : LastError();
 }
@@ -170,37 +88,19 @@ public:
         std::vector<DirEntry> entries(found->size());
         for (std::size_t i = 0; i < entries.size(); ++i) {
             const WIN32_FIND_DATAW& entry = (*found)[i];
-            Fill(entries[i], entry, IsLink(entry) ? InFolder(*path, entry.cFileName) : std::wstring());
+            FillEntry(entries[i], entry, IsLink(entry) ? InFolder(*path, entry.cFileName) : std::wstring());
         }
         return entries;
     }
 
     Result<FileInfo> Stat(std::string_view file) const override {
         const auto path = LongPath(file);
-        if (!path) return path.Error();
-        const Handle itself = OpenName(*path, FILE_READ_ATTRIBUTES);
-        const auto failure = itself ? std::error_code() : LastError();
-        if (failure == std::errc::no_such_file_or_directory) return failure;
-        if (auto info = InfoOf(itself)) return *std::move(info);
-        const auto found = FindEntry(*path);
-        if (!found) return found.Error();
-        FileInfo info;
-        Fill(info, *found, *path);
-        const Handle target = info.isLink ? OpenTarget(*path) : Handle();
-        if (const Handle& meant = info.isLink ? target : itself) {
-            info.changed = ChangeTimeOf(meant);
-            info.id = IdOf(meant);
-        }
-        if (IsFolder(*found)) return info;
-        BY_HANDLE_FILE_INFORMATION now{};
-        if (failure) return failure;
-        if (!GetFileInformationByHandle(itself.Get(), &now)) return LastError();
-        info.links = now.nNumberOfLinks;
-        // A folder holds size and time as they were when the file was last opened by this name.
-        if (!info.isLink)
-            SetContents(info, now.dwFileAttributes, Wide(now.nFileSizeHigh, now.nFileSizeLow),
-                        now.ftLastWriteTime);
-        return info;
+        return path ? StatEntry(*path) : path.Error();
+    }
+
+    Result<FileInfo> StatContents(std::string_view file) const override {
+        const auto path = LongPath(file);
+        return path ? StatEntryContents(*path) : path.Error();
     }
 
     Result<std::string> Read(std::string_view file, std::uint64_t offset,
