@@ -113,6 +113,31 @@ TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
     EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
+TEST_F(InstallTest, WhatASecondInstallationSavedIsKnownByItsOwnNumber) {
+    lab.Make({"mods/First/b.txt", "mods/Later/c.txt"});
+    for (const char* mod : {"First", "Later"})
+        lab.Install(mod);
+    lab.Make({"mods/First/a.txt", "mods/Later/a.txt"}); // newer than the first installation of either
+    lab.Install("First");
+    EXPECT_EQ(lab.Install("Later").saved, 1u);
+    for (const char* mod : {"First", "Later"})
+        EXPECT_FALSE(lab.Uninstall(mod).BackupStays()) << mod;
+    EXPECT_EQ(lab.Read("game"), Contents());
+}
+
+TEST_F(InstallTest, WhatCannotBeToldFromTheModsFileStaysInTheGame) {
+    lab.Make({"mods/M/a.txt"});
+    lab.Install("M");
+    lab.Put("game/a.txt", "the player's"); // of the same size
+    FaultyFileSystem files(lab.Files());
+    files.hook = [](auto operation, auto path, auto) {
+        const bool is = operation == "FingerprintFile" && path.ends_with("game\\a.txt");
+        return std::make_error_code(is ? std::errc::io_error : std::errc());
+    };
+    EXPECT_EQ(lab.Uninstall(files, "M").notDeleted.size(), 1u);
+    EXPECT_EQ(lab.Read("game"), (Contents{{"a.txt", "the player's"}}));
+}
+
 TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
     lab.Make({"game/odf/a.odf", "mods/First/odf/a.odf", "mods/Later/odf/new.odf", "mods/Later/odf/a.odf"});
     const auto pristine = lab.State("game");
