@@ -138,6 +138,16 @@ TEST_F(InstallTest, WhatCannotBeToldFromTheModsFileStaysInTheGame) {
     EXPECT_EQ(lab.Read("game"), (Contents{{"a.txt", "the player's"}}));
 }
 
+TEST_F(InstallTest, WhatAModHasGivenBackIsItsOwnNoMore) {
+    lab.Make({"mods/M/a.txt", "mods/M/b.txt"});
+    lab.Install("M");
+    lab.Remove("mods/M/a.txt");
+    lab.Install("M");
+    lab.Put("game/a.txt", "mods/M/a.txt");
+    lab.Uninstall("M");
+    EXPECT_EQ(lab.Read("game"), (Contents{{"a.txt", "mods/M/a.txt"}}));
+}
+
 TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
     lab.Make({"game/odf/a.odf", "mods/First/odf/a.odf", "mods/Later/odf/new.odf", "mods/Later/odf/a.odf"});
     const auto pristine = lab.State("game");
