@@ -146,6 +146,17 @@ TEST_F(InstallTest, WhatAModHasGivenBackIsItsOwnNoMore) {
     lab.Put("game/a.txt", "mods/M/a.txt");
     lab.Uninstall("M");
     EXPECT_EQ(lab.Read("game"), (Contents{{"a.txt", "mods/M/a.txt"}}));
+
+    // Nor is what another mod has replaced without saving it.
+    lab.Make({"mods/Later/c.txt"});
+    lab.Install("M");
+    lab.Install("Later");
+    lab.Make({"mods/M/c.txt"});
+    lab.Install("M");
+    lab.Uninstall("M");
+    lab.Put("game/c.txt", "mods/Later/c.txt");
+    lab.Uninstall("Later");
+    EXPECT_TRUE(lab.Read("game").contains("c.txt"));
 }
 
 TEST_F(InstallTest, WhatCannotBeReadOfAnotherModIsNotTakenForNothing) {
