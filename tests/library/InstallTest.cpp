@@ -125,6 +125,38 @@ TEST_F(InstallTest, WhatASecondInstallationSavedIsKnownByItsOwnNumber) {
     EXPECT_EQ(lab.Read("game"), Contents());
 }
 
+/// First gets the file that the others have, too, when it is installed already.
+TEST_F(InstallTest, AModThatCameUnderALaterOneInheritsWhatThatHasSaved) {
+    const std::vector<std::string> kStories[] = {
+        {"+First", "+Later", "update", "+First", "+Last", "!Later", "-Later", "-Last", "-First"},
+        {"+First", "+Later", "+Last", "update", "+First", "!Last", "-Last", "-Later", "-First"},
+    };
+    for (const auto& story : kStories) {
+        InstallLab game;
+        game.Make({"game/a.txt", "mods/First/b.txt", "mods/Later/a.txt", "mods/Last/a.txt"});
+        const auto before = game.State("game");
+        for (const auto& step : story) {
+            const auto mod = step.substr(1);
+            if (step == "update") game.Make({"mods/First/a.txt"});
+            if (step[0] == '+') game.Install(mod);
+            if (step[0] == '-') {
+                EXPECT_FALSE(game.Uninstall(mod).BackupStays()) << step;
+            }
+            if (step[0] != '!') continue;
+            // What cannot be handed to the heir is not given up.
+            FaultyFileSystem files(game.Files());
+            files.hook = [](auto operation, auto, auto to) {
+                const bool is = operation == "FlushedCopy" && to.find("First") != to.npos;
+                return std::make_error_code(is ? std::errc::no_space_on_device : std::errc());
+            };
+            const auto untouched = game.State("game");
+            EXPECT_TRUE(game.Uninstall(files, mod).failure);
+            EXPECT_EQ(Differences(untouched, game.State("game")), "");
+        }
+        EXPECT_EQ(Differences(before, game.State("game")), "") << story[2];
+    }
+}
+
 TEST_F(InstallTest, WhatCannotBeToldFromTheModsFileStaysInTheGame) {
     lab.Make({"mods/M/a.txt"});
     lab.Install("M");
