@@ -247,9 +247,10 @@ private:
                 continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || !place.savedPath.empty();
-            record_.SetGivenBack(*place.recorded);
         }
-        giveBack.HandOver(plan_.laterMods, places);
+        const auto notHandedOver = giveBack.HandOver(plan_.laterMods, places);
+        for (const auto* place : places)
+            if (!notHandedOver.contains(place)) record_.SetGivenBack(*place->recorded);
     }
 
     void CopyFiles() {
