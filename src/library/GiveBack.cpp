@@ -154,8 +154,13 @@ std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterM
             const auto* recorded = record ? record->Find(place->position, place->name) : nullptr;
             const auto isOurs = IsInstalledHere(*place, path, SavedBy(later.mod, recorded));
             if (isOurs && !*isOurs) continue;
-            if (isOurs) {
-                const auto error = place->savedPath.empty()
+            // Its own file was there before this mod's: then it has to save nothing.
+            const auto isTheirs = recorded && !place->savedPath.empty()
+                                      ? LookedAtFile(files_, place->savedPath, place->savedIsLink)
+                                            .HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded))
+                                      : Result<bool>(false);
+            if (isOurs && isTheirs) {
+                const auto error = place->savedPath.empty() || *isTheirs
                                        ? files_.RemoveFile(path)
                                        : files_.Copy(place->savedPath, path,
                                                      {.replace = true, .keepLink = true, .flush = true});
