@@ -157,6 +157,18 @@ TEST_F(InstallTest, AModThatCameUnderALaterOneInheritsWhatThatHasSaved) {
     }
 }
 
+TEST_F(InstallTest, WithoutItsRecordNothingIsInstalled) {
+    lab.Make({"game/a.txt", "mods/M/a.txt"});
+    const auto before = lab.State("game");
+    FaultyFileSystem files(lab.Files());
+    files.hook = [](auto operation, auto, auto) {
+        return std::make_error_code(operation == "WriteFile" ? std::errc::io_error : std::errc());
+    };
+    EXPECT_EQ(lab.Install(files, "M").outcome, InstallOutcome::NoBackup);
+    EXPECT_FALSE(lab.Installed("M"));
+    EXPECT_EQ(Differences(before, lab.State("game")), "");
+}
+
 TEST_F(InstallTest, WhatCannotBeToldFromTheModsFileStaysInTheGame) {
     lab.Make({"mods/M/a.txt"});
     lab.Install("M");
