@@ -169,6 +169,20 @@ TEST_F(InstallTest, WithoutItsRecordNothingIsInstalled) {
     EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
+TEST_F(InstallTest, WhatComesBackWhileItsCopyStaysIsFlushed) {
+    lab.Make({"game/a.txt", "mods/M/a.txt", "mods/M/b.txt"});
+    lab.Install("M");
+    lab.Remove("mods/M/a.txt");
+    FaultyFileSystem files(lab.Files());
+    int flushed = 0;
+    files.hook = [&](auto operation, auto path, auto) {
+        if (path.ends_with("Backup\\a.txt")) flushed += operation == "FlushedCopy";
+        return std::error_code();
+    };
+    EXPECT_EQ(lab.Install(files, "M").givenBack.restored, 1u);
+    EXPECT_EQ(flushed, 1);
+}
+
 TEST_F(InstallTest, WhatCannotBeToldFromTheModsFileStaysInTheGame) {
     lab.Make({"mods/M/a.txt"});
     lab.Install("M");
