@@ -45,12 +45,12 @@ std::error_code SweepRemains(FileSystem& files, const std::string& remains) {
     return error;
 }
 
-bool SweepGivenUpBackups(FileSystem& files, std::string_view libraryFolder, const std::vector<ModRow>& rows) {
+bool SweepGivenUpBackups(FileSystem& files, std::string_view modLibrary, const std::vector<ModRow>& rows) {
     const auto text = TextOfGivenUp();
     bool isAnyGone = false;
     for (const auto& row : rows) {
         if (!row.isInstalled) continue;
-        const auto backup = Join(Join(libraryFolder, row.path.text), kBackupName);
+        const auto backup = Join(Join(modLibrary, row.path.text), kBackupName);
         if (files.Read(Join(backup, kRecordName), 0, text.size() + 1).ValueOr({}) == text)
             isAnyGone |= !SweepRemains(files, backup);
     }

@@ -24,6 +24,6 @@ namespace quillbay {
 
 /// Sweeps what could not be swept when it was given up, since a program had something in it open. True when a
 /// `Backup` of one of the rows is gone now.
-bool SweepGivenUpBackups(FileSystem& files, std::string_view libraryFolder, const std::vector<ModRow>& rows);
+bool SweepGivenUpBackups(FileSystem& files, std::string_view modLibrary, const std::vector<ModRow>& rows);
 
 } // namespace quillbay

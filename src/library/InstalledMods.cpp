@@ -86,11 +86,11 @@ bool HasExactBackup(const FileSystem& files, std::string_view modFolder) {
     return !modFolder.empty() && IsFolderSpelled(files, Join(modFolder, kBackupName));
 }
 
-std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view libraryFolder,
+std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view modLibrary,
                                     const std::vector<ModRow>& rows) {
     std::vector<ModRow> installed;
     for (const ModRow& row : rows) {
-        if (!row.path.Empty() && HasExactBackup(files, Join(libraryFolder, row.path.text))) {
+        if (!row.path.Empty() && HasExactBackup(files, Join(modLibrary, row.path.text))) {
             installed.push_back(row);
         }
     }
@@ -99,18 +99,18 @@ std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view li
 
 std::string_view InstalledMod::Name() const { return LastComponent(path.text); }
 
-InstalledMods ListInstalledMods(const FileSystem& files, std::string_view libraryFolder,
-                                const ListedMod& listed, ReadFailure& failure) {
+InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modLibrary, const ListedMod& listed,
+                                ReadFailure& failure) {
     InstalledMods found;
     LibraryWalk walk(files, listed, found, failure);
-    for (const auto& entry : walk.List(libraryFolder))
-        if (entry.kind == EntryKind::Folder) walk.Visit({entry.name}, Join(libraryFolder, entry.name), true);
+    for (const auto& entry : walk.List(modLibrary))
+        if (entry.kind == EntryKind::Folder) walk.Visit({entry.name}, Join(modLibrary, entry.name), true);
     return found;
 }
 
-std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view libraryFolder,
+std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view modLibrary,
                                           ReadFailure& failure) {
-    auto mods = ListInstalledMods(files, libraryFolder, {{}, {}}, failure).mods;
+    auto mods = ListInstalledMods(files, modLibrary, {{}, {}}, failure).mods;
     std::erase_if(mods, [](const InstalledMod& mod) {
         const std::string_view top = std::string_view(mod.path.text).substr(0, mod.path.text.find('\\'));
         return IsAddonRow(top) || top == kNoModsRow || top.starts_with(kLeftoverPrefix);

@@ -29,7 +29,7 @@ bool IsInstalled(const FileSystem& files, std::string_view modFolder);
 bool HasExactBackup(const FileSystem& files, std::string_view modFolder);
 
 /// The rows of the installed-mods window, in the order of `rows`; empty when nothing is installed.
-std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view libraryFolder,
+std::vector<ModRow> FilterInstalled(const FileSystem& files, std::string_view modLibrary,
                                     const std::vector<ModRow>& rows);
 
 struct InstalledMod {
@@ -60,12 +60,12 @@ struct InstalledMods {
 
 /// Looks through the library and reads the records. Each folder is listed once, that of `listed` not again;
 /// what cannot be read is left out and noted in `failure`.
-InstalledMods ListInstalledMods(const FileSystem& files, std::string_view libraryFolder,
-                                const ListedMod& listed, ReadFailure& failure);
+InstalledMods ListInstalledMods(const FileSystem& files, std::string_view modLibrary, const ListedMod& listed,
+                                ReadFailure& failure);
 
 /// The installed mods that a list has rows for, the one installed last first. When something cannot be read
 /// the order is not known.
-std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view libraryFolder,
+std::vector<InstalledMod> ListNewestFirst(const FileSystem& files, std::string_view modLibrary,
                                           ReadFailure& failure);
 
 /// The number of an installation that is made now: at least the seconds since 1970, so that it can be

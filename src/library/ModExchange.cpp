@@ -86,43 +86,43 @@ std::error_code MoveKept(FileSystem& files, const std::string& from, const std::
 }
 
 /// `name`, or the first number behind it that nothing in `mods` has.
-Result<std::string> FreePlace(const FileSystem& files, const std::string& libraryFolder,
+Result<std::string> FreePlace(const FileSystem& files, const std::string& modLibrary,
                               const std::string& name) {
-    std::string place = Join(libraryFolder, name);
+    std::string place = Join(modLibrary, name);
     for (int number = 2;; ++number) {
         const auto isTaken = Exists(files, place);
         if (!isTaken) return isTaken.Error();
         if (!*isTaken) return place;
-        place = Join(libraryFolder, name + " (" + std::to_string(number) + ')');
+        place = Join(modLibrary, name + " (" + std::to_string(number) + ')');
     }
 }
 
-std::error_code UndoReplacement(FileSystem& files, const std::string& staging,
-                                const std::string& libraryFolder, const std::string& name) {
+std::error_code UndoReplacement(FileSystem& files, const std::string& staging, const std::string& modLibrary,
+                                const std::string& name) {
     const std::string old = Join(Join(staging, kReplaced), name);
     const std::string waiting = WaitingPlace(staging, name);
     const auto isWaiting = Exists(files, waiting);
     if (!isWaiting) return isWaiting.Error();
     if (!*isWaiting) {
         // The new version has its place, unless somebody has taken it away since.
-        const auto isThere = Exists(files, Join(libraryFolder, name));
+        const auto isThere = Exists(files, Join(modLibrary, name));
         if (!isThere) return isThere.Error();
         if (*isThere) return {};
     } else if (const auto error = MoveKept(files, waiting, old)) {
         return error;
     }
-    const auto place = FreePlace(files, libraryFolder, name);
+    const auto place = FreePlace(files, modLibrary, name);
     return place ? files.Rename(old, *place) : place.Error();
 }
 
 std::error_code UndoReplacements(FileSystem& files, const std::string& staging,
-                                 const std::string& libraryFolder) {
+                                 const std::string& modLibrary) {
     const auto replaced = files.List(Join(staging, kReplaced), Detail::Names);
     if (replaced.Error() == std::errc::no_such_file_or_directory) return {};
     if (!replaced) return replaced.Error();
     std::error_code first;
     for (const DirEntry& mod : *replaced) {
-        const auto error = UndoReplacement(files, staging, libraryFolder, mod.name);
+        const auto error = UndoReplacement(files, staging, modLibrary, mod.name);
         if (!first) first = error;
     }
     return first;
@@ -130,9 +130,9 @@ std::error_code UndoReplacements(FileSystem& files, const std::string& staging,
 
 } // namespace
 
-std::vector<std::string> StagingPlaces(const FileSystem& files, const std::string& libraryFolder) {
-    std::vector<std::string> places{Join(libraryFolder, kStagingName)};
-    const auto real = files.RealPath(libraryFolder);
+std::vector<std::string> StagingPlaces(const FileSystem& files, const std::string& modLibrary) {
+    std::vector<std::string> places{Join(modLibrary, kStagingName)};
+    const auto real = files.RealPath(modLibrary);
     if (!real) return places;
     const std::string_view parent = Parent(*real);
     const auto info = files.Stat(*real);
@@ -144,27 +144,27 @@ std::string WaitingPlace(const std::string& staging, std::string_view name) {
     return Join(Join(staging, kWaiting), name);
 }
 
-std::error_code ReplaceMod(FileSystem& files, const std::string& staging, const std::string& libraryFolder,
+std::error_code ReplaceMod(FileSystem& files, const std::string& staging, const std::string& modLibrary,
                            const std::string& name) {
-    const std::string place = Join(libraryFolder, name);
+    const std::string place = Join(modLibrary, name);
     const std::string old = Join(Join(staging, kReplaced), name);
     if (const auto error = files.MakeFolder(Join(staging, kReplaced))) return error;
     if (const auto error = files.Rename(place, old)) return error;
     auto error = MoveKept(files, old, WaitingPlace(staging, name));
     if (!error) error = files.Rename(WaitingPlace(staging, name), place);
-    Ignore(error ? UndoReplacement(files, staging, libraryFolder, name) : files.RemoveTree(old));
+    Ignore(error ? UndoReplacement(files, staging, modLibrary, name) : files.RemoveTree(old));
     return error;
 }
 
-std::error_code RecoverMods(FileSystem& files, const std::string& staging, const std::string& libraryFolder) {
-    if (const auto error = UndoReplacements(files, staging, libraryFolder)) return error;
+std::error_code RecoverMods(FileSystem& files, const std::string& staging, const std::string& modLibrary) {
+    if (const auto error = UndoReplacements(files, staging, modLibrary)) return error;
     const auto error = files.RemoveTree(staging);
     return error == std::errc::no_such_file_or_directory ? std::error_code{} : error;
 }
 
-void RecoverMods(FileSystem& files, const std::string& libraryFolder) {
-    for (const std::string& staging : StagingPlaces(files, libraryFolder))
-        Ignore(RecoverMods(files, staging, libraryFolder));
+void RecoverMods(FileSystem& files, const std::string& modLibrary) {
+    for (const std::string& staging : StagingPlaces(files, modLibrary))
+        Ignore(RecoverMods(files, staging, modLibrary));
 }
 
 } // namespace quillbay

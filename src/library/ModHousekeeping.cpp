@@ -62,8 +62,7 @@ std::optional<std::string> FindMount(const FileSystem& files, const std::string&
 
 } // namespace
 
-NewFolderOutcome CheckModName(const FileSystem& files, std::string_view libraryFolder,
-                              std::string_view name) {
+NewFolderOutcome CheckModName(const FileSystem& files, std::string_view modLibrary, std::string_view name) {
     const NameFault fault = FindNameFault(name);
     if (fault == NameFault::Character) return NewFolderOutcome::InvalidCharacter;
     // The list could not show these names as mods.
@@ -71,17 +70,17 @@ NewFolderOutcome CheckModName(const FileSystem& files, std::string_view libraryF
         name.starts_with(kLeftoverPrefix))
         return NewFolderOutcome::InvalidName;
     if (fault == NameFault::TooLong) return NewFolderOutcome::Failed;
-    const auto found = files.Stat(Join(libraryFolder, name));
+    const auto found = files.Stat(Join(modLibrary, name));
     if (found) return NewFolderOutcome::Exists;
     // A look-up that failed does not say that the name is free: it may be there in another letter case.
     const bool isMissing = found.Error() == std::errc::no_such_file_or_directory;
     return isMissing ? NewFolderOutcome::Made : NewFolderOutcome::Failed;
 }
 
-NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view libraryFolder, std::string_view name) {
-    const auto outcome = CheckModName(files, libraryFolder, name);
+NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view modLibrary, std::string_view name) {
+    const auto outcome = CheckModName(files, modLibrary, name);
     if (outcome != NewFolderOutcome::Made) return outcome;
-    return files.MakeFolder(Join(libraryFolder, name)) ? NewFolderOutcome::Failed : NewFolderOutcome::Made;
+    return files.MakeFolder(Join(modLibrary, name)) ? NewFolderOutcome::Failed : NewFolderOutcome::Made;
 }
 
 SubfolderResult MakeSubfolders(FileSystem& files, const std::string& modFolder) {
@@ -108,16 +107,15 @@ std::size_t RemoveSubfolders(FileSystem& files, const std::string& modFolder) {
 }
 
 RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirectory,
-                          std::string_view libraryFolder, const std::vector<ModRow>& rows,
-                          const ModPath& mod) {
-    const std::string modFolder = Join(libraryFolder, mod.text);
+                          std::string_view modLibrary, const std::vector<ModRow>& rows, const ModPath& mod) {
+    const std::string modFolder = Join(modLibrary, mod.text);
     if (IsLinkItself(files, modFolder)) return RemovalState::Free;
     if (CheckGameDirectory(files, gameDirectory, modFolder) == GameDirectoryState::InsideMods)
         return RemovalState::HoldsGame;
     const std::string inside = mod.text + '\\';
     for (const ModRow& row : rows) {
         if (row.path != mod && !row.path.text.starts_with(inside)) continue;
-        const std::string folder = Join(libraryFolder, row.path.text);
+        const std::string folder = Join(modLibrary, row.path.text);
         if (IsInstalled(files, folder) && !IsLinkItself(files, folder)) return RemovalState::LosesBackup;
     }
     return RemovalState::Free;

@@ -22,11 +22,11 @@ enum class NewFolderOutcome {
 };
 
 /// What MakeModFolder would answer; Made when nothing but the disk can prevent it.
-NewFolderOutcome CheckModName(const FileSystem& files, std::string_view libraryFolder, std::string_view name);
+NewFolderOutcome CheckModName(const FileSystem& files, std::string_view modLibrary, std::string_view name);
 
 /// Makes an empty mod folder. The names that Windows refuses or changes are refused on every system, so that
 /// a library can move from one to the other; nothing is made then.
-NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view libraryFolder, std::string_view name);
+NewFolderOutcome MakeModFolder(FileSystem& files, std::string_view modLibrary, std::string_view name);
 
 struct SubfolderResult {
     std::size_t made = 0;
@@ -51,8 +51,7 @@ enum class RemovalState {
 
 /// What the user must know before the mod is removed. `rows` is the whole list; the mod is on it.
 RemovalState CheckRemoval(const FileSystem& files, std::string_view gameDirectory,
-                          std::string_view libraryFolder, const std::vector<ModRow>& rows,
-                          const ModPath& mod);
+                          std::string_view modLibrary, const std::vector<ModRow>& rows, const ModPath& mod);
 
 struct RemovalResult {
     std::error_code error; ///< the first reason why something stays; none when all is gone

@@ -17,9 +17,9 @@ namespace {
 
 constexpr std::string_view kUnpacked = "in"; ///< in the staging folder
 
-bool Overlaps(const FileSystem& files, const std::string& folder, const std::string& libraryFolder) {
+bool Overlaps(const FileSystem& files, const std::string& folder, const std::string& modLibrary) {
     const auto real = files.RealPath(folder);
-    const auto mods = files.RealPath(libraryFolder);
+    const auto mods = files.RealPath(modLibrary);
     return real && mods && (IsSameOrInside(*real, *mods) || IsSameOrInside(*mods, *real));
 }
 
@@ -33,13 +33,13 @@ bool IsAnyInstalled(const FileSystem& files, const std::string& modFolder) {
 
 } // namespace
 
-ModIntake::ModIntake(FileSystem& files, ArchiveOpener openArchive, std::string libraryFolder,
+ModIntake::ModIntake(FileSystem& files, ArchiveOpener openArchive, std::string modLibrary,
                      std::string gameDirectory)
-    : files_(files), openArchive_(openArchive), libraryFolder_(std::move(libraryFolder)),
+    : files_(files), openArchive_(openArchive), modLibrary_(std::move(modLibrary)),
       gameDirectory_(std::move(gameDirectory)) {}
 
 ModIntake::~ModIntake() {
-    if (!staging_.empty()) Ignore(RecoverMods(files_, staging_, libraryFolder_));
+    if (!staging_.empty()) Ignore(RecoverMods(files_, staging_, modLibrary_));
 }
 
 IntakeFailure ModIntake::Unpack(const std::string& path, const IntakeLimits& limits,
@@ -47,7 +47,7 @@ IntakeFailure ModIntake::Unpack(const std::string& path, const IntakeLimits& lim
     const auto info = files_.Stat(path);
     if (!info) return {IntakeProblem::Unreadable, info.Error(), path};
     const bool isFolder = info->kind == EntryKind::Folder;
-    if (isFolder && Overlaps(files_, path, libraryFolder_)) return {IntakeProblem::InsideLibrary, {}, {}};
+    if (isFolder && Overlaps(files_, path, modLibrary_)) return {IntakeProblem::InsideLibrary, {}, {}};
     const auto source = isFolder ? OpenFolder(files_, path) : openArchive_(files_, path);
     if (!source) return {IntakeProblem::Unreadable, source.Error(), {}};
     if (auto failure = MakeStaging()) return failure;
@@ -66,8 +66,8 @@ IntakeFailure ModIntake::Unpack(const std::string& path, const IntakeLimits& lim
 /// Makes the staging folder, which must be empty: what an earlier run has left there must not get into a mod.
 IntakeFailure ModIntake::MakeStaging() {
     IntakeFailure failure;
-    for (const std::string& place : StagingPlaces(files_, libraryFolder_)) {
-        auto error = RecoverMods(files_, place, libraryFolder_);
+    for (const std::string& place : StagingPlaces(files_, modLibrary_)) {
+        auto error = RecoverMods(files_, place, modLibrary_);
         if (!error) error = files_.MakeFolder(place);
         if (!error) {
             staging_ = place;
@@ -80,7 +80,7 @@ IntakeFailure ModIntake::MakeStaging() {
 }
 
 ModPlace ModIntake::FindPlace(std::string_view name) const {
-    switch (CheckModName(files_, libraryFolder_, name)) {
+    switch (CheckModName(files_, modLibrary_, name)) {
     case NewFolderOutcome::Made:
         return ModPlace::Free;
     case NewFolderOutcome::InvalidName:
@@ -91,7 +91,7 @@ ModPlace ModIntake::FindPlace(std::string_view name) const {
     case NewFolderOutcome::Exists:
         break;
     }
-    const std::string place = Join(libraryFolder_, name);
+    const std::string place = Join(modLibrary_, name);
     const auto info = files_.Stat(place);
     const bool isOwnFolder = info && info->kind == EntryKind::Folder && !info->isLink && !info->isMount;
     if (!isOwnFolder || CheckGameDirectory(files_, gameDirectory_, place) == GameDirectoryState::InsideMods)
@@ -110,7 +110,7 @@ std::error_code ModIntake::MovePapers(const NewMod& mod, Waiting& waiting) {
 }
 
 std::error_code ModIntake::ReplaceBy(std::string& place, PlacedMod& placed) {
-    const std::string old = Join(libraryFolder_, placed.name);
+    const std::string old = Join(modLibrary_, placed.name);
     const auto info = files_.Stat(old);
     if (!info) return info.Error();
     placed.name = info->name;
@@ -120,7 +120,7 @@ std::error_code ModIntake::ReplaceBy(std::string& place, PlacedMod& placed) {
     if (place != waiting)
         if (const auto error = files_.Rename(place, waiting)) return error;
     place = std::move(waiting);
-    return ReplaceMod(files_, staging_, libraryFolder_, placed.name);
+    return ReplaceMod(files_, staging_, modLibrary_, placed.name);
 }
 
 PlacedMod ModIntake::Place(std::size_t mod, const std::string& name, bool replace) {
@@ -129,7 +129,7 @@ PlacedMod ModIntake::Place(std::size_t mod, const std::string& name, bool replac
     placed.error = MovePapers(layout_.mods[mod], waiting);
     if (placed.error) return placed;
     placed.error =
-        replace ? ReplaceBy(waiting.place, placed) : files_.Rename(waiting.place, Join(libraryFolder_, name));
+        replace ? ReplaceBy(waiting.place, placed) : files_.Rename(waiting.place, Join(modLibrary_, name));
     return placed;
 }
 

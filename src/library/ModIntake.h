@@ -32,7 +32,7 @@ struct PlacedMod {
 class ModIntake {
 public:
     /// `files` must outlive it.
-    ModIntake(FileSystem& files, ArchiveOpener openArchive, std::string libraryFolder,
+    ModIntake(FileSystem& files, ArchiveOpener openArchive, std::string modLibrary,
               std::string gameDirectory);
     ModIntake(const ModIntake&) = delete;
     ModIntake& operator=(const ModIntake&) = delete;
@@ -60,7 +60,7 @@ private:
 
     FileSystem& files_;
     ArchiveOpener openArchive_;
-    std::string libraryFolder_;
+    std::string modLibrary_;
     std::string gameDirectory_;
     std::string staging_; ///< empty before it is made
     ModLayout layout_;

@@ -45,7 +45,7 @@ std::vector<InstalledMod>::iterator FindOwn(const FileSystem& files, const ModJo
     const auto respelled = std::ranges::find_if(
         mods, [&](const InstalledMod& mod) { return EqualFolded(mod.path.text, job.mod.text); });
     if (respelled == mods.end()) return respelled;
-    const auto rows = ScanModLibrary(files, job.libraryFolder);
+    const auto rows = ScanModLibrary(files, job.modLibrary);
     return std::ranges::find(rows, job.mod, &ModRow::path) == rows.end() ? respelled : mods.end();
 }
 
@@ -76,7 +76,7 @@ std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, con
 }
 
 void FindRefusal(const FileSystem& files, const KnownFolders& foldersInMod, JobPlan& plan) {
-    const auto library = files.RealPath(plan.job.libraryFolder).ValueOr({});
+    const auto library = files.RealPath(plan.job.modLibrary).ValueOr({});
     plan.refused = FindWayIntoGame(files, plan.modFolder, foldersInMod, library, plan.job.gameDirectory);
     if (plan.refused.empty()) plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
     if (!plan.refused.empty()) {
@@ -118,15 +118,15 @@ bool IsSameOrInside(std::string_view path, std::string_view folder) {
 }
 
 std::string ModJob::FolderInLibrary() const {
-    return mod.Empty() ? std::string() : Join(libraryFolder, mod.text);
+    return mod.Empty() ? std::string() : Join(modLibrary, mod.text);
 }
 
 GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view gameDirectory,
-                                      std::string_view libraryFolder) {
+                                      std::string_view modLibrary) {
     if (!IsExistingFolder(files, gameDirectory)) return GameDirectoryState::Missing;
     const auto game = files.RealPath(gameDirectory);
     if (!game) return GameDirectoryState::Missing;
-    const auto mods = files.RealPath(libraryFolder);
+    const auto mods = files.RealPath(modLibrary);
     if (mods && IsSameOrInside(*game, *mods)) return GameDirectoryState::InsideMods;
     return GameDirectoryState::Usable;
 }
@@ -140,7 +140,7 @@ void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobP
     plan.gameFolders = ListExisting(files, plan.job.gameDirectory, Detail::Names, plan.failure);
     if (plan.failure) return;
     const auto& ownEntries = foldersInMod.back().front().entries;
-    auto library = ListInstalledMods(files, job.libraryFolder, {job.mod, ownEntries}, plan.failure);
+    auto library = ListInstalledMods(files, job.modLibrary, {job.mod, ownEntries}, plan.failure);
     plan.leftoverFolders = std::move(library.leftovers);
     plan.otherMods = std::move(library.mods);
     if (const auto own = FindOwn(files, job, plan.otherMods); own != plan.otherMods.end()) {

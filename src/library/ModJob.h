@@ -18,10 +18,10 @@ namespace quillbay {
 
 struct ModJob {
     std::string gameDirectory;
-    std::string libraryFolder;
+    std::string modLibrary; ///< the folder that holds all mods
     ModPath mod;
 
-    /// `libraryFolder` joined with the mod path; empty for no mod, so that nothing ever takes the whole
+    /// `modLibrary` joined with the mod path; empty for no mod, so that nothing ever takes the whole
     /// library.
     std::string FolderInLibrary() const;
 };
@@ -33,7 +33,7 @@ enum class GameDirectoryState {
 };
 
 GameDirectoryState CheckGameDirectory(const FileSystem& files, std::string_view gameDirectory,
-                                      std::string_view libraryFolder);
+                                      std::string_view modLibrary);
 
 /// The folder or file by which a mod leads into the game, or the game lies in the mod; empty when nothing
 /// does. Real paths are compared: `game`, `library` and `modFolder` are such, `foldersInMod` is the mod's

@@ -53,8 +53,8 @@ void AddAddonRows(const FileSystem& files, const ModPath& mod, const std::string
     }
 }
 
-std::vector<std::string> ModNames(const FileSystem& files, std::string_view libraryFolder, ModOrder order) {
-    const auto entries = files.List(libraryFolder, Detail::Names);
+std::vector<std::string> ModNames(const FileSystem& files, std::string_view modLibrary, ModOrder order) {
+    const auto entries = files.List(modLibrary, Detail::Names);
     if (!entries) return {};
     std::vector<std::string> mods = FolderNames(*entries);
     if (order == ModOrder::ByName) std::sort(mods.begin(), mods.end(), LessFolded);
@@ -69,10 +69,10 @@ std::string_view DisplayName(std::string_view row) {
     return IsAddonRow(row) ? row.substr(kAddonIndent.size()) : row;
 }
 
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view libraryFolder, ModOrder order) {
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modLibrary, ModOrder order) {
     std::vector<ModRow> rows;
     ModPath mod;
-    for (std::string& name : ModNames(files, libraryFolder, order)) {
+    for (std::string& name : ModNames(files, modLibrary, order)) {
         // The row of a mod whose name begins with four blanks reads as an addon of the mod above. Its own
         // addons would read so as well, and are not listed.
         if (IsAddonRow(name)) {
@@ -80,7 +80,7 @@ std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view lib
             rows.push_back({std::move(name), std::move(path)});
             continue;
         }
-        const std::string folder = Join(libraryFolder, name);
+        const std::string folder = Join(modLibrary, name);
         const auto entries = ListMod(files, folder);
         mod = PathOfModRow(name);
         rows.push_back({std::move(name), mod, !mod.Empty() && FindBackup(entries)});
@@ -102,9 +102,9 @@ bool PrepareLibraryFolder(FileSystem& files, std::string_view programDirectory) 
     return false;
 }
 
-bool ModExists(const FileSystem& files, std::string_view libraryFolder, const ModPath& mod) {
+bool ModExists(const FileSystem& files, std::string_view modLibrary, const ModPath& mod) {
     const auto isSpelled = [&](std::string_view path) {
-        return IsFolderSpelled(files, Join(libraryFolder, path));
+        return IsFolderSpelled(files, Join(modLibrary, path));
     };
     const std::string_view top = std::string_view(mod.text).substr(0, mod.text.find('\\'));
     return !mod.Empty() && isSpelled(top) && (top == mod.text || isSpelled(mod.text));

@@ -49,19 +49,19 @@ enum class ModOrder {
     AsListed,
 };
 
-/// The rows of the library: a row for each folder of `libraryFolder`, with the folders in its `Addon` folder
+/// The rows of the library: a row for each folder of `modLibrary`, with the folders in its `Addon` folder
 /// below it (the last one listed first). Each folder is listed once; those that cannot be listed give no
 /// rows. Without any mod the result is empty; the placeholder is the list's business.
-std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view libraryFolder,
+std::vector<ModRow> ScanModLibrary(const FileSystem& files, std::string_view modLibrary,
                                    ModOrder order = ModOrder::ByName);
 
-/// Makes `libraryFolder` when it is missing and gives it its lower-case name; on a system where `Mods` and
+/// Makes `modLibrary` when it is missing and gives it its lower-case name; on a system where `Mods` and
 /// `mods` can both exist, `mods` is used and nothing is merged or renamed. True when it was made.
 bool PrepareLibraryFolder(FileSystem& files, std::string_view programDirectory);
 
 /// True when the folder of the mod is there in exactly this spelling: in another letter case it may be
 /// another mod.
-bool ModExists(const FileSystem& files, std::string_view libraryFolder, const ModPath& mod);
+bool ModExists(const FileSystem& files, std::string_view modLibrary, const ModPath& mod);
 
 /// `programDirectory\mods`
 std::string LibraryFolder(std::string_view programDirectory);

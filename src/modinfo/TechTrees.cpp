@@ -24,10 +24,10 @@ constexpr Option kOptions[] = {
 
 } // namespace
 
-TechTrees FindTechTrees(const FileSystem& files, std::string_view libraryFolder, const ModPath& mod) {
+TechTrees FindTechTrees(const FileSystem& files, std::string_view modLibrary, const ModPath& mod) {
     std::vector<DirEntry> entries;
     if (!mod.Empty())
-        entries = files.List(Join(Join(libraryFolder, mod.text), "techtree"), Detail::Names).ValueOr({});
+        entries = files.List(Join(Join(modLibrary, mod.text), "techtree"), Detail::Names).ValueOr({});
     TechTrees trees;
     for (const Option& option : kOptions) {
         const bool isThere = std::any_of(entries.begin(), entries.end(), [&](const DirEntry& entry) {

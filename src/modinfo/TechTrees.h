@@ -16,6 +16,6 @@ struct TechTrees {
 
 /// Which options the mod brings: by the names of the plain files in its `techtree` folder, in any letter
 /// case. An empty path, and a folder that is missing or cannot be read, make all of them unavailable.
-TechTrees FindTechTrees(const FileSystem& files, std::string_view libraryFolder, const ModPath& mod);
+TechTrees FindTechTrees(const FileSystem& files, std::string_view modLibrary, const ModPath& mod);
 
 } // namespace quillbay

@@ -184,13 +184,13 @@ TEST_F(BetweenCommandsTest, ABackupThatCannotBeMovedEndsByItsRecordAndARunOfFail
 
     // What was in use is swept when the list is made anew.
     EXPECT_TRUE(lab.Uninstall(files, "M").backupNotRemoved);
-    const auto rows = ScanModLibrary(lab.Files(), lab.Job("M").libraryFolder);
-    SweepGivenUpBackups(files, lab.Job("M").libraryFolder, rows);
+    const auto rows = ScanModLibrary(lab.Files(), lab.Job("M").modLibrary);
+    SweepGivenUpBackups(files, lab.Job("M").modLibrary, rows);
     EXPECT_TRUE(lab.Installed("M"));
-    SweepGivenUpBackups(lab.Files(), lab.Job("M").libraryFolder, rows);
+    SweepGivenUpBackups(lab.Files(), lab.Job("M").modLibrary, rows);
     EXPECT_FALSE(lab.Installed("M"));
     lab.Install("M");
-    SweepGivenUpBackups(lab.Files(), lab.Job("M").libraryFolder, rows);
+    SweepGivenUpBackups(lab.Files(), lab.Job("M").modLibrary, rows);
     EXPECT_TRUE(lab.Installed("M")) << "a Backup that is needed stays";
 }
 

@@ -45,7 +45,7 @@ TEST_F(InstallTest, ALibraryInTheGamesFolderIsNoPartOfTheGame) {
     lab.Make({"game/odf/a.odf", "game/Quillbay/mods/M/odf/a.odf"});
     const auto before = lab.State("game");
     ModJob job = lab.Job("M");
-    job.libraryFolder = job.gameDirectory + "\\Quillbay\\mods";
+    job.modLibrary = job.gameDirectory + "\\Quillbay\\mods";
     EXPECT_EQ(RunInstall(lab.Files(), PlanInstall(lab.Files(), job), {}).installed, 1u);
     EXPECT_EQ(lab.Read("game").at("odf/a.odf"), "game/Quillbay/mods/M/odf/a.odf");
     EXPECT_EQ(RunUninstall(lab.Files(), PlanUninstall(lab.Files(), job), {}).restored, 1u);

@@ -180,9 +180,9 @@ void MakeLooseFiles(const fs::path& folder, std::size_t count, std::size_t defin
     }
 }
 
-void MakeLibrary(const fs::path& libraryFolder, std::size_t mods, std::size_t addons) {
+void MakeLibrary(const fs::path& modLibrary, std::size_t mods, std::size_t addons) {
     for (std::size_t number = 0; number < mods; ++number) {
-        const fs::path mod = libraryFolder / FileName(number, " mod");
+        const fs::path mod = modLibrary / FileName(number, " mod");
         WriteSome(mod, "odf\\ships\\", number, number + 1, number);
         if (number < addons) {
             WriteSome(mod / "Addon" / FileName(number, " extra"), "odf\\weapons\\", number, number, number);

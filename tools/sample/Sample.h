@@ -15,7 +15,7 @@ void MakeGame(const std::filesystem::path& game, std::size_t files, std::uint64_
 void MakeReplacingMod(const std::filesystem::path& game, const std::filesystem::path& mod);
 
 /// A library of `mods` mods with a few files each, the first `addons` of them with an addon.
-void MakeLibrary(const std::filesystem::path& libraryFolder, std::size_t mods, std::size_t addons);
+void MakeLibrary(const std::filesystem::path& modLibrary, std::size_t mods, std::size_t addons);
 
 /// `count` small object definitions without errors in `folder`, all spread over the folders that a game has
 /// for them when `spread`, else directly in it.

@@ -70,7 +70,7 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
         return std::nullopt;
     }
     ModJob job{main_.GameDirectory, LibraryFolder(main_.ProgramDirectory), row->path};
-    if (!HasGame(window_, CheckGameDirectory(files_, job.gameDirectory, job.libraryFolder))) {
+    if (!HasGame(window_, CheckGameDirectory(files_, job.gameDirectory, job.modLibrary))) {
         return std::nullopt;
     }
     displayName = ToQString(DisplayName(row->text));
@@ -79,7 +79,7 @@ std::optional<ModJob> InstallCommands::JobForSelection(QString& displayName) {
 
 bool InstallCommands::ModStillThere(const ModJob& job, BusyGuard& busy) {
     main_.RefreshModList({.keepControls = true, .keepDetails = true});
-    if (ModExists(files_, job.libraryFolder, job.mod)) return true;
+    if (ModExists(files_, job.modLibrary, job.mod)) return true;
     // The list has selected another mod meanwhile.
     main_.ShowModDetails();
     busy.ShowArrow();
@@ -187,10 +187,10 @@ void InstallCommands::UninstallAll(QWidget& asking) {
     UninstallSummary summary;
     {
         BusyGuard busy(controls_.uninstall, {&controls_.uninstallItem});
-        const std::string libraryFolder = LibraryFolder(main_.ProgramDirectory);
-        if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, libraryFolder))) return;
+        const std::string modLibrary = LibraryFolder(main_.ProgramDirectory);
+        if (!HasGame(&asking, CheckGameDirectory(files_, main_.GameDirectory, modLibrary))) return;
         ReadFailure failure;
-        const auto mods = ListNewestFirst(files_, libraryFolder, failure);
+        const auto mods = ListNewestFirst(files_, modLibrary, failure);
         if (failure)
             return ShowError(
                 &asking, WithPath(QStringLiteral("Nothing was uninstalled, because this could not be read."),

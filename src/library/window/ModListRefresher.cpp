@@ -59,9 +59,9 @@ void ModListRefresher::RefreshModList(const RefreshOptions& options) {
             CountGameFiles();
             busy->SetCaption(QStringLiteral("Refresing mod list"));
         }
-        const auto libraryFolder = LibraryFolder(main_.ProgramDirectory);
-        auto rows = ScanModLibrary(files_, libraryFolder);
-        if (SweepGivenUpBackups(files_, libraryFolder, rows)) rows = ScanModLibrary(files_, libraryFolder);
+        const auto modLibrary = LibraryFolder(main_.ProgramDirectory);
+        auto rows = ScanModLibrary(files_, modLibrary);
+        if (SweepGivenUpBackups(files_, modLibrary, rows)) rows = ScanModLibrary(files_, modLibrary);
         ShowRows(rows);
     }
     emit main_.Signals.ModListRebuilt();
