@@ -168,6 +168,14 @@ const DirEntry* FileOwners::FindSaved(Mod& mod, std::size_t position, std::strin
     return copy && IsReplaceable(*copy) ? copy : nullptr;
 }
 
+const InstalledMod* FileOwners::FindSaver(std::size_t position, std::string_view name, ReadFailure& failure) {
+    const InstalledMod* last = nullptr;
+    for (const auto& mod : mods_)
+        if (FindSaved(*mod, position, name, failure) && (!last || mod->mod.order > last->order))
+            last = &mod->mod;
+    return last;
+}
+
 bool FileOwners::IsSaved(LookedAtFile& file, std::size_t position, std::string_view name) {
     ReadFailure ignored; // what is not found saved is kept once more
     return std::ranges::any_of(mods_, [&](const auto& mod) {

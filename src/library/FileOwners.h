@@ -73,6 +73,9 @@ public:
                                           std::int64_t after = -1);
     /// The same by size and time alone.
     const InstalledMod* GuessOwner(LookedAtFile& file, std::size_t position, std::string_view name);
+    /// The last installed of the mods that have saved something there; null when none has. What cannot be
+    /// read is noted in `failure`.
+    const InstalledMod* FindSaver(std::size_t position, std::string_view name, ReadFailure& failure);
     /// True when one of the mods has saved there what the file holds.
     bool IsSaved(LookedAtFile& file, std::size_t position, std::string_view name);
 

@@ -48,8 +48,9 @@ struct RecordedFile {
     /// The number of the installation that saved what the game had there; 0 when none has. The copy can be a
     /// version of another mod only when that was installed before.
     std::int64_t saved = 0;
-    /// The place in the order of the mod, installed later, whose file this mod has replaced without saving
-    /// it; 0 when there is none. What that mod has saved is what comes back when both are gone.
+    /// The place in the order of the mod whose file this mod has replaced without saving it, since that was
+    /// installed later or is missing in the game; 0 when there is none. What that mod has saved is what comes
+    /// back when both are gone.
     std::int64_t over = 0;
     std::vector<FileVersion>
         versions; ///< every one that was ever installed, the present one last; never empty

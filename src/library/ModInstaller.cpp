@@ -35,7 +35,7 @@ public:
         } else {
             SweepLeftovers(files_, plan_);
             record_.ReadAhead();
-            if (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup()) Install();
+            if (NoteMissing() && (plan_.installed ? SaveIntoBackup() : SaveIntoNewBackup())) Install();
         }
         result_.kept = guard_.Kept();
         for (const auto& [mod, files] : guard_.ReplacedOfOthers())
@@ -85,6 +85,24 @@ private:
     /// Saving ends when what will come into the game has been read, too.
     void ReportSaving(std::size_t done, std::size_t toSave) const {
         Report(JobPhase::Saving, done, toSave + plan_.items.size());
+    }
+
+    /// Where the game has no file although another mod has saved one, that mod's was taken out with a third
+    /// mod's over it. What it has saved is what this mod's file stands for.
+    bool NoteMissing() {
+        ReadFailure failure;
+        for (std::size_t i = 0; i < plan_.items.size() && !failure; ++i) {
+            const auto& place = plan_.items[i].place;
+            if (!place.gamePath.empty() || !place.savedPath.empty() || IsBelow(place)) continue;
+            const auto* saver = guard_.Owners().FindSaver(place.position, place.name, failure);
+            if (saver) over_[i] = saver->order;
+        }
+        return !failure || Stop(InstallOutcome::Unreadable, failure.path, failure.error);
+    }
+
+    /// A file of the mod that was there before has its place below those that were installed later.
+    static bool IsBelow(const GamePlace& place) {
+        return place.recorded && place.recorded->state != RecordedState::GivenBack;
     }
 
     /// The first installation: everything that will be replaced goes into a folder which then, whole, becomes
@@ -145,9 +163,7 @@ private:
             if (*later) {
                 ++result_.replaced[std::string((*later)->Name())];
                 notSaved.push_back(&place);
-                // A file that was there before has its place below that mod's.
-                const bool isBelow = place.recorded && place.recorded->state != RecordedState::GivenBack;
-                if (!isBelow) over_[i] = (*later)->order;
+                if (!IsBelow(place)) over_[i] = (*later)->order;
             } else {
                 toSave.push_back(i);
             }

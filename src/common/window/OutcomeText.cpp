@@ -16,29 +16,22 @@ OutcomeText& OutcomeText::Count(std::size_t files, const QString& what) {
     return *this;
 }
 
-OutcomeText& OutcomeText::Files(const std::vector<std::string>& files, const QString& what) {
-    return Files(files, files.size(), what);
-}
-
-OutcomeText& OutcomeText::Files(const std::vector<std::string>& first, std::size_t total,
-                                const QString& what) {
-    if (total == 0) return *this;
-    Count(total, what);
+OutcomeText& OutcomeText::Files(const std::vector<std::string>& files, const QString& what,
+                                std::size_t unnamed) {
+    if (files.empty()) return *this;
+    Count(files.size() + unnamed, what);
     return Note(counts_.back() + QStringLiteral(":\n") +
-                Names(first, total, kMostNamedFiles, QStringLiteral("\n")));
+                Names(files, kMostNamedFiles, QStringLiteral("\n"), unnamed));
 }
 
-QString OutcomeText::Names(const std::vector<std::string>& files, std::size_t most, const QString& between) {
-    return Names(files, files.size(), most, between);
-}
-
-QString OutcomeText::Names(const std::vector<std::string>& first, std::size_t total, std::size_t most,
-                           const QString& between) {
+QString OutcomeText::Names(const std::vector<std::string>& files, std::size_t most, const QString& between,
+                           std::size_t unnamed) {
     QStringList names;
-    const std::size_t named = std::min(first.size(), most);
+    const std::size_t named = std::min(files.size(), most);
     for (std::size_t at = 0; at < named; ++at)
-        names << ShownPath(first[at]);
-    if (named < total) names << QStringLiteral("and %1 more").arg(total - named);
+        names << ShownPath(files[at]);
+    if (const auto others = files.size() + unnamed - named; others > 0)
+        names << QStringLiteral("and %1 more").arg(others);
     return names.join(between);
 }
 

@@ -20,10 +20,9 @@ public:
 
     /// `what` says what was done to the files, for example "copied". A count of 0 is not mentioned.
     OutcomeText& Count(std::size_t files, const QString& what);
-    /// The same, and the tool tip names the files.
-    OutcomeText& Files(const std::vector<std::string>& files, const QString& what);
-    /// The same where only the first of `total` files are known, at least kMostNamedFiles of them.
-    OutcomeText& Files(const std::vector<std::string>& first, std::size_t total, const QString& what);
+    /// The same, and the tool tip names the files. `unnamed` counts those behind them whose names nobody
+    /// kept.
+    OutcomeText& Files(const std::vector<std::string>& files, const QString& what, std::size_t unnamed = 0);
     /// Among the counts, as it stands; not mentioned when `what` is empty.
     OutcomeText& Phrase(const QString& what, const QString& done);
     /// A second sentence, without its final point.
@@ -37,12 +36,10 @@ public:
 
     static constexpr std::size_t kMostNamedFiles = 15;
     /// The first files, and how many more there are.
-    static QString Names(const std::vector<std::string>& files, std::size_t most, const QString& between);
+    static QString Names(const std::vector<std::string>& files, std::size_t most, const QString& between,
+                         std::size_t unnamed = 0);
 
 private:
-    static QString Names(const std::vector<std::string>& first, std::size_t total, std::size_t most,
-                         const QString& between);
-
     QString beginning_;
     QStringList counts_;
     QStringList sentences_;

@@ -218,7 +218,8 @@ OutcomeText Describe(const InstallResult& result, const QString& name) {
     const auto& back = result.givenBack;
     OutcomeText text(name + QStringLiteral(" is installed"));
     static_assert(kNamedFiles >= OutcomeText::kMostNamedFiles);
-    text.Files(result.firstInstalled, result.installed, QStringLiteral("copied"))
+    text.Files(result.firstInstalled, QStringLiteral("copied"),
+               result.installed - result.firstInstalled.size())
         .Count(result.saved, QStringLiteral("of the game's saved"))
         .Phrase(OfOthers(result.replaced), QStringLiteral(" replaced"))
         .Count(back.restored + back.deleted, QStringLiteral("of its former version given back"))
