@@ -54,13 +54,15 @@ bool AwaitNoWindow(const std::wstring& title) {
     return Await([&] { return FindShownWindow(title) == nullptr; });
 }
 
-/// Until the program answers, which a busy one does not, and has painted the window.
+/// Until the program answers, which a busy one does not, and has painted the window. The window may be
+/// another one than a moment ago: an installer that checks itself first shows that under the same title.
 bool AwaitAnswer(const std::wstring& title) {
-    const HWND window = FindShownWindow(title);
-    const auto patienceMs = std::chrono::duration_cast<std::chrono::milliseconds>(kPatience).count();
-    return window &&
-           SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(patienceMs), nullptr) &&
-           Await([&] { return !GetUpdateRect(window, nullptr, FALSE); });
+    constexpr UINT kSoonMs = 1000;
+    return Await([&] {
+        const HWND window = FindShownWindow(title);
+        return window && SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, kSoonMs, nullptr) &&
+               !GetUpdateRect(window, nullptr, FALSE);
+    });
 }
 
 void SendKey(WORD key, bool up) {
