@@ -6,7 +6,6 @@
 #include "support/TempFolder.h"
 
 #include <chrono>
-#include <random>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -254,40 +253,6 @@ TEST(PosixLauncherFilesTest, GiveTheirFoldersInEveryForm) {
     EXPECT_EQ(SteamLibraries(kOldForm), (Texts{"/mnt/Games", "/plain"}));
     EXPECT_EQ(JsonTexts(kJson, "winePrefix"), (Texts{"/pä🚀/q\"r", "/two"}));
     EXPECT_EQ(YamlTexts(kYaml, "prefix"), (Texts{"/a/b c", "it's: long", "/Ü \"x\" y", ""}));
-}
-
-TEST(PosixLauncherFilesTest, AnyDamageIsSurvivedAndKeepsWhatStandsBeforeIt) {
-    const auto readSteam = [](std::string_view text) { return SteamLibraries(text); };
-    const auto readJson = [](std::string_view text) { return JsonTexts(text, "winePrefix"); };
-    const auto readYaml = [](std::string_view text) { return YamlTexts(text, "prefix"); };
-    using Reader = Texts (*)(std::string_view);
-    // The first text stands whole before `safe`.
-    const struct {
-        Reader read;
-        const std::string& text;
-        std::string_view safe;
-    } kinds[] = {{readSteam, kNewForm, "label"},
-                 {readSteam, kOldForm, "2 /plain"},
-                 {readJson, kJson, "other"},
-                 {readYaml, kYaml, "prefix_of"}};
-    std::mt19937 random(5);
-    for (const auto& [read, text, safe] : kinds) {
-        const auto intact = text.find(safe);
-        const std::string first = read(text).front();
-        for (int round = 0; round < 2'000; ++round) {
-            std::string damaged = text;
-            for (int i = 0; i <= round % 7; ++i)
-                damaged[intact + random() % (text.size() - intact)] = static_cast<char>(random());
-            damaged.resize(damaged.size() - random() % (text.size() - intact));
-            const auto texts = read(damaged);
-            ASSERT_FALSE(texts.empty()) << damaged;
-            ASSERT_EQ(texts.front(), first) << damaged;
-            for (char& c : damaged)
-                c = "\"\\{}:' \nu1p/"[random() % 12];
-            for (const auto& found : read(damaged))
-                ASSERT_LE(found.size(), damaged.size());
-        }
-    }
 }
 
 } // namespace

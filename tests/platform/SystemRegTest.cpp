@@ -61,19 +61,6 @@ TEST(SystemRegTest, WhatIsDamagedOrOfAnotherKindCountsAsAbsent) {
     EXPECT_EQ(Find(kHead + kSection + endless + "\n" + kGood, 1000), "C:\\T2");
 }
 
-TEST(SystemRegTest, AnyDamageInAnyPiecesIsSurvivedAlike) {
-    const std::string text = kHead + kSection32 + "\"INSTALLPATH\"=\"D:\\\\\\x20ac\"\n" + kSection +
-                             "\"a\"=hex:01,\\\n  02\n\"INSTALLPATH\"=\"C:\\\\Games\\0\"\n";
-    std::mt19937 random(11);
-    for (int round = 0; round < 3'000; ++round) {
-        std::string damaged = text;
-        for (int i = 0; i < round % 7; ++i)
-            damaged[random() % damaged.size()] = static_cast<char>(random());
-        damaged.resize(damaged.size() - random() % (damaged.size() / 2 * (round % 2) + 1));
-        ASSERT_EQ(Find(damaged), Find(damaged, 1 + random() % 40)) << damaged;
-    }
-}
-
 OrderedRegResult FindOrdered(std::string_view text, std::size_t piece, std::size_t* bytes = nullptr) {
     const auto pieceAt = [&](std::uint64_t offset) {
         const auto found = text.substr(std::min<std::uint64_t>(offset, text.size()), piece);
