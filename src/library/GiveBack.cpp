@@ -55,9 +55,9 @@ void EndSharing(FileSystem& files, const std::string& copy) {
 }
 
 GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
-                   SavedCopies copies, GiveBackResult& result)
-    : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), copies_(copies),
-      secondPlace_(files), result_(result) {}
+                   GiveBackResult& result)
+    : files_(files), plan_(plan), gameFolders_(gameFolders), guard_(guard), secondPlace_(files),
+      result_(result) {}
 
 bool GiveBack::Delete(const GamePlace& place) {
     if (place.gamePath.empty() || place.gameIsBlocked) return true;
@@ -90,41 +90,51 @@ bool GiveBack::Delete(const GamePlace& place) {
     return true;
 }
 
-bool GiveBack::Restore(const GamePlace& place) {
-    if (const auto error = PutBackUnlessThere(place)) {
-        result_.notRestored.push_back({place.savedPath, error});
-        return false;
+GiveBack::Restored GiveBack::Restore(const GamePlace& place, SavedCopy copy) {
+    const auto restored = PutBackUnlessThere(place, copy);
+    if (!restored) {
+        result_.notRestored.push_back({place.savedPath, restored.Error()});
+        return Restored::No;
     }
     ++result_.restored;
-    return true;
+    return *restored;
 }
 
-std::error_code GiveBack::PutBackUnlessThere(const GamePlace& place) {
-    if (place.gameIsBlocked) return std::make_error_code(std::errc::is_a_directory);
-    if (place.gamePath.empty()) return PutBack(place);
+Result<GiveBack::Restored> GiveBack::PutBackUnlessThere(const GamePlace& place, SavedCopy copy) {
+    if (place.gameIsBlocked) return std::errc::is_a_directory;
+    if (place.gamePath.empty()) return PutBack(place, copy);
     LookedAtFile file(files_, place.gamePath, place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
-    if (own && *own) return PutBack(place);
-    if (IsBackAlready(file, place)) return {};
+    if (own && *own) return PutBack(place, copy);
+    if (IsBackAlready(file, place, copy)) return Restored::Yes;
     if (const auto error = guard_.Secure(file, place)) return error;
-    const auto error = PutBack(place);
-    if (error) guard_.StaysInGame(file);
-    return error;
+    auto restored = PutBack(place, copy);
+    if (!restored) guard_.StaysInGame(file);
+    return restored;
 }
 
-std::error_code GiveBack::PutBack(const GamePlace& place) {
+Result<GiveBack::Restored> GiveBack::PutBack(const GamePlace& place, SavedCopy copy) {
     const auto folder = gameFolders_.Ensure(place.position);
     if (!folder) return folder.Error();
     const auto target = Join(*folder, place.name);
     const bool replaces = !place.gamePath.empty();
-    if (replaces && LastComponent(place.gamePath) != place.name) {
-        if (const auto error = files_.Rename(place.gamePath, target)) return error;
+    std::error_code error;
+    if (replaces && LastComponent(place.gamePath) != place.name &&
+        (error = files_.Rename(place.gamePath, target)))
+        return error;
+    if (copy == SavedCopy::MayLeave) {
+        error =
+            replaces ? files_.RenameOver(place.savedPath, target) : files_.Rename(place.savedPath, target);
+        if (!error) return Restored::ByMoving;
+        if (error != std::errc::cross_device_link) return error;
     }
-    if (copies_ == SavedCopies::MayBeShared) return secondPlace_.Give(place.savedPath, target, replaces);
-    return files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true});
+    error = copy == SavedCopy::Stays
+                ? files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true})
+                : secondPlace_.Give(place.savedPath, target, replaces);
+    return error ? Result<Restored>(error) : Restored::Yes;
 }
 
-bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
+bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place, SavedCopy copy) {
     if (LastComponent(place.gamePath) != place.name) return false;
     if (!place.gameIsLink) {
         if (place.savedIsLink) return false;
@@ -134,7 +144,7 @@ bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place) {
             saved->readOnly != game->readOnly)
             return false;
         // What stays in `Backup` and what is in the game are two files.
-        if (copies_ == SavedCopies::Stay && saved->links > 1) return false;
+        if (copy == SavedCopy::Stays && saved->links > 1) return false;
     }
     const auto same = file.Equals(place.savedPath, place.savedIsLink);
     return same && *same;

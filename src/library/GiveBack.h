@@ -60,18 +60,21 @@ void EndSharing(FileSystem& files, const std::string& copy);
 /// Gives the game what it had before a mod put its files there: saved copies, or nothing.
 class GiveBack {
 public:
-    enum class SavedCopies {
-        MayBeShared, ///< they go when all is done, so that the game gets them as second names without copying
-        Stay,
+    /// What may become of a saved copy that is put back.
+    enum class SavedCopy {
+        Stays,
+        MayBeShared, ///< it goes when all is done: the game gets a second name of it without copying
+        MayLeave,    ///< the record says that it is Leaving
     };
+    enum class Restored { No, Yes, ByMoving };
 
     GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFolders, GameGuard& guard,
-             SavedCopies copies, GiveBackResult& result);
+             GiveBackResult& result);
 
     /// For a place without a saved copy: takes the mod's own file away. False when it may still be there.
     bool Delete(const GamePlace& place);
-    /// For a place with a saved copy: puts that back. True when it is there.
-    bool Restore(const GamePlace& place);
+    /// For a place with a saved copy: puts that back.
+    Restored Restore(const GamePlace& place, SavedCopy copy);
     /// Mods installed later have saved this mod's file where they replaced it. They get what the game gets
     /// now, so that uninstalling them does not bring this mod back. `places` are those that have what they
     /// had. Gives those for which it failed: one of these mods may still bring this mod's file back.
@@ -81,16 +84,15 @@ public:
     bool MayBeModsOwn(const GamePlace& place) const;
 
 private:
-    std::error_code PutBack(const GamePlace& place);
-    std::error_code PutBackUnlessThere(const GamePlace& place);
-    bool IsBackAlready(LookedAtFile& file, const GamePlace& place);
+    Result<Restored> PutBack(const GamePlace& place, SavedCopy copy);
+    Result<Restored> PutBackUnlessThere(const GamePlace& place, SavedCopy copy);
+    bool IsBackAlready(LookedAtFile& file, const GamePlace& place, SavedCopy copy);
     Result<bool> IsInstalledHere(const GamePlace& place, const std::string& copy, std::int64_t savedBy) const;
 
     FileSystem& files_;
     const JobPlan& plan_;
     FolderMaker& gameFolders_;
     GameGuard& guard_;
-    SavedCopies copies_;
     SecondPlace secondPlace_;
     GiveBackResult& result_;
 };

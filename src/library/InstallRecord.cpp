@@ -1,6 +1,8 @@
 #include "library/InstallRecord.h"
 
 #include "library/GameFolders.h"
+#include "library/KnownFolders.h"
+#include "library/ModFiles.h"
 #include "platform/NumberText.h"
 #include "platform/PathText.h"
 
@@ -16,7 +18,7 @@ constexpr std::string_view kGame = "game ";
 constexpr std::string_view kFinished = "finished ";
 constexpr std::string_view kEnd = "end ";
 /// By RecordedState.
-constexpr std::string_view kStates = "+?-";
+constexpr std::string_view kStates = "+?->";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 /// Of a record, in bytes: some five million files.
 constexpr std::size_t kMostBytes = std::size_t{1} << 29;
@@ -122,6 +124,22 @@ std::optional<RecordedFile> ParseFile(std::string_view line, std::size_t likelyP
     return file;
 }
 
+std::error_code SettleLeaving(const FileSystem& files, std::string_view backup, InstallRecord& record) {
+    const auto isLeaving = [](const RecordedFile& file) { return file.state == RecordedState::Leaving; };
+    if (std::ranges::none_of(record.files, isLeaving)) return {};
+    ReadFailure failure;
+    const auto folders = ListKnownFolders(files, backup, Detail::Names, &failure);
+    if (failure) return failure.error;
+    EntryIndex copies(folders);
+    std::erase_if(record.files, [&](RecordedFile& file) {
+        if (!isLeaving(file)) return false;
+        const auto* copy = copies.Find(file.position, file.name);
+        file.state = RecordedState::Uncertain;
+        return !copy || !IsReplaceable(*copy);
+    });
+    return {};
+}
+
 } // namespace
 
 void SetGivenBack(RecordedFile& file, std::int64_t number) {
@@ -135,7 +153,7 @@ void SetBackInGame(RecordedFile& file, std::size_t version) {
     file.versions[version].until = 0;
 }
 
-std::string ToText(const InstallRecord& record) {
+std::string ToText(const InstallRecord& record, const std::vector<bool>& leaving) {
     std::string text(kFirstLine);
     text.reserve(256 + record.files.size() * 160);
     const auto addNumber = [&text](auto number) { text += std::to_string(number); };
@@ -148,8 +166,10 @@ std::string ToText(const InstallRecord& record) {
     (text += '\n') += kFinished;
     addNumber(record.finished);
     text += '\n';
-    for (const auto& file : record.files) {
-        text += kStates[static_cast<std::size_t>(file.state)];
+    for (std::size_t i = 0; i < record.files.size(); ++i) {
+        const auto& file = record.files[i];
+        const auto state = i < leaving.size() && leaving[i] ? RecordedState::Leaving : file.state;
+        text += kStates[static_cast<std::size_t>(state)];
         text += GameFolders[file.position];
         AppendEscaped(text, file.name);
         text += '\t';
@@ -207,7 +227,11 @@ std::optional<InstallRecord> ParseInstallRecord(std::string_view text) {
 
 Result<std::optional<InstallRecord>> ReadInstallRecord(const FileSystem& files, std::string_view backup) {
     const auto text = files.Read(Join(backup, kRecordName), 0, kMostBytes);
-    if (text) return ParseInstallRecord(*text);
+    if (text) {
+        auto record = ParseInstallRecord(*text);
+        const auto error = record ? SettleLeaving(files, backup, *record) : std::error_code();
+        return error ? Result<std::optional<InstallRecord>>(error) : std::move(record);
+    }
     // A folder or a device of that name is no record, as little as none at all.
     for (const auto none : {std::errc::no_such_file_or_directory, std::errc::is_a_directory,
                             std::errc::not_a_directory, std::errc::operation_not_supported})

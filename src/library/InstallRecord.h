@@ -38,6 +38,7 @@ enum class RecordedState {
     Uncertain, ///< it may not have
     GivenBack, ///< what is in the game is not the mod's: the file has left the mod, or another mod's job
                ///< replaced it
+    Leaving,   ///< its saved copy is being moved into the game: where `Backup` has none any more, it is there
 };
 
 /// A file that a mod has put into the game.
@@ -77,14 +78,16 @@ void SetGivenBack(RecordedFile& file, std::int64_t number);
 /// The version of that index is in the game again.
 void SetBackInGame(RecordedFile& file, std::size_t version);
 
-/// UTF-8, lines that end with LF: a head, a line for each file, and a fingerprint of all of them.
-std::string ToText(const InstallRecord& record);
+/// UTF-8, lines that end with LF: a head, a line for each file, and a fingerprint of all of them. The files
+/// of the indexes in `leaving` that are true are written as Leaving.
+std::string ToText(const InstallRecord& record, const std::vector<bool>& leaving = {});
 
 /// Nothing when `text` is no whole record of this version of the format.
 std::optional<InstallRecord> ParseInstallRecord(std::string_view text);
 
 /// The record of a `Backup` folder; none when there is none that can be understood. An error when it is there
-/// and the system does not let it be read.
+/// and the system does not let it be read. Where an uninstallation was interrupted, `Backup` tells how far it
+/// came: a file whose saved copy has left it is none of the mod's any more, so that none is Leaving.
 Result<std::optional<InstallRecord>> ReadInstallRecord(const FileSystem& files, std::string_view backup);
 
 using RecordIndex = PositionIndex<RecordedFile>;

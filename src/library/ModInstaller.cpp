@@ -234,8 +234,7 @@ private:
 
     void GiveBackDropped() {
         if (plan_.dropped.empty()) return;
-        GiveBack giveBack(files_, plan_, gameFolders_, guard_, GiveBack::SavedCopies::Stay,
-                          result_.givenBack);
+        GiveBack giveBack(files_, plan_, gameFolders_, guard_, result_.givenBack);
         std::vector<const GamePlace*> places;
         ReadFailure failure;
         guard_.Bequeath(plan_.dropped, failure);
@@ -259,7 +258,9 @@ private:
         for (const auto& [dropping, isOwn] : dropped) {
             const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (isOwn && !(place.savedPath.empty() ? giveBack.Delete(place) : giveBack.Restore(place)))
+            if (isOwn && !(place.savedPath.empty() ? giveBack.Delete(place)
+                                                   : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
+                                                         GiveBack::Restored::No))
                 continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || !place.savedPath.empty();

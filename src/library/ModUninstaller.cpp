@@ -17,8 +17,8 @@ public:
     UninstallRun(FileSystem& files, const UninstallPlan& plan, const ProgressSink& progress)
         : files_(files), plan_(plan), progress_(progress),
           gameFolders_(files, plan.job.gameDirectory, plan.gameFolders), guard_(files, plan),
-          giveBack_(files, plan, gameFolders_, guard_, GiveBack::SavedCopies::MayBeShared, result_),
-          inPlace_(plan.places.size()) {}
+          giveBack_(files, plan, gameFolders_, guard_, result_), inPlace_(plan.places.size()),
+          hasLeft_(plan.places.size()) {}
 
     UninstallResult Run() {
         result_.failure = plan_.failure;
@@ -32,7 +32,7 @@ public:
         if (!result_.failure) guard_.TellOwners(SavedPlaces(), result_.failure);
         if (result_.failure) return std::move(result_);
         DeleteFiles();
-        RestoreFiles();
+        RestoreFiles(NoteLeaving());
         if (plan_.installed) {
             HandOver();
             result_.strangers = plan_.strangers;
@@ -70,13 +70,37 @@ private:
         Report(JobPhase::Deleting, total, total);
     }
 
-    void RestoreFiles() {
+    /// From now on the record says of each saved copy that it may have left `Backup`. Then it can be moved,
+    /// which is half the work of a second name that is removed later. False when it must stay for now: a mod
+    /// that was installed later is to get it, too, `Backup` will stay, or no record says whose it is.
+    bool NoteLeaving() {
+        const bool isSimple = plan_.Record() && !plan_.IsOfAnotherGame() && plan_.laterMods.empty() &&
+                              plan_.strangers.empty() && !plan_.hasSharedCopies;
+        if (!isSimple || result_.BackupStays()) return false;
+        const auto& record = *plan_.Record();
+        std::vector<bool> leaving(record.files.size());
+        bool isAny = false;
+        for (const auto& place : plan_.places) {
+            if (!place.recorded || place.savedPath.empty()) continue;
+            leaving[static_cast<std::size_t>(place.recorded - record.files.data())] = isAny = true;
+        }
+        return isAny &&
+               !files_.WriteFile(Join(plan_.installed->backup, kRecordName), ToText(record, leaving));
+    }
+
+    void RestoreFiles(bool mayLeave) {
         const auto& places = plan_.places;
         std::size_t next = 0;
         for (std::size_t position = 0; position < kGameFolderCount; ++position) {
             for (; next < places.size() && places[next].position == position; ++next) {
                 Report(JobPhase::Restoring, position, kGameFolderCount);
-                if (!places[next].savedPath.empty()) inPlace_[next] = giveBack_.Restore(places[next]);
+                const auto& place = places[next];
+                if (place.savedPath.empty()) continue;
+                const auto restored =
+                    giveBack_.Restore(place, mayLeave && place.recorded ? GiveBack::SavedCopy::MayLeave
+                                                                        : GiveBack::SavedCopy::MayBeShared);
+                inPlace_[next] = restored != GiveBack::Restored::No;
+                hasLeft_[next] = restored == GiveBack::Restored::ByMoving;
             }
             Report(JobPhase::Restoring, position + 1, kGameFolderCount);
         }
@@ -101,7 +125,8 @@ private:
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
             const auto& saved = plan_.places[i].savedPath;
-            if (!saved.empty()) Ignore(files_.RemoveFile(remains + saved.substr(backup.size())));
+            if (!saved.empty() && !hasLeft_[i])
+                Ignore(files_.RemoveFile(remains + saved.substr(backup.size())));
         }
         const auto error = SweepRemains(files_, remains);
         if (remains == backup) result_.backupNotRemoved = error;
@@ -115,7 +140,7 @@ private:
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
             const auto& place = plan_.places[i];
-            if (place.savedPath.empty()) continue;
+            if (place.savedPath.empty() || hasLeft_[i]) continue;
             if (!inPlace_[i] || giveBack_.MayBeModsOwn(place))
                 EndSharing(files_, place.savedPath);
             else
@@ -136,6 +161,7 @@ private:
     GameGuard guard_;
     GiveBack giveBack_;
     std::vector<bool> inPlace_; ///< by place: the game, and every later mod, has what it had without the mod
+    std::vector<bool> hasLeft_; ///< by place: the saved copy was moved into the game
 };
 
 /// Everything in `Backup` that is neither one of `saved` nor a known folder nor the record.
@@ -188,7 +214,7 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     FindPlaces(plan);
     std::unordered_set<std::string_view> saved;
     for (const auto& place : plan.places)
-        if (!place.savedPath.empty()) saved.insert(place.savedPath);
+        if (!place.savedPath.empty() && !saved.insert(place.savedPath).second) plan.hasSharedCopies = true;
     plan.strangers = FindStrangers(plan.backupFolders, saved);
     return plan;
 }

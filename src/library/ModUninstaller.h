@@ -17,6 +17,7 @@ struct UninstallPlan : JobPlan {
         places; ///< of every file that was ever installed; without a record of the mod's present ones
     std::vector<LaterMod> laterMods;
     std::vector<std::string> strangers; ///< in `Backup`, but not saved copies of the mod's files
+    bool hasSharedCopies = false; ///< two places have one saved copy, as where names differ in letter case
 };
 
 struct UninstallResult : GiveBackResult {

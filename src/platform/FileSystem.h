@@ -108,8 +108,9 @@ struct DiskSpace {
 /// listing, a miss costs one). Names that are not UTF-8 (POSIX) or not UTF-16 (Windows) come and go as they
 /// are. A POSIX name that holds a backslash cannot be named this way and is left out of listings.
 ///
-/// The last component of a *new* name (`to` of Copy, HardLink, Rename; that of MakeFile) is used exactly as
-/// given: the caller has listed that folder. MakeFolder and WriteFile do look for another spelling first.
+/// The last component of a *new* name (`to` of Copy, HardLink, Rename, RenameOver; that of MakeFile) is used
+/// exactly as given: the caller has listed that folder. MakeFolder and WriteFile do look for another spelling
+/// first.
 ///
 /// Errors are those of std::errc where one fits: no_such_file_or_directory, file_exists, not_a_directory,
 /// is_a_directory, directory_not_empty, permission_denied, device_or_resource_busy (open in another program),
@@ -181,6 +182,10 @@ public:
     /// Renames a file or folder inside its volume; `file_exists` when `to` is another existing entry. A
     /// change of letter case alone is possible.
     [[nodiscard]] virtual std::error_code Rename(std::string_view from, std::string_view to) = 0;
+    /// Gives the file `from`, or a link itself, the name of another file, in one step and inside the volume:
+    /// that one is gone then. is_a_directory when either is a folder. When both are names of one file, `from`
+    /// alone is gone.
+    [[nodiscard]] virtual std::error_code RenameOver(std::string_view from, std::string_view to) = 0;
     /// Replaces the whole file, or makes it: temporary name, flush, rename. On failure the old one stays.
     [[nodiscard]] virtual std::error_code WriteFile(std::string_view file, std::string_view bytes) = 0;
     /// Begins a new file, which grows under `kTempNew` beside its name. Where the name is taken already, this

@@ -49,6 +49,9 @@ public:
     std::error_code Rename(std::string_view from, std::string_view to) override {
         return base_.Rename(from, to);
     }
+    std::error_code RenameOver(std::string_view from, std::string_view to) override {
+        return base_.RenameOver(from, to);
+    }
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
         return base_.WriteFile(file, bytes);
     }

@@ -150,6 +150,10 @@ std::error_code PatientFileSystem::Rename(std::string_view from, std::string_vie
     return Writing(&FileSystem::Rename, from, to);
 }
 
+std::error_code PatientFileSystem::RenameOver(std::string_view from, std::string_view to) {
+    return Writing(&FileSystem::RenameOver, from, to);
+}
+
 std::error_code PatientFileSystem::WriteFile(std::string_view file, std::string_view bytes) {
     return Writing(&FileSystem::WriteFile, file, bytes);
 }

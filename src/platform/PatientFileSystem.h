@@ -53,6 +53,7 @@ public:
     std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override;
     std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override;
     std::error_code Rename(std::string_view from, std::string_view to) override;
+    std::error_code RenameOver(std::string_view from, std::string_view to) override;
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override;
     /// The writer must not outlive the file system.
     Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override;

@@ -23,6 +23,7 @@ InstallRecord Sample() {
                               3};
     record.files = {{0, "caf\xE9 %41.txt", RecordedState::Copied, 0, 9, {version}},
                     {56, "a\tb\n.odf", RecordedState::GivenBack, 4, 0, {version, version}},
+                    {77, "leaving.odf", RecordedState::Leaving, 4, 0, {version}},
                     {78, "readme.txt", RecordedState::Uncertain, 4, 0, {version}}};
     return record;
 }
@@ -95,6 +96,27 @@ TEST_F(BetweenCommandsTest, AnUpdatedModGivesBackWhatItHadAndOverlapsEndAsTheyBe
     EXPECT_FALSE(lab.Uninstall("Beta").BackupStays());
     EXPECT_EQ(Differences(before, lab.State("game")), "");
     EXPECT_FALSE(fs::exists(lab.Native("mods/Alpha/Changed")));
+}
+
+TEST_F(BetweenCommandsTest, WhatAnInterruptedUninstallationHasGivenBackIsTheModsNoMore) {
+    lab.Make({"game/odf/second.odf", "mods/M/odf/second.odf", "mods/M/odf/new.odf"});
+    for (const char* path : {"game/odf/equal.odf", "mods/M/odf/equal.odf"})
+        lab.Put(path, "equal");
+    const auto before = lab.State("game");
+    FaultyFileSystem files(lab.Files());
+    files.hook = [](auto operation, auto path, auto) {
+        const bool is = operation == "RenameOver" && path.ends_with("second.odf");
+        return std::make_error_code(is ? std::errc::io_error : std::errc());
+    };
+    for (const bool isInstalledAgain : {false, true}) {
+        lab.Install("M");
+        EXPECT_EQ(lab.Uninstall(files, "M").notRestored.size(), 1u);
+        EXPECT_EQ(lab.Saved("M"), (Contents{{"odf/second.odf", "game/odf/second.odf"}}));
+        EXPECT_EQ(isInstalledAgain ? lab.Install("M").saved : 0u, isInstalledAgain ? 1u : 0u);
+        EXPECT_EQ(lab.Uninstall("M").restored, isInstalledAgain ? 2u : 1u);
+        EXPECT_FALSE(lab.Installed("M"));
+        EXPECT_EQ(Differences(before, lab.State("game")), "");
+    }
 }
 
 TEST_F(BetweenCommandsTest, WhatSomebodyElseMadeOfTheGameIsKept) {

@@ -33,6 +33,7 @@ protected:
             {"Copy", disk_->Copy(path, temp_ / "new", {})},
             {"HardLink", disk_->HardLink(path, temp_ / "new", false)},
             {"Rename", disk_->Rename(path, temp_ / "new")},
+            {"RenameOver", disk_->RenameOver(path, temp_ / "new")},
             {"SetReadOnly", disk_->SetReadOnly(path, true)},
             {"SetModified", disk_->SetModified(path, kOldTime)},
             {"TryToWrite", disk_->TryToWrite(path)},
@@ -42,6 +43,7 @@ protected:
             {"Copy to", disk_->Copy(file_, path, kReplace)},
             {"HardLink to", disk_->HardLink(file_, path, true)},
             {"Rename to", disk_->Rename(file_, path)},
+            {"RenameOver to", disk_->RenameOver(file_, path)},
         };
         for (const auto& [operation, answer] : answers)
             EXPECT_EQ(answer, expected) << operation << ' ' << path;
@@ -224,6 +226,8 @@ TEST_F(FileSystemContractTest, ReplacesOnlyWhatItMay) {
     EXPECT_EQ(disk_->Copy(folder, target, kReplace), std::errc::is_a_directory);
     EXPECT_EQ(disk_->HardLink(file_, target, false), std::errc::file_exists);
     EXPECT_EQ(disk_->HardLink(file_, folder, true), std::errc::is_a_directory);
+    EXPECT_EQ(disk_->RenameOver(file_, folder), std::errc::is_a_directory);
+    EXPECT_EQ(disk_->RenameOver(folder, target), std::errc::is_a_directory);
     EXPECT_EQ(disk_->WriteFile(folder, "new"), std::errc::is_a_directory);
     EXPECT_EQ(temp_.Contents(), "file=new folder/ target=old");
 
@@ -231,6 +235,15 @@ TEST_F(FileSystemContractTest, ReplacesOnlyWhatItMay) {
     EXPECT_FALSE(disk_->Copy(file_, target, kReplace));
     EXPECT_EQ(temp_.Contents(), "file=new folder/ target=new");
     EXPECT_FALSE(InfoOf("target").readOnly);
+
+    // With its own attributes, over what is read-only, too.
+    for (const char* name : {"file", "target"})
+        ASSERT_FALSE(disk_->SetReadOnly(temp_ / name, true));
+    ASSERT_FALSE(disk_->SetModified(file_, kOldTime));
+    EXPECT_FALSE(disk_->RenameOver(file_, target));
+    EXPECT_EQ(temp_.Contents(), "folder/ target=new");
+    EXPECT_TRUE(InfoOf("target").readOnly);
+    EXPECT_EQ(InfoOf("target").modified, kOldTime);
 }
 
 TEST_F(FileSystemContractTest, HardLinksAreNamesOfOneFile) {
@@ -253,6 +266,9 @@ TEST_F(FileSystemContractTest, HardLinksAreNamesOfOneFile) {
     EXPECT_EQ(temp_.Contents(), "file=one new=written other=one third=new");
     for (const char* name : {"file", "other", "third"})
         EXPECT_EQ(InfoOf(name).links, 1U) << name;
+    ASSERT_FALSE(disk_->HardLink(file_, other, true));
+    EXPECT_FALSE(disk_->RenameOver(file_, other));
+    EXPECT_EQ(temp_.Contents(), "new=written other=one third=new");
 }
 
 TEST_F(FileSystemContractTest, LeftoversOfAnInterruptedOperationAreSwept) {
@@ -287,6 +303,7 @@ TEST_F(FileSystemContractTest, WaitsForWhatIsInUseButNotForEver) {
         [&] { return patient.Copy(file_, copy, {}); },
         [&] { return patient.HardLink(file_, folder + "\\link", false); },
         [&] { return patient.Rename(copy, folder + "\\moved"); },
+        [&] { return patient.RenameOver(folder + "\\moved", folder + "\\link"); },
         [&] { return patient.SetReadOnly(file_, true); },
         [&] { return patient.SetReadOnly(file_, false); },
         [&] { return patient.SetModified(file_, kOldTime); },

@@ -138,6 +138,7 @@ TEST_F(WindowsFileSystemTest, WaitsForWhatAnotherProgramHoldsForAMoment) {
         {"copy over", target, FILE_SHARE_READ,
          [&] { return patient->Copy(file, target, {.replace = true}); }},
         {"link over", target, FILE_SHARE_READ, [&] { return patient->HardLink(file, target, true); }},
+        {"rename over", target, FILE_SHARE_READ, [&] { return patient->RenameOver(file, target); }},
         {"write", target, FILE_SHARE_READ, [&] { return patient->WriteFile(target, "new"); }},
         {"remove", target, FILE_SHARE_READ, [&] { return patient->RemoveFile(target); }},
         {"rename", target, FILE_SHARE_READ, [&] { return patient->Rename(target, temp_ / "renamed"); }},

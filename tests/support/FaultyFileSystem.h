@@ -103,6 +103,9 @@ public:
     std::error_code Rename(Text from, Text to) override {
         return Meet("Rename", &FileSystem::Rename, from, to);
     }
+    std::error_code RenameOver(Text from, Text to) override {
+        return Meet("RenameOver", &FileSystem::RenameOver, from, to);
+    }
     std::error_code WriteFile(Text file, Text bytes) override;
     /// Each Write and the Commit are operations of their own.
     Result<std::unique_ptr<FileWriter>> MakeFile(Text file, NewFile traits) override;

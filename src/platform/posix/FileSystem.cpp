@@ -278,6 +278,14 @@ public:
         return ::rename(source->c_str(), name->c_str()) == 0 ? std::error_code{} : LastError();
     }
 
+    std::error_code RenameOver(std::string_view from, std::string_view to) override {
+        auto source = ToNativePath(from);
+        auto name = ToNativePath(to);
+        if (!source) return source.Error();
+        if (!name) return name.Error();
+        return CallOnEntryAndNewName(*source, *name, RenameFileOver);
+    }
+
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
         auto path = ToNativePath(file);
         if (!path) return path.Error();

@@ -33,6 +33,19 @@ int RenameWithoutReplacing(const char* from, const char* to) {
     return errno == ENOENT ? ::rename(from, to) : -1;
 }
 
+int RenameFileOver(const char* from, const char* to) {
+    struct stat info {};
+    if (::lstat(from, &info) != 0) return -1;
+    if (S_ISDIR(info.st_mode)) {
+        errno = EISDIR;
+        return -1;
+    }
+    if (::rename(from, to) != 0) return -1;
+    // Between two names of one file a rename does nothing, by POSIX, and reports success.
+    if (info.st_nlink > 1) ::unlink(from);
+    return 0;
+}
+
 std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bool replace) {
     if (!replace) return RenameNew(temp, to);
     // A plain rename over a file makes ext4 write the new one to the disk at once, which slows down an
@@ -49,10 +62,7 @@ std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bo
 }
 
 std::error_code RenameOver(const std::string& temp, const std::string& to) {
-    if (::rename(temp.c_str(), to.c_str()) != 0) return LastError();
-    // Between two names of one file a rename does nothing, by POSIX, and reports success.
-    ::unlink(temp.c_str());
-    return {};
+    return RenameFileOver(temp.c_str(), to.c_str()) == 0 ? std::error_code{} : LastError();
 }
 
 std::error_code RemoveLeftover(const std::string& path) {

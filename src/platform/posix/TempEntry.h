@@ -15,6 +15,10 @@ namespace quillbay {
 /// Gives `from` the name `to`. -1 and errno on failure; EEXIST when `to` exists.
 int RenameWithoutReplacing(const char* from, const char* to);
 
+/// Gives the file or link `from` the name `to` by one rename over what is there. -1 and errno on failure;
+/// EISDIR when either is a folder. What were two names of one file is one name then.
+int RenameFileOver(const char* from, const char* to);
+
 /// Gives the finished `temp` the name `to` in the same folder. With `replace` it takes the place of an
 /// existing file or link in one step; a folder is is_a_directory. On failure both are as they were.
 std::error_code MoveIntoPlace(const std::string& temp, const std::string& to, bool replace);

@@ -223,6 +223,15 @@ std::error_code LinkToName(const std::wstring& from, const std::wstring& to, boo
     return LinkOpen(file, to, replace);
 }
 
+std::error_code MoveOverName(const std::wstring& from, const std::wstring& to) {
+    const Handle file = OpenName(from, DELETE | SYNCHRONIZE | FILE_READ_ATTRIBUTES);
+    if (!file) return LastError();
+    const DWORD attributes = AttributesOf(file);
+    if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return std::make_error_code(std::errc::is_a_directory);
+    return RenameOpen(file, to, true);
+}
+
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes) {
     const DWORD attributes = GetFileAttributesW(file.c_str());
     if (HasAttribute(attributes, FILE_ATTRIBUTE_DIRECTORY))

@@ -15,6 +15,9 @@ std::error_code CopyToName(const std::wstring& from, const std::wstring& to, Cop
 /// FileSystem::HardLink.
 std::error_code LinkToName(const std::wstring& from, const std::wstring& to, bool replace);
 
+/// FileSystem::RenameOver.
+std::error_code MoveOverName(const std::wstring& from, const std::wstring& to);
+
 /// FileSystem::WriteFile. `file` has the spelling that it is to have.
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes);
 

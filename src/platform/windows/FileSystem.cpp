@@ -263,6 +263,10 @@ public:
         });
     }
 
+    std::error_code RenameOver(std::string_view from, std::string_view to) override {
+        return WithTwo(from, to, MoveOverName);
+    }
+
     std::error_code WriteFile(std::string_view file, std::string_view bytes) override {
         const auto path = LongPath(file);
         if (!path) return path.Error();
