@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace quillbay {
 
@@ -35,6 +36,19 @@ const std::string& FolderMaker::Existing(std::size_t position) const {
     while (paths_[position].empty())
         position = ParentOfKnownFolder(position);
     return paths_[position];
+}
+
+void ForgetFiles(KnownFolders& existing) {
+    for (auto& atPosition : existing) {
+        for (auto& folder : atPosition) {
+            bool isFirst = true;
+            std::erase_if(folder.entries, [&isFirst](const DirEntry& entry) {
+                const bool isFile = entry.kind != EntryKind::Folder && !IsProgramsOwn(entry.name);
+                return isFile && !std::exchange(isFirst, false);
+            });
+            folder.entries.shrink_to_fit();
+        }
+    }
 }
 
 void RemoveEmptyKnownFolders(FileSystem& files, const KnownFolders& existing, const FolderMaker& maker,

@@ -35,6 +35,9 @@ private:
     std::array<std::error_code, kGameFolderCount> failed_;
 };
 
+/// Leaves of a listing what RemoveEmptyKnownFolders asks for: of the files in a folder only the first.
+void ForgetFiles(KnownFolders& existing);
+
 /// Removes the known folders that hold nothing, children first: those that the job made and those that were
 /// empty before it. `existing` is the listing from before the job, `filled` tells the positions into which
 /// the job put something.

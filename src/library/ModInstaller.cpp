@@ -389,6 +389,7 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
         plan.dropped = FindDropped(plan);
         if (!plan.dropped.empty()) plan.laterMods = ListLaterMods(files, plan);
     }
+    ForgetFiles(plan.gameFolders);
     return plan;
 }
 

@@ -216,6 +216,7 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     for (const auto& place : plan.places)
         if (!place.savedPath.empty() && !saved.insert(place.savedPath).second) plan.hasSharedCopies = true;
     plan.strangers = FindStrangers(plan.backupFolders, saved);
+    ForgetFiles(plan.gameFolders);
     return plan;
 }
 

@@ -23,11 +23,8 @@ RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
 }
 
 void RecordKeeper::ReadAhead() {
-    std::vector<std::string> paths;
-    paths.reserve(plan_.items.size());
-    for (const auto& item : plan_.items)
-        paths.push_back(item.place.modPath);
-    fingerprints_ = files_.FingerprintFiles(std::move(paths));
+    fingerprints_ = files_.FingerprintFiles(
+        {plan_.items.size(), [this](std::size_t item) { return plan_.items[item].place.modPath; }});
 }
 
 std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t over) {

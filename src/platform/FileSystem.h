@@ -87,6 +87,13 @@ public:
     [[nodiscard]] virtual std::error_code Commit() = 0;
 };
 
+/// Files that are told one at a time, since their paths together are large: `path(index)` may be called on
+/// any thread, and as long as what was made of them is there.
+struct FilesByIndex {
+    std::size_t count = 0;
+    std::function<std::string(std::size_t index)> path;
+};
+
 /// The fingerprints of files that were named together.
 class FingerprintReader {
 public:
@@ -144,8 +151,7 @@ public:
     [[nodiscard]] virtual Result<Fingerprint> FingerprintFile(std::string_view file) const = 0;
     /// Those of many files, which may be read ahead while other operations go on. The file system must
     /// outlive what is returned.
-    [[nodiscard]] virtual std::unique_ptr<FingerprintReader>
-    FingerprintFiles(std::vector<std::string> files) const = 0;
+    [[nodiscard]] virtual std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const = 0;
     /// The bytes of all files below a folder, which may itself be a link; links in it count nothing and are
     /// not followed.
     [[nodiscard]] virtual Result<std::uint64_t> TreeSize(std::string_view folder) const = 0;

@@ -26,7 +26,7 @@ public:
         return base_.FingerprintFile(file);
     }
     /// By this object's own FingerprintFile, one after the other.
-    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+    std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const override {
         return std::make_unique<FingerprintsAhead>(*this, std::move(files), 0);
     }
     Result<std::uint64_t> TreeSize(std::string_view folder) const override { return base_.TreeSize(folder); }

@@ -13,12 +13,11 @@ constexpr std::size_t kFilesOfReader = 64;
 
 } // namespace
 
-FingerprintsAhead::FingerprintsAhead(const FileSystem& files, std::vector<std::string> paths,
-                                     std::size_t mostReaders)
-    : files_(files), paths_(std::move(paths)), read_(paths_.size()),
-      isRead_(std::make_unique<std::atomic<bool>[]>(paths_.size())) {
+FingerprintsAhead::FingerprintsAhead(const FileSystem& files, FilesByIndex named, std::size_t mostReaders)
+    : files_(files), named_(std::move(named)), read_(named_.count),
+      isRead_(std::make_unique<std::atomic<bool>[]>(named_.count)) {
     const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
-    const auto count = std::min({processors - 1, mostReaders, paths_.size() / kFilesOfReader});
+    const auto count = std::min({processors - 1, mostReaders, named_.count / kFilesOfReader});
     try {
         for (std::size_t i = 0; i < count; ++i)
             readers_.emplace_back([this] {
@@ -30,7 +29,7 @@ FingerprintsAhead::FingerprintsAhead(const FileSystem& files, std::vector<std::s
     }
 }
 
-FingerprintsAhead::~FingerprintsAhead() { next_ = paths_.size(); }
+FingerprintsAhead::~FingerprintsAhead() { next_ = named_.count; }
 
 Result<Fingerprint> FingerprintsAhead::Take(std::size_t index) {
     while (!isRead_[index])
@@ -40,8 +39,8 @@ Result<Fingerprint> FingerprintsAhead::Take(std::size_t index) {
 
 bool FingerprintsAhead::ReadNext() {
     const auto index = next_++;
-    if (index >= paths_.size()) return false;
-    read_[index] = files_.FingerprintFile(paths_[index]);
+    if (index >= named_.count) return false;
+    read_[index] = files_.FingerprintFile(named_.path(index));
     isRead_[index] = true;
     isRead_[index].notify_all();
     return true;

@@ -19,8 +19,7 @@ public:
     static constexpr std::size_t kMostReaders = 3; ///< more would let a hard disk seek to and fro
 
     /// `files` must outlive it and, where there are readers, be usable from several threads.
-    FingerprintsAhead(const FileSystem& files, std::vector<std::string> paths,
-                      std::size_t mostReaders = kMostReaders);
+    FingerprintsAhead(const FileSystem& files, FilesByIndex named, std::size_t mostReaders = kMostReaders);
     ~FingerprintsAhead() override;
 
     Result<Fingerprint> Take(std::size_t index) override;
@@ -30,7 +29,7 @@ private:
     bool ReadNext();
 
     const FileSystem& files_;
-    std::vector<std::string> paths_;
+    FilesByIndex named_;
     std::vector<std::optional<Result<Fingerprint>>> read_;
     std::unique_ptr<std::atomic<bool>[]> isRead_;
     std::atomic<std::size_t> next_ = 0;

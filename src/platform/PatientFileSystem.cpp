@@ -106,7 +106,7 @@ Result<Fingerprint> PatientFileSystem::FingerprintFile(std::string_view file) co
     return Reading(&FileSystem::FingerprintFile, file);
 }
 
-std::unique_ptr<FingerprintReader> PatientFileSystem::FingerprintFiles(std::vector<std::string> files) const {
+std::unique_ptr<FingerprintReader> PatientFileSystem::FingerprintFiles(FilesByIndex files) const {
     return std::make_unique<FingerprintsAhead>(*this, std::move(files));
 }
 

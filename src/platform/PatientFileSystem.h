@@ -41,7 +41,7 @@ public:
     Result<std::string> ReadLink(std::string_view path) const override;
     Result<bool> SameContents(std::string_view file, std::string_view other) const override;
     Result<Fingerprint> FingerprintFile(std::string_view file) const override;
-    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override;
+    std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const override;
     Result<std::uint64_t> TreeSize(std::string_view folder) const override;
     Result<std::string> RealPath(std::string_view path) const override;
     Result<DiskSpace> SpaceAt(std::string_view folder) const override;

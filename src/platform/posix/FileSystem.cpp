@@ -184,7 +184,7 @@ public:
         return CompareOpen(opened.Get(), otherOpened.Get(), static_cast<std::uint64_t>(info.st_size));
     }
 
-    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+    std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const override {
         return std::make_unique<FingerprintsAhead>(*this, std::move(files));
     }
 

@@ -125,7 +125,7 @@ public:
         return NarrowText(*text);
     }
 
-    std::unique_ptr<FingerprintReader> FingerprintFiles(std::vector<std::string> files) const override {
+    std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const override {
         return std::make_unique<FingerprintsAhead>(*this, std::move(files));
     }
 
