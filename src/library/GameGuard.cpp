@@ -39,13 +39,13 @@ Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
         if (place.recorded->state == RecordedState::GivenBack) return false;
         const auto holds = file.Holds(*place.recorded, plan_.Record()->finished);
         if (!holds || !*holds) return holds;
-        return place.modPath.empty() || !file.IsSameFileAs(place.modPath);
+        return place.mod.IsNone() || !file.IsSameFileAs(place.mod.Path());
     }
     // Without a record the mod's present files are what it has installed.
-    if (plan_.Record() || place.modPath.empty()) return false;
-    const auto same = file.Equals(place.modPath, false);
+    if (plan_.Record() || place.mod.IsNone()) return false;
+    const auto same = file.Equals(place.mod.Path(), false);
     if (!same || !*same) return same;
-    return !file.IsSameFileAs(place.modPath);
+    return !file.IsSameFileAs(place.mod.Path());
 }
 
 RecordedFile& GameGuard::ToChange(const InstalledMod& mod, const RecordedFile& recorded) {
@@ -86,8 +86,8 @@ void GameGuard::Bequeath(const std::vector<GamePlace>& places, ReadFailure& fail
 
 std::error_code GameGuard::Inherit(const InstalledMod& heir, const RecordedFile& recorded,
                                    const GamePlace& place, FolderMaker& folders) {
-    LookedAtFile saved(files_, place.savedPath, place.savedIsLink);
-    const auto isHeirs = place.savedPath.empty()
+    LookedAtFile saved(files_, place.saved.Path(), place.savedIsLink);
+    const auto isHeirs = place.saved.IsNone()
                              ? Result<bool>(false)
                              : saved.HoldsSaved(recorded, SavedBy(*plan_.installed, place.recorded));
     if (!isHeirs) return isHeirs.Error();
@@ -96,33 +96,33 @@ std::error_code GameGuard::Inherit(const InstalledMod& heir, const RecordedFile&
         ToChange(heir, recorded).over = 0;
         return {};
     }
-    if (!place.savedPath.empty()) {
+    if (place.saved) {
         const auto folder = folders.Ensure(place.position);
         if (!folder) return folder.Error();
-        const auto error = files_.Copy(place.savedPath, Join(*folder, LastComponent(place.savedPath)),
+        const auto error = files_.Copy(place.saved.Path(), Join(*folder, place.saved.name),
                                        {.keepLink = true, .flush = true});
         // It has a copy of its own from another time, or from an attempt that was interrupted.
         if (error && error != std::errc::file_exists) return error;
     }
     auto& changed = ToChange(heir, recorded);
     changed.over = place.recorded ? place.recorded->over : 0;
-    changed.saved = place.recorded && !place.savedPath.empty() ? place.recorded->saved : changed.saved;
+    changed.saved = place.recorded && place.saved ? place.recorded->saved : changed.saved;
     return {};
 }
 
 void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
     for (const auto* place : places) {
-        if (place->gamePath.empty() || place->gameIsLink) continue;
-        LookedAtFile file(files_, place->gamePath, false);
+        if (place->game.IsNone() || place->gameIsLink) continue;
+        LookedAtFile file(files_, place->game.Path(), false);
         for (const auto& [mod, recorded] :
              owners_.FindUnsavedOwners(file, place->position, place->name, failure)) {
             // What this mod has saved from that one will be that one's again.
-            LookedAtFile saved(files_, place->savedPath, place->savedIsLink);
+            LookedAtFile saved(files_, place->saved.Path(), place->savedIsLink);
             const auto comesBack =
-                place->savedPath.empty()
+                place->saved.IsNone()
                     ? Result<bool>(false)
                     : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
-            failure.Note(place->savedPath, comesBack.Error());
+            failure.Note(place->saved.Path(), comesBack.Error());
             if (failure) return;
             if (!*comesBack) SetGivenBack(ToChange(*mod, *recorded), LastNumber());
         }
@@ -132,12 +132,12 @@ void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFail
 
 void GameGuard::SettleClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
     for (const auto* place : places) {
-        if (place->savedPath.empty() || place->savedIsLink) continue;
-        LookedAtFile saved(files_, place->savedPath, false);
+        if (place->saved.IsNone() || place->savedIsLink) continue;
+        LookedAtFile saved(files_, place->saved.Path(), false);
         for (const auto& [mod, recorded] :
              owners_.FindUnsavedClaims(saved, place->position, place->name, failure)) {
             const auto theirs = saved.FindSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
-            failure.Note(place->savedPath, theirs.Error());
+            failure.Note(place->saved.Path(), theirs.Error());
             if (failure) return;
             const bool wasGivenBack = recorded->state == RecordedState::GivenBack;
             if (*theirs && wasGivenBack)
@@ -156,8 +156,8 @@ std::error_code GameGuard::Secure(LookedAtFile& file, const GamePlace& place) {
         ++replaced_[std::string((*owner)->Name())];
         return {};
     }
-    if (!place.savedPath.empty()) {
-        const auto saved = file.Equals(place.savedPath, place.savedIsLink);
+    if (place.saved) {
+        const auto saved = file.Equals(place.saved.Path(), place.savedIsLink);
         if (saved && *saved) return {};
     }
     if (owners_.IsSaved(file, place.position, place.name)) return {};

@@ -18,10 +18,10 @@ namespace quillbay {
 /// A file in the game's place of a mod's file, and what the mod's `Backup` has for it.
 struct GamePlace {
     std::size_t position = 0; ///< in GameFolders, from 0
-    std::string name; ///< in the game: the spelling of what is saved, else of what is there, else of the mod
-    std::string gamePath;                   ///< of the game's file or link; empty when there is none
-    std::string savedPath;                  ///< empty when there is no saved copy
-    std::string modPath;                    ///< of the mod's present file; empty when it has none
+    std::string name;  ///< in the game: the spelling of what is saved, else of what is there, else of the mod
+    FileInFolder game; ///< the game's file or link
+    FileInFolder saved;                     ///< the saved copy
+    FileInFolder mod;                       ///< the mod's present file
     const RecordedFile* recorded = nullptr; ///< in the mod's record
     bool gameIsLink = false;
     bool gameIsBlocked = false; ///< a folder or device has the name

@@ -16,14 +16,14 @@ GamePlace PlaceFinder::Find(std::size_t position, const std::string& name) {
     const auto* copy = saved_.Find(position, name);
     if (copy && IsReplaceable(*copy)) {
         place.name = copy->name;
-        place.savedPath = saved_.PathOf(position, *copy);
+        place.saved = saved_.FileOf(position, *copy);
         place.savedIsLink = copy->isLink;
     }
     if (const auto* inGame = game_.Find(position, place.name)) {
-        place.gamePath = game_.PathOf(position, *inGame);
+        place.game = game_.FileOf(position, *inGame);
         place.gameIsLink = inGame->isLink;
         place.gameIsBlocked = !IsReplaceable(*inGame);
-        if (place.savedPath.empty()) place.name = inGame->name;
+        if (place.saved.IsNone()) place.name = inGame->name;
     }
     return place;
 }
@@ -60,30 +60,30 @@ GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFold
       result_(result) {}
 
 bool GiveBack::Delete(const GamePlace& place) {
-    if (place.gamePath.empty() || place.gameIsBlocked) return true;
-    LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+    if (place.game.IsNone() || place.gameIsBlocked) return true;
+    LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
     if (!own || !*own) {
         if (plan_.installed) {
             if (own)
-                result_.notOurs.push_back(place.gamePath);
+                result_.notOurs.push_back(place.game.Path());
             else
-                result_.notDeleted.push_back({place.gamePath, own.Error()});
+                result_.notDeleted.push_back({place.game.Path(), own.Error()});
             return false;
         }
         // Without a backup every file of these names goes, but not for good.
-        if (!place.modPath.empty() && file.IsSameFileAs(place.modPath)) {
-            result_.notOurs.push_back(place.gamePath);
+        if (place.mod && file.IsSameFileAs(place.mod.Path())) {
+            result_.notOurs.push_back(place.game.Path());
             return false;
         }
         if (const auto error = guard_.Secure(file, place)) {
-            result_.notDeleted.push_back({place.gamePath, error});
+            result_.notDeleted.push_back({place.game.Path(), error});
             return false;
         }
     }
-    if (const auto error = files_.RemoveFile(place.gamePath)) {
+    if (const auto error = files_.RemoveFile(place.game.Path())) {
         guard_.StaysInGame(file);
-        result_.notDeleted.push_back({place.gamePath, error});
+        result_.notDeleted.push_back({place.game.Path(), error});
         return false;
     }
     ++result_.deleted;
@@ -93,7 +93,7 @@ bool GiveBack::Delete(const GamePlace& place) {
 GiveBack::Restored GiveBack::Restore(const GamePlace& place, SavedCopy copy) {
     const auto restored = PutBackUnlessThere(place, copy);
     if (!restored) {
-        result_.notRestored.push_back({place.savedPath, restored.Error()});
+        result_.notRestored.push_back({place.saved.Path(), restored.Error()});
         return Restored::No;
     }
     ++result_.restored;
@@ -102,8 +102,8 @@ GiveBack::Restored GiveBack::Restore(const GamePlace& place, SavedCopy copy) {
 
 Result<GiveBack::Restored> GiveBack::PutBackUnlessThere(const GamePlace& place, SavedCopy copy) {
     if (place.gameIsBlocked) return std::errc::is_a_directory;
-    if (place.gamePath.empty()) return PutBack(place, copy);
-    LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+    if (place.game.IsNone()) return PutBack(place, copy);
+    LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
     if (own && *own) return PutBack(place, copy);
     if (IsBackAlready(file, place, copy)) return Restored::Yes;
@@ -117,28 +117,27 @@ Result<GiveBack::Restored> GiveBack::PutBack(const GamePlace& place, SavedCopy c
     const auto folder = gameFolders_.Ensure(place.position);
     if (!folder) return folder.Error();
     const auto target = Join(*folder, place.name);
-    const bool replaces = !place.gamePath.empty();
+    const bool replaces = bool(place.game);
     std::error_code error;
-    if (replaces && LastComponent(place.gamePath) != place.name &&
-        (error = files_.Rename(place.gamePath, target)))
+    if (replaces && place.game.name != place.name && (error = files_.Rename(place.game.Path(), target)))
         return error;
     if (copy == SavedCopy::MayLeave) {
-        error =
-            replaces ? files_.RenameOver(place.savedPath, target) : files_.Rename(place.savedPath, target);
+        error = replaces ? files_.RenameOver(place.saved.Path(), target)
+                         : files_.Rename(place.saved.Path(), target);
         if (!error) return Restored::ByMoving;
         if (error != std::errc::cross_device_link) return error;
     }
-    error = copy == SavedCopy::Stays
-                ? files_.Copy(place.savedPath, target, {.replace = replaces, .keepLink = true, .flush = true})
-                : secondPlace_.Give(place.savedPath, target, replaces);
+    error = copy == SavedCopy::Stays ? files_.Copy(place.saved.Path(), target,
+                                                   {.replace = replaces, .keepLink = true, .flush = true})
+                                     : secondPlace_.Give(place.saved.Path(), target, replaces);
     return error ? Result<Restored>(error) : Restored::Yes;
 }
 
 bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place, SavedCopy copy) {
-    if (LastComponent(place.gamePath) != place.name) return false;
+    if (place.game.name != place.name) return false;
     if (!place.gameIsLink) {
         if (place.savedIsLink) return false;
-        const auto saved = files_.StatContents(place.savedPath);
+        const auto saved = files_.StatContents(place.saved.Path());
         const auto& game = file.Info();
         if (!saved || !game || saved->size != game->size || saved->modified != game->modified ||
             saved->readOnly != game->readOnly)
@@ -146,7 +145,7 @@ bool GiveBack::IsBackAlready(LookedAtFile& file, const GamePlace& place, SavedCo
         // What stays in `Backup` and what is in the game are two files.
         if (copy == SavedCopy::Stays && saved->links > 1) return false;
     }
-    const auto same = file.Equals(place.savedPath, place.savedIsLink);
+    const auto same = file.Equals(place.saved.Path(), place.savedIsLink);
     return same && *same;
 }
 
@@ -165,14 +164,14 @@ std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterM
             const auto isOurs = IsInstalledHere(*place, path, SavedBy(later.mod, recorded));
             if (isOurs && !*isOurs) continue;
             // Its own file was there before this mod's: then it has to save nothing.
-            const auto isTheirs = recorded && !place->savedPath.empty()
-                                      ? LookedAtFile(files_, place->savedPath, place->savedIsLink)
+            const auto isTheirs = recorded && place->saved
+                                      ? LookedAtFile(files_, place->saved.Path(), place->savedIsLink)
                                             .HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded))
                                       : Result<bool>(false);
             if (isOurs && isTheirs) {
-                const auto error = place->savedPath.empty() || *isTheirs
+                const auto error = place->saved.IsNone() || *isTheirs
                                        ? files_.RemoveFile(path)
-                                       : files_.Copy(place->savedPath, path,
+                                       : files_.Copy(place->saved.Path(), path,
                                                      {.replace = true, .keepLink = true, .flush = true});
                 if (!error) continue;
             }
@@ -187,15 +186,15 @@ Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string
                                        std::int64_t savedBy) const {
     LookedAtFile file(files_, copy, false);
     if (place.recorded) return file.HoldsSaved(*place.recorded, savedBy);
-    return place.modPath.empty() ? Result<bool>(false) : file.Equals(place.modPath, false);
+    return place.mod.IsNone() ? Result<bool>(false) : file.Equals(place.mod.Path(), false);
 }
 
 bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
     if (place.savedIsLink) return false;
-    LookedAtFile file(files_, place.savedPath, false);
-    const auto own = place.recorded          ? file.Holds(*place.recorded, 0)
-                     : place.modPath.empty() ? Result<bool>(false)
-                                             : file.Equals(place.modPath, false);
+    LookedAtFile file(files_, place.saved.Path(), false);
+    const auto own = place.recorded       ? file.Holds(*place.recorded, 0)
+                     : place.mod.IsNone() ? Result<bool>(false)
+                                          : file.Equals(place.mod.Path(), false);
     return !own || *own;
 }
 

@@ -18,8 +18,8 @@ InstallPreview Preview(const FileSystem& files, const InstallPlan& plan) {
         const auto& place = item.place;
         if (place.gameIsBlocked) continue;
         ++preview.files;
-        if (place.gamePath.empty()) continue;
-        LookedAtFile present(files, place.gamePath, place.gameIsLink);
+        if (place.game.IsNone()) continue;
+        LookedAtFile present(files, place.game.Path(), place.gameIsLink);
         const auto& info = present.Info();
         if (info && !place.gameIsLink && info->size == item.size && info->modified == item.modified)
             ++preview.there;
@@ -38,17 +38,17 @@ InstalledState LookAtInstalled(const FileSystem& files, const UninstallPlan& pla
     for (const auto& place : plan.places) {
         if (!place.recorded || place.recorded->state == RecordedState::GivenBack) continue;
         ++state.files;
-        if (place.gamePath.empty()) {
+        if (place.game.IsNone()) {
             ++state.missing;
             continue;
         }
-        LookedAtFile present(files, place.gamePath, place.gameIsLink);
+        LookedAtFile present(files, place.game.Path(), place.gameIsLink);
         if (present.Resembles(*place.recorded))
             ++state.inPlace;
         else if (const auto* owner = owners.GuessOwner(present, place.position, place.name))
             ++state.byOthers[std::string(owner->Name())];
         else
-            ++(place.savedPath.empty() ? state.changedNew : state.changed);
+            ++(place.saved.IsNone() ? state.changedNew : state.changed);
     }
     return state;
 }

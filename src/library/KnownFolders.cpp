@@ -92,6 +92,8 @@ const std::vector<ListedFolder>& KnownFolderWalk::List(std::size_t position, Det
     return known_[position];
 }
 
+std::string FileInFolder::Path() const { return folder ? Join(*folder, name) : std::string(); }
+
 KnownFolders ListKnownFolders(const FileSystem& files, std::string_view root, Detail detail,
                               ReadFailure* failure) {
     KnownFolderWalk walk(files, root, detail, failure);

@@ -42,6 +42,17 @@ struct ListedFolder {
     bool isLink = false; ///< a link leads to it
 };
 
+/// A file in a listed folder, whose path is made when it is asked for: the paths of all files of a job would
+/// take more memory than all else that is known of them. The listing, in which `folder` lies, must stay.
+struct FileInFolder {
+    const std::string* folder = nullptr; ///< null for no file
+    std::string name;
+
+    bool IsNone() const { return !folder; }
+    explicit operator bool() const { return folder; }
+    std::string Path() const; ///< empty for no file
+};
+
 /// The known folders that exist below one root, each listed once. A position can hold several folders where
 /// names may differ in letter case only: the one that look-ups find (the exact spelling, else the first
 /// listed) comes first. Missing folders are found missing in their parent's listing and cost nothing; folders

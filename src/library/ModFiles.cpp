@@ -30,9 +30,11 @@ std::vector<ModFile> CollectModFiles(const KnownFolders& foldersInMod) {
         for (const auto& folder : foldersInMod[position]) {
             for (const auto& entry : folder.entries) {
                 if (!entry.IsPlainFile() || entry.name == kModInfoName || IsProgramsOwn(entry.name)) continue;
-                ModFile file{
-                    position,   entry.name,    Join(folder.path, entry.name), entry.readOnly && !entry.isLink,
-                    entry.size, entry.modified};
+                ModFile file{position,
+                             {&folder.path, entry.name},
+                             entry.readOnly && !entry.isLink,
+                             entry.size,
+                             entry.modified};
                 const auto [at, isNew] = byName.try_emplace(FoldCase(entry.name), found.size());
                 if (isNew)
                     found.push_back(std::move(file));
@@ -66,7 +68,11 @@ const DirEntry* EntryIndex::Find(std::size_t position, std::string_view name) {
 }
 
 std::string EntryIndex::PathOf(std::size_t position, const DirEntry& entry) const {
-    return Join(folders_[position].front().path, entry.name);
+    return FileOf(position, entry).Path();
+}
+
+FileInFolder EntryIndex::FileOf(std::size_t position, const DirEntry& entry) const {
+    return {&folders_[position].front().path, entry.name};
 }
 
 bool IsReplaceable(const DirEntry& entry) {

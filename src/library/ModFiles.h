@@ -18,8 +18,7 @@ inline constexpr std::string_view kChangedName = "Changed";
 /// A file of a mod that belongs into the game.
 struct ModFile {
     std::size_t position; ///< in GameFolders, from 0
-    std::string name;     ///< as stored in the mod
-    std::string path;
+    FileInFolder file;
     // Where they were listed:
     bool isReadOnly;    ///< and no link
     std::uint64_t size; ///< bytes
@@ -27,7 +26,8 @@ struct ModFile {
 };
 
 /// The plain files in the known folders of a mod, in list order, without those named exactly `ModInfo.txt`
-/// and without what this program writes itself. Of two spellings of one file the last one listed counts.
+/// and without what this program writes itself. Of two spellings of one file the last one listed counts. They
+/// refer to `foldersInMod`.
 std::vector<ModFile> CollectModFiles(const KnownFolders& foldersInMod);
 
 /// Finds entries of listed known folders by name, letter case ignored: the exact spelling, else the first in
@@ -40,6 +40,8 @@ public:
     const DirEntry* Find(std::size_t position, std::string_view name);
     /// The path of an entry that Find gave for this position.
     std::string PathOf(std::size_t position, const DirEntry& entry) const;
+    /// The same without making the path.
+    FileInFolder FileOf(std::size_t position, const DirEntry& entry) const;
 
 private:
     const KnownFolders& folders_;

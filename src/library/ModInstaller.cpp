@@ -93,7 +93,7 @@ private:
         ReadFailure failure;
         for (std::size_t i = 0; i < plan_.items.size() && !failure; ++i) {
             const auto& place = plan_.items[i].place;
-            if (!place.gamePath.empty() || !place.savedPath.empty() || IsBelow(place)) continue;
+            if (place.game || place.saved || IsBelow(place)) continue;
             const auto* saver = guard_.Owners().FindSaver(place.position, place.name, failure);
             if (saver) over_[i] = saver->order;
         }
@@ -130,7 +130,7 @@ private:
             const auto& item = plan_.items[toSave[done]];
             if (Save(toSave[done], folders)) continue;
             if (const auto error = WhyNotTold(item))
-                return giveUp(InstallOutcome::UnsafeFile, item.place.gamePath, error);
+                return giveUp(InstallOutcome::UnsafeFile, item.place.game.Path(), error);
         }
         NoteModFiles(toSave.size());
         if (const auto error = record_.WriteBegun(stage))
@@ -151,15 +151,15 @@ private:
         std::vector<std::size_t> toSave;
         std::vector<const GamePlace*> notSaved;
         for (const auto& item : plan_.items)
-            if (item.Replaces() && !item.place.savedPath.empty()) notSaved.push_back(&item.place);
+            if (item.Replaces() && item.place.saved) notSaved.push_back(&item.place);
         for (const auto i : ItemsToSave()) {
             const auto& place = plan_.items[i].place;
-            LookedAtFile file(files_, place.gamePath, place.gameIsLink);
+            LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
             const auto own = guard_.IsModsOwn(file, place);
-            if (!own) return Stop(InstallOutcome::UnsafeFile, place.gamePath, own.Error());
+            if (!own) return Stop(InstallOutcome::UnsafeFile, place.game.Path(), own.Error());
             if (*own) continue;
             const auto later = guard_.Owners().FindOwner(file, place.position, place.name, self_.order);
-            if (!later) return Stop(InstallOutcome::UnsafeFile, place.gamePath, later.Error());
+            if (!later) return Stop(InstallOutcome::UnsafeFile, place.game.Path(), later.Error());
             if (*later) {
                 ++result_.replaced[std::string((*later)->Name())];
                 notSaved.push_back(&place);
@@ -185,7 +185,7 @@ private:
     std::vector<std::size_t> ItemsToSave() const {
         std::vector<std::size_t> found;
         for (std::size_t i = 0; i < plan_.items.size(); ++i)
-            if (plan_.items[i].Replaces() && plan_.items[i].place.savedPath.empty()) found.push_back(i);
+            if (plan_.items[i].Replaces() && plan_.items[i].place.saved.IsNone()) found.push_back(i);
         return found;
     }
 
@@ -193,7 +193,7 @@ private:
         const auto& place = plan_.items[index].place;
         const auto folder = folders.Ensure(place.position);
         auto error = folder.Error();
-        if (folder) error = secondPlace_.Give(place.gamePath, Join(*folder, place.name), false);
+        if (folder) error = secondPlace_.Give(place.game.Path(), Join(*folder, place.name), false);
         if (!error) {
             savedIn_[place.position] = *folder;
             isSavedNow_[index] = true;
@@ -201,7 +201,7 @@ private:
             return true;
         }
         isLeftAlone_[index] = true;
-        result_.notSaved.push_back({place.gamePath, error});
+        result_.notSaved.push_back({place.game.Path(), error});
         return false;
     }
 
@@ -209,7 +209,7 @@ private:
     /// take it for the mod's.
     std::error_code WhyNotTold(const InstallItem& item) const {
         if (item.place.gameIsLink) return {};
-        const auto same = files_.SameContents(item.place.gamePath, item.place.modPath);
+        const auto same = files_.SameContents(item.place.game.Path(), item.place.mod.Path());
         if (!same) return same.Error();
         return *same ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
     }
@@ -228,7 +228,7 @@ private:
 
     void NotCopied(std::size_t index, std::error_code error) {
         isLeftAlone_[index] = true;
-        result_.notCopied.push_back({plan_.items[index].place.modPath, error});
+        result_.notCopied.push_back({plan_.items[index].place.mod.Path(), error});
         notReplaced_.push_back(index);
     }
 
@@ -245,8 +245,8 @@ private:
         std::vector<std::pair<const GamePlace*, bool>> dropped; // with whether the mod's file is there
         std::vector<const GamePlace*> toRestore;
         for (const auto& place : plan_.dropped) {
-            LookedAtFile file(files_, place.gamePath, place.gameIsLink);
-            const auto own = place.gamePath.empty() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
+            LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
+            const auto own = place.game.IsNone() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
             if (own) dropped.emplace_back(&place, *own);
             if (own && *own) toRestore.push_back(&place);
         }
@@ -258,12 +258,12 @@ private:
         for (const auto& [dropping, isOwn] : dropped) {
             const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (isOwn && !(place.savedPath.empty() ? giveBack.Delete(place)
-                                                   : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
-                                                         GiveBack::Restored::No))
+            if (isOwn && !(place.saved.IsNone() ? giveBack.Delete(place)
+                                                : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
+                                                      GiveBack::Restored::No))
                 continue;
             places.push_back(&place);
-            filled_[place.position] = filled_[place.position] || !place.savedPath.empty();
+            filled_[place.position] = filled_[place.position] || bool(place.saved);
         }
         const auto notHandedOver = giveBack.HandOver(plan_.laterMods, places);
         for (const auto* place : places)
@@ -291,14 +291,14 @@ private:
     /// What has a saved copy of its own may still have changed since that was made.
     bool SecureOld(std::size_t index) {
         const auto& item = plan_.items[index];
-        if (!item.Replaces() || item.place.savedPath.empty()) return true;
-        LookedAtFile file(files_, item.place.gamePath, item.place.gameIsLink);
+        if (!item.Replaces() || item.place.saved.IsNone()) return true;
+        LookedAtFile file(files_, item.place.game.Path(), item.place.gameIsLink);
         const auto own = guard_.IsModsOwn(file, item.place);
         if (own && *own) return true;
         const auto error = guard_.Secure(file, item.place);
         if (!error) return true;
         isLeftAlone_[index] = true;
-        result_.notSaved.push_back({item.place.gamePath, error});
+        result_.notSaved.push_back({item.place.game.Path(), error});
         return false;
     }
 
@@ -311,11 +311,11 @@ private:
     std::error_code CopyOne(const InstallItem& item) {
         const auto folder = gameFolders_.Ensure(item.place.position);
         if (!folder) return folder.Error();
-        if (item.isReadOnly) MakeSourceWritable(item.place.modPath);
-        const auto& target = item.Replaces() ? item.place.gamePath : Join(*folder, item.place.name);
+        if (item.isReadOnly) MakeSourceWritable(item.place.mod.Path());
+        const auto& target = item.Replaces() ? item.place.game.Path() : Join(*folder, item.place.name);
         const auto error =
-            files_.Copy(item.place.modPath, target, {.replace = item.Replaces(), .makeWritable = true});
-        if (error && item.Replaces()) guard_.StaysInGame(LookedAtFile(files_, item.place.gamePath, false));
+            files_.Copy(item.place.mod.Path(), target, {.replace = item.Replaces(), .makeWritable = true});
+        if (error && item.Replaces()) guard_.StaysInGame(LookedAtFile(files_, item.place.game.Path(), false));
         return error;
     }
 
@@ -331,7 +331,7 @@ private:
                 --result_.saved;
                 isSavedNow_[i] = false;
             }
-            if (!isSavedNow_[i] && place.savedPath.empty()) record_.Drop(i);
+            if (!isSavedNow_[i] && place.saved.IsNone()) record_.Drop(i);
         }
     }
 
@@ -379,9 +379,9 @@ InstallPlan PlanInstall(const FileSystem& files, const ModJob& job) {
     PlaceFinder finder(plan);
     plan.items.reserve(plan.modFiles.size());
     for (auto& file : plan.modFiles) {
-        auto place = finder.Find(file.position, file.name);
-        if (!place.gamePath.empty()) place.name = LastComponent(place.gamePath);
-        place.modPath = std::move(file.path);
+        auto place = finder.Find(file.position, file.file.name);
+        if (place.game) place.name = place.game.name;
+        place.mod = std::move(file.file);
         plan.items.push_back({std::move(place), file.isReadOnly, file.size, file.modified});
     }
     plan.modFiles = std::vector<ModFile>(); // frees its memory, too

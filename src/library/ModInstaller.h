@@ -22,7 +22,7 @@ struct InstallItem {
     std::uint64_t size; ///< bytes
     FileTime modified;
 
-    bool Replaces() const { return !place.gamePath.empty() && !place.gameIsBlocked; }
+    bool Replaces() const { return bool(place.game) && !place.gameIsBlocked; }
 };
 
 /// What an installation would do.

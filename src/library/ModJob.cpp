@@ -75,9 +75,9 @@ std::string FindLinkInto(const FileSystem& files, const KnownFolders& known, con
     return {};
 }
 
-void FindRefusal(const FileSystem& files, const KnownFolders& foldersInMod, JobPlan& plan) {
+void FindRefusal(const FileSystem& files, JobPlan& plan) {
     const auto library = files.RealPath(plan.job.modLibrary).ValueOr({});
-    plan.refused = FindWayIntoGame(files, plan.modFolder, foldersInMod, library, plan.job.gameDirectory);
+    plan.refused = FindWayIntoGame(files, plan.modFolder, plan.foldersInMod, library, plan.job.gameDirectory);
     if (plan.refused.empty()) plan.refused = FindLinkInto(files, plan.gameFolders, plan.modFolder);
     if (!plan.refused.empty()) {
         plan.refusal = Refusal::LeadsIntoGame;
@@ -136,10 +136,10 @@ void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobP
     plan.job.gameDirectory = files.RealPath(job.gameDirectory).ValueOr(job.gameDirectory);
     plan.modFolder = files.RealPath(job.FolderInLibrary()).ValueOr(job.FolderInLibrary());
 
-    const auto foldersInMod = ListExisting(files, plan.modFolder, detail, plan.failure);
+    plan.foldersInMod = ListExisting(files, plan.modFolder, detail, plan.failure);
     plan.gameFolders = ListExisting(files, plan.job.gameDirectory, Detail::Names, plan.failure);
     if (plan.failure) return;
-    const auto& ownEntries = foldersInMod.back().front().entries;
+    const auto& ownEntries = plan.foldersInMod.back().front().entries;
     auto library = ListInstalledMods(files, job.modLibrary, {job.mod, ownEntries}, plan.failure);
     plan.leftoverFolders = std::move(library.leftovers);
     plan.otherMods = std::move(library.mods);
@@ -154,11 +154,14 @@ void ReadJobPlan(const FileSystem& files, const ModJob& job, Detail detail, JobP
     ReadLastChanged(files, ownEntries, plan);
     if (plan.failure) return;
 
-    FindRefusal(files, foldersInMod, plan);
-    plan.modFiles = CollectModFiles(foldersInMod);
-    AddLeftovers(foldersInMod, plan.leftoverFiles);
+    FindRefusal(files, plan);
+    plan.modFiles = CollectModFiles(plan.foldersInMod);
+    AddLeftovers(plan.foldersInMod, plan.leftoverFiles);
     AddLeftovers(plan.gameFolders, plan.leftoverFiles);
     AddLeftovers(plan.backupFolders, plan.leftoverFiles);
+    for (auto& atPosition : plan.foldersInMod)
+        for (auto& folder : atPosition)
+            folder.entries = std::vector<DirEntry>(); // frees its memory, too
 }
 
 void SweepLeftovers(FileSystem& files, const JobPlan& plan) {

@@ -61,6 +61,7 @@ struct JobPlan {
     Refusal refusal = Refusal::None;
     std::string refused; ///< the path behind a refusal
 
+    KnownFolders foldersInMod; ///< without what they hold
     std::vector<ModFile> modFiles;
     std::optional<InstalledMod> installed; ///< this mod, when it has a `Backup`
     bool wasGivenUp = false;               ///< its `Backup` is only a leftover of its uninstallation

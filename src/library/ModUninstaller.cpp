@@ -53,7 +53,7 @@ private:
     std::vector<const GamePlace*> SavedPlaces() const {
         std::vector<const GamePlace*> saved;
         for (const auto& place : plan_.places)
-            if (!place.savedPath.empty()) saved.push_back(&place);
+            if (place.saved) saved.push_back(&place);
         return saved;
     }
 
@@ -63,7 +63,7 @@ private:
         const auto total = plan_.places.size();
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::Deleting, i, total);
-            if (!plan_.places[i].savedPath.empty()) continue;
+            if (plan_.places[i].saved) continue;
             inPlace_[i] = true;
             giveBack_.Delete(plan_.places[i]);
         }
@@ -81,7 +81,7 @@ private:
         std::vector<bool> leaving(record.files.size());
         bool isAny = false;
         for (const auto& place : plan_.places) {
-            if (!place.recorded || place.savedPath.empty()) continue;
+            if (!place.recorded || place.saved.IsNone()) continue;
             leaving[static_cast<std::size_t>(place.recorded - record.files.data())] = isAny = true;
         }
         return isAny &&
@@ -95,7 +95,7 @@ private:
             for (; next < places.size() && places[next].position == position; ++next) {
                 Report(JobPhase::Restoring, position, kGameFolderCount);
                 const auto& place = places[next];
-                if (place.savedPath.empty()) continue;
+                if (place.saved.IsNone()) continue;
                 const auto restored =
                     giveBack_.Restore(place, mayLeave && place.recorded ? GiveBack::SavedCopy::MayLeave
                                                                         : GiveBack::SavedCopy::MayBeShared);
@@ -124,7 +124,7 @@ private:
         const auto total = plan_.places.size();
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
-            const auto& saved = plan_.places[i].savedPath;
+            const auto& saved = plan_.places[i].saved.Path();
             if (!saved.empty() && !hasLeft_[i])
                 Ignore(files_.RemoveFile(remains + saved.substr(backup.size())));
         }
@@ -140,11 +140,11 @@ private:
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
             const auto& place = plan_.places[i];
-            if (place.savedPath.empty() || hasLeft_[i]) continue;
+            if (place.saved.IsNone() || hasLeft_[i]) continue;
             if (!inPlace_[i] || giveBack_.MayBeModsOwn(place))
-                EndSharing(files_, place.savedPath);
+                EndSharing(files_, place.saved.Path());
             else
-                Ignore(files_.RemoveFile(place.savedPath));
+                Ignore(files_.RemoveFile(place.saved.Path()));
         }
         for (const auto& path : plan_.strangers)
             EndSharing(files_, path);
@@ -164,9 +164,21 @@ private:
     std::vector<bool> hasLeft_; ///< by place: the saved copy was moved into the game
 };
 
+/// A saved copy: its folder, as listed, and its name.
+using SavedName = std::pair<const std::string*, std::string_view>;
+
+/// In order, each as often as places have it.
+std::vector<SavedName> ListSaved(const std::vector<GamePlace>& places) {
+    std::vector<SavedName> saved;
+    saved.reserve(places.size());
+    for (const auto& place : places)
+        if (place.saved) saved.emplace_back(place.saved.folder, place.saved.name);
+    std::ranges::sort(saved);
+    return saved;
+}
+
 /// Everything in `Backup` that is neither one of `saved` nor a known folder nor the record.
-std::vector<std::string> FindStrangers(const KnownFolders& backup,
-                                       const std::unordered_set<std::string_view>& saved) {
+std::vector<std::string> FindStrangers(const KnownFolders& backup, const std::vector<SavedName>& saved) {
     std::unordered_set<std::string_view> folders;
     for (const auto& atPosition : backup)
         for (const auto& folder : atPosition)
@@ -176,9 +188,11 @@ std::vector<std::string> FindStrangers(const KnownFolders& backup,
     for (const auto& atPosition : backup) {
         for (const auto& folder : atPosition) {
             for (const auto& entry : folder.entries) {
+                if (IsProgramsOwn(entry.name) ||
+                    std::ranges::binary_search(saved, SavedName(&folder.path, entry.name)))
+                    continue;
                 auto path = Join(folder.path, entry.name);
-                if (!folders.contains(path) && !saved.contains(path) && !IsProgramsOwn(entry.name))
-                    found.push_back(std::move(path));
+                if (!folders.contains(path)) found.push_back(std::move(path));
             }
         }
     }
@@ -191,9 +205,9 @@ void FindPlaces(UninstallPlan& plan) {
     PlaceFinder finder(plan);
     plan.places.reserve(plan.modFiles.size());
     for (auto& file : plan.modFiles) {
-        auto place = finder.Find(file.position, file.name);
-        if (plan.Record() && !place.recorded && place.savedPath.empty()) continue;
-        place.modPath = std::move(file.path);
+        auto place = finder.Find(file.position, file.file.name);
+        if (plan.Record() && !place.recorded && place.saved.IsNone()) continue;
+        place.mod = std::move(file.file);
         plan.places.push_back(std::move(place));
     }
     plan.modFiles = std::vector<ModFile>(); // frees its memory, too
@@ -212,9 +226,8 @@ UninstallPlan PlanUninstall(const FileSystem& files, const ModJob& job) {
     ReadJobPlan(files, job, Detail::Names, plan);
     plan.laterMods = ListLaterMods(files, plan);
     FindPlaces(plan);
-    std::unordered_set<std::string_view> saved;
-    for (const auto& place : plan.places)
-        if (!place.savedPath.empty() && !saved.insert(place.savedPath).second) plan.hasSharedCopies = true;
+    const auto saved = ListSaved(plan.places);
+    plan.hasSharedCopies = std::ranges::adjacent_find(saved) != saved.end();
     plan.strangers = FindStrangers(plan.backupFolders, saved);
     ForgetFiles(plan.gameFolders);
     return plan;

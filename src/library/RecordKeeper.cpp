@@ -24,7 +24,7 @@ RecordKeeper::RecordKeeper(FileSystem& files, const InstallPlan& plan)
 
 void RecordKeeper::ReadAhead() {
     fingerprints_ = files_.FingerprintFiles(
-        {plan_.items.size(), [this](std::size_t item) { return plan_.items[item].place.modPath; }});
+        {plan_.items.size(), [this](std::size_t item) { return plan_.items[item].place.mod.Path(); }});
 }
 
 std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t over) {
@@ -38,12 +38,8 @@ std::error_code RecordKeeper::Add(std::size_t item, bool isSaved, std::int64_t o
         entry.index = static_cast<std::size_t>(former - plan_.Record()->files.data());
     } else {
         entry.index = record_.files.size();
-        record_.files.push_back({file.place.position,
-                                 std::string(LastComponent(file.place.modPath)),
-                                 RecordedState::Uncertain,
-                                 0,
-                                 0,
-                                 {}});
+        record_.files.push_back(
+            {file.place.position, std::string(file.place.mod.name), RecordedState::Uncertain, 0, 0, {}});
     }
     auto& recorded = FileOf(item);
     recorded.state = RecordedState::Uncertain;

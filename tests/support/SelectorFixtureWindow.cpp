@@ -16,9 +16,11 @@ SelectorFixture::SelectorFixture() {
     Write("game/Tempest2.exe", "game");
     MakeFolder("program");
     registry.path = Path("game").toStdString();
-    files.hook = [this](auto operation, auto, auto) {
+    files.hook = [this](auto operation, auto path, auto) {
         treeSizes += operation == "TreeSize";
-        if (operation == "RemoveFile" || operation == "HardLink" || operation.ends_with("Copy")) onChange();
+        for (const char* change : {"RemoveFile", "RenameOver", "HardLink", "Copy"})
+            if (operation.ends_with(change)) onChange();
+        if (operation == "RemoveTree" && path.ends_with("~quillbay.bak")) onChange();
         return std::error_code();
     };
 }
