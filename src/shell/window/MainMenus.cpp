@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <utility>
 
 namespace quillbay {
@@ -21,7 +20,7 @@ namespace {
 /// Separators have no name in the window's description: their names in the order of each menu.
 struct SeparatorNames {
     QMenu* Ui::frmSelector::*menu;
-    std::initializer_list<const char*> names;
+    std::array<const char*, 2> names; ///< the second may be null
 };
 
 const std::array kSeparators{
@@ -83,7 +82,7 @@ void MainMenus::NameSeparators() {
     for (const SeparatorNames& entry : kSeparators) {
         auto name = entry.names.begin();
         for (QAction* action : (controls_.*entry.menu)->actions())
-            if (action->isSeparator() && name != entry.names.end())
+            if (action->isSeparator() && name != entry.names.end() && *name)
                 action->setObjectName(QLatin1String(*name++));
     }
 }
