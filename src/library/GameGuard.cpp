@@ -60,12 +60,17 @@ std::int64_t GameGuard::LastNumber() const {
     return last;
 }
 
+std::error_code GameGuard::WriteRecord(const InstalledMod& mod) {
+    return files_.WriteFile(Join(mod.backup, kRecordName), ToText(records_.at(&mod)));
+}
+
 void GameGuard::WriteRecords(ReadFailure& failure) {
-    for (const auto& [mod, record] : records_) {
-        if (failure) return;
-        const auto path = Join(mod->backup, kRecordName);
-        failure.Note(path, files_.WriteFile(path, ToText(record)));
-    }
+    for (const auto& [mod, record] : records_)
+        if (!failure) failure.Note(Join(mod->backup, kRecordName), WriteRecord(*mod));
+}
+
+void GameGuard::SetSavedBy(const InstalledMod& mod, const RecordedFile& recorded, std::int64_t number) {
+    ToChange(mod, recorded).saved = number;
 }
 
 void GameGuard::Bequeath(const std::vector<GamePlace>& places, ReadFailure& failure) {

@@ -53,6 +53,10 @@ public:
     /// record says from now on that it is not. A mod whose own version comes back has it in the game again,
     /// whatever its record said. On failure as above.
     void SettleClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure);
+    /// The saved copy that the mod has of this file is from now on the one that the installation of that
+    /// number has made; to be written down by WriteRecord, which on failure may not.
+    void SetSavedBy(const InstalledMod& mod, const RecordedFile& recorded, std::int64_t number);
+    [[nodiscard]] std::error_code WriteRecord(const InstalledMod& mod);
     /// Makes sure of the bytes of a file that is not the mod's own. On failure the file must be left alone.
     [[nodiscard]] std::error_code Secure(LookedAtFile& file, const GamePlace& place);
     /// Takes back what Secure has kept, since the file stayed in the game after all.

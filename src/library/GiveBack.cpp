@@ -42,7 +42,7 @@ std::vector<LaterMod> ListLaterMods(const FileSystem& files, JobPlan& plan) {
     for (const auto& mod : plan.otherMods) {
         const auto last = mod.record ? mod.record->lastNumber : mod.order;
         if (!plan.installed || last <= plan.installed->order) continue;
-        later.push_back({mod, ListKnownFolders(files, mod.backup, Detail::Names, &plan.failure)});
+        later.push_back({&mod, ListKnownFolders(files, mod.backup, Detail::Names, &plan.failure)});
         AddLeftovers(later.back().backupFolders, plan.leftoverFiles);
     }
     return later;
@@ -155,13 +155,14 @@ std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterM
     for (const auto& later : laterMods) {
         EntryIndex copies(later.backupFolders);
         std::optional<RecordIndex> record;
-        if (later.mod.record) record.emplace(later.mod.record->files);
+        if (later.mod->record) record.emplace(later.mod->record->files);
+        std::vector<const GamePlace*> noted;
         for (const auto* place : places) {
             const auto* copy = copies.Find(place->position, place->name);
             if (!copy || copy->kind != EntryKind::File || copy->isLink) continue;
             const auto path = copies.PathOf(place->position, *copy);
             const auto* recorded = record ? record->Find(place->position, place->name) : nullptr;
-            const auto isOurs = IsInstalledHere(*place, path, SavedBy(later.mod, recorded));
+            const auto isOurs = IsInstalledHere(*place, path, SavedBy(*later.mod, recorded));
             if (isOurs && !*isOurs) continue;
             // Its own file was there before this mod's: then it has to save nothing.
             const auto isTheirs = recorded && place->saved
@@ -169,15 +170,23 @@ std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterM
                                             .HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded))
                                       : Result<bool>(false);
             if (isOurs && isTheirs) {
-                const auto error = place->saved.IsNone() || *isTheirs
-                                       ? files_.RemoveFile(path)
-                                       : files_.Copy(place->saved.Path(), path,
-                                                     {.replace = true, .keepLink = true, .flush = true});
+                const bool isGone = place->saved.IsNone() || *isTheirs;
+                const auto error = isGone ? files_.RemoveFile(path)
+                                          : files_.Copy(place->saved.Path(), path,
+                                                        {.replace = true, .keepLink = true, .flush = true});
+                if (!error && !isGone && recorded) {
+                    guard_.SetSavedBy(*later.mod, *recorded, SavedBy(*plan_.installed, place->recorded));
+                    noted.push_back(place);
+                }
                 if (!error) continue;
             }
             result_.notHandedOver.push_back(path);
             failed.insert(place);
         }
+        // A copy counts as a version of a mod only when that was in the game at the time.
+        if (noted.empty() || !guard_.WriteRecord(*later.mod)) continue;
+        result_.notHandedOver.push_back(later.mod->backup);
+        failed.insert(noted.begin(), noted.end());
     }
     return failed;
 }

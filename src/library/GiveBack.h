@@ -17,7 +17,7 @@ namespace quillbay {
 
 /// A mod that was installed, or installed again, after the one at work and may have saved its files.
 struct LaterMod {
-    InstalledMod mod;
+    const InstalledMod* mod; ///< among the plan's
     KnownFolders backupFolders;
 };
 

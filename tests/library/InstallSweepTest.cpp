@@ -348,7 +348,7 @@ TEST_P(InstallSequenceTest, LosesNothingWhateverHappensBetween) {
     const auto seed =
         GTEST_FLAG_GET(shuffle) ? 1000U * unsigned(testing::UnitTest::GetInstance()->random_seed()) : 0;
     for (const unsigned onceWrong :
-         {95992016U, 81461219U, 64560009U, 80202129U, 27323104U, 40009092U, 231058U})
+         {95992016U, 81461219U, 64560009U, 80202129U, 27323104U, 40009092U, 231058U, 31466224U})
         Story(onceWrong, isEdited, isInterrupted).Run();
     for (unsigned story = 0; story < 300 / SweepStride() && !HasFailure(); ++story)
         Story(seed + story, isEdited, isInterrupted).Run();
