@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystemWrapper.h"
+#include "platform/FileSystemLayer.h"
 #include "platform/PassingError.h"
 
 #include <chrono>
@@ -29,49 +29,56 @@ private:
 };
 
 /// Tries what meets an error that may pass again, for about a second with growing pauses.
-class PatientFileSystem : public FileSystemWrapper {
+class PatientFileSystem : public FileSystemLayer<PatientFileSystem> {
 public:
     PatientFileSystem(std::unique_ptr<FileSystem> base, Pause pause);
 
-    Result<std::vector<DirEntry>> List(std::string_view folder, Detail detail) const override;
-    Result<FileInfo> Stat(std::string_view path) const override;
     Result<FileInfo> StatContents(std::string_view path) const override;
-    Result<std::string> Read(std::string_view file, std::uint64_t offset,
-                             std::size_t maxBytes) const override;
-    Result<std::string> ReadLink(std::string_view path) const override;
-    Result<bool> SameContents(std::string_view file, std::string_view other) const override;
-    Result<Fingerprint> FingerprintFile(std::string_view file) const override;
     std::unique_ptr<FingerprintReader> FingerprintFiles(FilesByIndex files) const override;
-    Result<std::uint64_t> TreeSize(std::string_view folder) const override;
-    Result<std::string> RealPath(std::string_view path) const override;
-    Result<DiskSpace> SpaceAt(std::string_view folder) const override;
-
-    std::error_code MakeFolder(std::string_view folder) override;
-    std::error_code RemoveEmptyFolder(std::string_view folder) override;
-    std::error_code RemoveFile(std::string_view file) override;
+    /// Does not wait: a missing right is what is asked for.
+    std::error_code TryToWrite(std::string_view folder) override { return Base().TryToWrite(folder); }
     std::error_code RemoveTree(std::string_view folder) override;
-    std::error_code Copy(std::string_view from, std::string_view to, CopyOptions options) override;
-    std::error_code HardLink(std::string_view from, std::string_view to, bool replace) override;
-    std::error_code Rename(std::string_view from, std::string_view to) override;
-    std::error_code RenameOver(std::string_view from, std::string_view to) override;
-    std::error_code WriteFile(std::string_view file, std::string_view bytes) override;
     /// The writer must not outlive the file system.
     Result<std::unique_ptr<FileWriter>> MakeFile(std::string_view file, NewFile traits) override;
-    std::error_code SetReadOnly(std::string_view file, bool readOnly) override;
-    std::error_code SetModified(std::string_view path, FileTime time) override;
 
 private:
+    friend FileSystemLayer;
     class Writer;
+
+    /// Together about a second.
+    static constexpr std::chrono::milliseconds kPauses[] = {
+        std::chrono::milliseconds(10), std::chrono::milliseconds(20),  std::chrono::milliseconds(40),
+        std::chrono::milliseconds(80), std::chrono::milliseconds(160), std::chrono::milliseconds(320),
+        std::chrono::milliseconds(400)};
+
+    static std::error_code ErrorOf(const std::error_code& error) { return error; }
+    template <typename T>
+    static std::error_code ErrorOf(const Result<T>& result) {
+        return result.Error();
+    }
 
     /// `isPassing(error)` tells what is tried again.
     template <typename Operation, typename IsPassing>
-    auto Persist(Operation operation, IsPassing isPassing) const -> decltype(operation());
-    template <typename Operation, typename... Arguments>
-    auto Reading(Operation operation, const Arguments&... arguments) const
-        -> decltype((Base().*operation)(arguments...));
-    template <typename Operation, typename... Arguments>
-    auto Writing(Operation operation, const Arguments&... arguments)
-        -> decltype((Base().*operation)(arguments...));
+    auto Persist(Operation operation, IsPassing isPassing) const {
+        auto result = operation();
+        std::chrono::milliseconds waited(0);
+        for (const auto pause : kPauses) {
+            if (!isPassing(ErrorOf(result)) || !patience_.Take(pause)) break;
+            pause_(pause);
+            waited += pause;
+            result = operation();
+        }
+        if (waited.count() > 0 && !isPassing(ErrorOf(result))) patience_.GiveBack(waited);
+        return result;
+    }
+    template <typename Operation>
+    auto Reading(std::string_view, std::string_view, std::string_view, Operation operation) const {
+        return Persist(operation, [](auto error) { return MayPass(error, FileAccess::Reading); });
+    }
+    template <typename Operation>
+    auto Writing(std::string_view, std::string_view, std::string_view, Operation operation) {
+        return Persist(operation, [](auto error) { return MayPass(error, FileAccess::Writing); });
+    }
 
     std::unique_ptr<FileSystem> base_;
     Pause pause_;

@@ -38,19 +38,20 @@ void FaultyFileSystem::LeaveTemp(Text to, Text bytes, Replace replace) {
 
 std::error_code FaultyFileSystem::RemoveTree(Text folder) {
     if (IsNext() && fault_ == Fault::EndTempHalf) RemoveHalf(folder);
-    return Meet("RemoveTree", &FileSystem::RemoveTree, folder);
+    return FileSystemLayer::RemoveTree(folder);
 }
 
 std::error_code FaultyFileSystem::Copy(Text from, Text to, CopyOptions options) {
     if (IsNext())
         LeaveTemp(to, Base().Read(from, 0, kWholeFile).ValueOr({}),
                   [&] { return Base().Copy(from, to, {.replace = true, .keepLink = true}); });
-    return Meet(options.flush ? "FlushedCopy" : "Copy", &FileSystem::Copy, from, to, options);
+    return Writing(options.flush ? "FlushedCopy" : "Copy", from, to,
+                   [&] { return Base().Copy(from, to, options); });
 }
 
 std::error_code FaultyFileSystem::WriteFile(Text file, Text bytes) {
     if (IsNext()) LeaveTemp(file, bytes, [&] { return Base().WriteFile(file, bytes); });
-    return Meet("WriteFile", &FileSystem::WriteFile, file, bytes);
+    return FileSystemLayer::WriteFile(file, bytes);
 }
 
 /// When the process ends before the file has its name, what was written so far stays under the temporary one.
@@ -64,13 +65,13 @@ public:
     }
 
     std::error_code Write(Text bytes) override {
-        return files_.MeetBy("Write", temp_, bytes, [&] {
+        return files_.Writing("Write", temp_, bytes, [&] {
             written_ += bytes;
             return base_->Write(bytes);
         });
     }
     std::error_code Commit() override {
-        return files_.MeetBy("Commit", temp_, {}, [&] {
+        return files_.Writing("Commit", temp_, {}, [&] {
             committed_ = true;
             return base_->Commit();
         });
@@ -85,7 +86,7 @@ private:
 };
 
 Result<std::unique_ptr<FileWriter>> FaultyFileSystem::MakeFile(Text file, NewFile traits) {
-    auto made = Meet("MakeFile", &FileSystem::MakeFile, file, traits);
+    auto made = FileSystemLayer::MakeFile(file, traits);
     if (!made) return made;
     return std::unique_ptr<FileWriter>(
         std::make_unique<Writer>(*this, Join(Parent(file), kTempNew), std::move(*made)));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystemWrapper.h"
+#include "platform/FileSystemLayer.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,14 +9,12 @@
 #include <memory>
 #include <string>
 #include <system_error>
-#include <tuple>
-#include <type_traits>
 
 namespace quillbay {
 
 /// Counts the operations and lets one of them fail, or lets the process end there: from then on nothing is
 /// done any more and every operation fails. A hook sees them all, in the middle of the work.
-class FaultyFileSystem : public FileSystemWrapper {
+class FaultyFileSystem : public FileSystemLayer<FaultyFileSystem> {
 public:
     enum class Fault {
         None,
@@ -28,7 +26,7 @@ public:
         EndAfter,     ///< it ends after the operation
     };
 
-    using FileSystemWrapper::FileSystemWrapper;
+    using FileSystemLayer::FileSystemLayer;
     using Text = std::string_view;
 
     /// The `number`-th operation (from 1) meets the fault.
@@ -54,80 +52,23 @@ public:
     /// 't' for the removal of a tree, '.' for any other.
     const std::string& Trace() const { return trace_; }
 
-    Result<std::vector<DirEntry>> List(Text folder, Detail detail) const override {
-        return Meet("List", &FileSystem::List, folder, detail);
-    }
     Result<FileInfo> Stat(Text path) const override {
-        auto info = Meet("Stat", &FileSystem::Stat, path);
+        auto info = FileSystemLayer::Stat(path);
         if (info && !mount.empty()) info->isMount = info->name == mount;
         return info;
     }
-    Result<std::string> Read(Text file, std::uint64_t offset, std::size_t maxBytes) const override {
-        return Meet("Read", &FileSystem::Read, file, offset, maxBytes);
-    }
-    Result<std::string> ReadLink(Text path) const override {
-        return Meet("ReadLink", &FileSystem::ReadLink, path);
-    }
-    Result<bool> SameContents(Text file, Text other) const override {
-        return Meet("SameContents", &FileSystem::SameContents, file, other);
-    }
-    Result<Fingerprint> FingerprintFile(Text file) const override {
-        return Meet("FingerprintFile", &FileSystem::FingerprintFile, file);
-    }
-    Result<std::string> RealPath(Text path) const override {
-        return Meet("RealPath", &FileSystem::RealPath, path);
-    }
-    Result<std::uint64_t> TreeSize(Text folder) const override {
-        return Meet("TreeSize", &FileSystem::TreeSize, folder);
-    }
-    Result<DiskSpace> SpaceAt(Text folder) const override {
-        return Meet("SpaceAt", &FileSystem::SpaceAt, folder);
-    }
-    std::error_code MakeFolder(Text folder) override {
-        return Meet("MakeFolder", &FileSystem::MakeFolder, folder);
-    }
-    std::error_code TryToWrite(Text folder) override {
-        return Meet("TryToWrite", &FileSystem::TryToWrite, folder);
-    }
-    std::error_code RemoveEmptyFolder(Text folder) override {
-        return Meet("RemoveEmptyFolder", &FileSystem::RemoveEmptyFolder, folder);
-    }
-    std::error_code RemoveFile(Text file) override {
-        return Meet("RemoveFile", &FileSystem::RemoveFile, file);
-    }
     std::error_code RemoveTree(Text folder) override;
     std::error_code Copy(Text from, Text to, CopyOptions options) override;
-    std::error_code HardLink(Text from, Text to, bool replace) override {
-        return Meet("HardLink", &FileSystem::HardLink, from, to, replace);
-    }
-    std::error_code Rename(Text from, Text to) override {
-        return Meet("Rename", &FileSystem::Rename, from, to);
-    }
-    std::error_code RenameOver(Text from, Text to) override {
-        return Meet("RenameOver", &FileSystem::RenameOver, from, to);
-    }
     std::error_code WriteFile(Text file, Text bytes) override;
     /// Each Write and the Commit are operations of their own.
     Result<std::unique_ptr<FileWriter>> MakeFile(Text file, NewFile traits) override;
-    std::error_code SetReadOnly(Text file, bool readOnly) override {
-        return Meet("SetReadOnly", &FileSystem::SetReadOnly, file, readOnly);
-    }
-    std::error_code SetModified(Text path, FileTime time) override {
-        return Meet("SetModified", &FileSystem::SetModified, path, time);
-    }
 
 private:
+    friend FileSystemLayer;
     class Writer;
 
-    template <typename Operation, typename... Rest>
-    auto Meet(Text name, Operation operation, Text path, const Rest&... rest) const
-        -> decltype((Base().*operation)(path, rest...)) {
-        Text to;
-        if constexpr ((std::is_same_v<Rest, Text> || ...)) to = std::get<Text>(std::tuple(rest...));
-        return MeetBy(name, path, to, [&] { return (Base().*operation)(path, rest...); });
-    }
     template <typename Operation>
-    auto MeetBy(Text name, Text path, Text to, Operation operation) const -> decltype(operation()) {
+    auto Reading(Text name, Text path, Text to, Operation operation) const -> decltype(operation()) {
         if (ended_) return error_;
         if (const auto refused = hook ? hook(name, path, to) : std::error_code()) return refused;
         const bool isWhole = name == "WriteFile" || name.ends_with("Copy");
@@ -136,6 +77,10 @@ private:
         ended_ = fault_ != Fault::Fail;
         if (fault_ == Fault::EndAfter) return operation();
         return error_;
+    }
+    template <typename Operation>
+    auto Writing(Text name, Text path, Text to, Operation operation) -> decltype(operation()) {
+        return Reading(name, path, to, operation);
     }
     bool IsNext() const { return !ended_ && trace_.size() + 1 == at_; }
     /// What the end of the process in the middle of writing `bytes` to `to` leaves; `replace` puts the new
