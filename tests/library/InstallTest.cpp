@@ -113,18 +113,6 @@ TEST_F(InstallTest, ASecondInstallationKeepsSavedCopiesAndSavesWhatIsTheGames) {
     EXPECT_EQ(Differences(before, lab.State("game")), "");
 }
 
-TEST_F(InstallTest, WhatASecondInstallationSavedIsKnownByItsOwnNumber) {
-    lab.Make({"mods/First/b.txt", "mods/Later/c.txt"});
-    for (const char* mod : {"First", "Later"})
-        lab.Install(mod);
-    lab.Make({"mods/First/a.txt", "mods/Later/a.txt"}); // newer than the first installation of either
-    lab.Install("First");
-    EXPECT_EQ(lab.Install("Later").saved, 1u);
-    for (const char* mod : {"First", "Later"})
-        EXPECT_FALSE(lab.Uninstall(mod).BackupStays()) << mod;
-    EXPECT_EQ(lab.Read("game"), Contents());
-}
-
 /// First gets the file that the others have, too, when it is installed already.
 TEST_F(InstallTest, AModThatCameUnderALaterOneInheritsWhatThatHasSaved) {
     const std::vector<std::string> kStories[] = {

@@ -36,18 +36,6 @@ TEST_F(LibraryTest, ScanListsModsSortedWithTheirAddonsReversed) {
         EXPECT_EQ(times, 1) << folder;
 }
 
-TEST_F(LibraryTest, TheLibraryIsMadeOrGetsItsLowerCaseNameUnlessAFileHasIt) {
-    PutFolder(temp_ / "folder\\MODS\\A");
-    PutFile(temp_ / "file\\Mods", "stays");
-    EXPECT_TRUE(PrepareLibraryFolder(*disk_, temp_.Path()));
-    for (const char* directory : {"", "folder", "file"})
-        EXPECT_FALSE(PrepareLibraryFolder(*disk_, temp_ / directory)) << directory;
-    EXPECT_EQ(disk_->Stat(temp_ / "folder\\mods").ValueOr({}).name, "mods");
-    EXPECT_EQ(ScanModLibrary(*disk_, LibraryFolder(temp_ / "folder")).size(), 1U);
-    EXPECT_EQ(FileBytes(temp_ / "file\\Mods"), "stays");
-    EXPECT_TRUE(ScanModLibrary(*disk_, temp_ / "file\\Mods").empty());
-}
-
 TEST_F(LibraryTest, NewModsTakeOnlyNamesThatEverySystemKeeps) {
     using enum NewFolderOutcome;
     PutFolder(temp_ / "mods\\Alpha");
@@ -74,26 +62,6 @@ TEST_F(LibraryTest, AnEmptyModPathNamesNoFolder) {
     EXPECT_TRUE(FilterInstalled(*disk_, temp_.Path(), {{"    none", {}}}).empty());
 }
 
-TEST_F(LibraryTest, EveryKnownFolderIsFoundAndListedOnce) {
-    for (const std::string_view folder : GameFolders)
-        PutFile(temp_ / Join(folder, "file.txt"), "x");
-    const ListingFileSystem files(*disk_);
-    const KnownFolders known = ListKnownFolders(files, temp_.Path(), Detail::Names);
-    for (std::size_t i = 0; i < kGameFolderCount; ++i) {
-        ASSERT_EQ(known[i].size(), 1U) << GameFolders[i];
-        EXPECT_EQ(known[i][0].path, WithoutFinalSeparators(Join(temp_.Path(), GameFolders[i])));
-        EXPECT_EQ(CountPlainFiles(known[i]), 1U) << GameFolders[i];
-    }
-    EXPECT_EQ(files.listed.size(), kGameFolderCount);
-    for (const auto& [folder, times] : files.listed)
-        EXPECT_EQ(times, 1) << folder;
-    EXPECT_EQ(files.stats, 0) << "the listings have answered all";
-
-    const ListingFileSystem ended(*disk_);
-    CountKnownFiles(ended, temp_.Path(), [](std::size_t position, std::size_t) { return position == 0; });
-    EXPECT_EQ(ended.listed.size(), 3U) << "the root and two folders";
-}
-
 TEST_F(LibraryTest, OneWritableFolderIsEnough) {
     struct Rights : FileSystemWrapper {
         using FileSystemWrapper::FileSystemWrapper;
@@ -109,16 +77,6 @@ TEST_F(LibraryTest, OneWritableFolderIsEnough) {
     for (const auto* last : {"open", "gone"}) // what is gone has a message of its own
         EXPECT_FALSE(TryToWrite(files, {"denied", last})) << last;
     EXPECT_FALSE(TryToWrite(files, {}));
-}
-
-TEST_F(LibraryTest, MissingKnownFoldersCostNoCall) {
-    temp_.Put("ODF/Ships/deeper/ ODF/Ships/fighter.odf=x Textures=file ODF/other=file");
-    const ListingFileSystem files(*disk_);
-    EXPECT_EQ(CountKnownFiles(files, temp_.Path() + "\\"), 3U)
-        << "the ship and the two files that have names of folders";
-    EXPECT_EQ(files.listed.size(), 3U) << "the folder itself, ODF and Ships";
-    EXPECT_TRUE(files.listed.contains(temp_.Path() + "\\ODF\\Ships")) << "in stored spelling";
-    EXPECT_EQ(CountKnownFiles(files, temp_ / "missing") + std::size_t(files.stats), 0U);
 }
 
 } // namespace

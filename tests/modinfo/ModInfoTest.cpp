@@ -1,4 +1,3 @@
-#include "modinfo/Compatibility.h"
 #include "modinfo/ModDetails.h"
 #include "modinfo/ModInfoWriter.h"
 #include "support/FaultyFileSystem.h"
@@ -56,14 +55,6 @@ TEST_F(ModInfo, ValuesAreShownUnchangedAndFallbackTextsTellWhyThereIsNone) {
         EXPECT_EQ(Shown(Parse(bytes)), shown) << bytes;
 }
 
-TEST_F(ModInfo, LongFilesAreReadToTheEndAndLongValuesKeptInPart) {
-    const std::string text(3 * 1024 * 1024, 'x');
-    const std::string kept = text.substr(0, ModInfoParser::kMaxValueBytes);
-    PutFile(file_, "Version: 1\rOther Heading: " + text + "\rAuthor: " + text + "\r\nOther: end");
-    EXPECT_TRUE(ReadModInfo(*disk_, file_) == (ModInfoValues{kept, {}, "1", "end", kept}));
-    EXPECT_FALSE(ReadModInfo(*disk_, temp_ / "gone"));
-}
-
 TEST_F(ModInfo, IsReadAsItWasWrittenAndInPiecesAsAWhole) {
     std::mt19937 random(20'260'101);
     const auto text = [&] {
@@ -102,24 +93,6 @@ TEST_F(ModInfo, IsReplacedAsAWholeOrNotAtAllInAnyLetterCase) {
     }
 }
 
-TEST_F(ModInfo, DetailsComeFromOneListingAndFallBackWhereAFileCannotBeRead) {
-    PutFile(temp_ / "Docs\\README.txt", "");
-    PutFile(temp_ / "mODiNFO.TXT", "Author: Bob");
-    EXPECT_FALSE(Details().hasReadme);
-    PutFile(temp_ / "my ReadMe.doc", "");
-    EXPECT_TRUE(Details().hasReadme);
-
-    ListingFileSystem listing(*disk_);
-    FaultyFileSystem files(listing);
-    EXPECT_EQ(ReadModDetails(files, temp_.Path()).captions.author, "Bob");
-    EXPECT_EQ(listing.listed[temp_.Path()], 1);
-    files.Arm(files.Trace().size(), FaultyFileSystem::Fault::Fail); // the last step, which reads the file
-    EXPECT_EQ(ReadModDetails(files, temp_.Path()).captions.author, "(File does not contain author)");
-    const ModDetails gone = ReadModDetails(files, temp_ / "gone");
-    EXPECT_FALSE(gone.fileCount || gone.size);
-    EXPECT_EQ(gone.captions.author, "(File 'ModInfo.txt' not found)");
-}
-
 TEST_F(ModInfo, SizeAndCountAreWithoutWhatTheProgramKeeps) {
     temp_.Put("file=12345 Backup/odf/saved=123 Addon/A/own=1");
     const auto expectSame = [&] {
@@ -145,44 +118,6 @@ TEST_F(ModInfo, TheListingOrderDecidesBetweenPictures) {
     PutFile(bitmap, "");
     EXPECT_EQ(Details("ModPic.bmp").pictures, Paths{bitmap});
     EXPECT_EQ(Details("ModPic.jpg").pictures, (Paths{bitmap, jpeg}));
-}
-
-using Paths = std::vector<std::string>;
-using Compatibility = DiskTest;
-
-TEST_F(Compatibility, ComparesKnownFoldersInListOrderUnlessItCannot) {
-    EXPECT_EQ(FindCommonPaths({"b", "A", "odf\\a", "b", "x"}, {"x", "a", "odf\\a", "Odf\\a", "b"}),
-              (std::vector<CommonPath>{{0, 4}, {2, 2}, {4, 0}}));
-    for (const char* file : {"ModPic.jpg", "Textures/modpic.jpg", "Textures/Rgb/t.tga", "odf/a.odf",
-                             "odf/Ships/s.odf", "odf/Ships/ModInfo.txt", "Backup/odf/a.odf", "unknown/u.odf"})
-        PutFile(temp_ / (std::string("m/") + file), "");
-    EXPECT_EQ(ListComparedFiles(*disk_, temp_ / "m", kDescriptionFiles).paths,
-              (Paths{"odf\\a.odf", "odf\\ships\\s.odf", "Textures\\modpic.jpg", "Textures\\Rgb\\t.tga"}));
-    for (const auto& [file, bytes] : {std::pair{"ODF/a.odf", "a"},
-                                      {"odf/Ships/s.odf", ""},
-                                      {"Textures/modpic.jpg", "2"},
-                                      {"Textures/rgb/t.tga", ""}})
-        PutFile(temp_ / (std::string("n/") + file), bytes);
-    auto first = ListComparedFiles(*disk_, temp_ / "m", kDescriptionFiles);
-    auto second = ListComparedFiles(*disk_, temp_ / "n");
-    PutFile(temp_ / "m/Textures/modpic.jpg", "1");
-    ASSERT_FALSE(disk_->RemoveFile(temp_ / "n/Textures/rgb/t.tga"));
-    auto common = FindCommonPaths(first.paths, second.paths);
-    ContentComparison contents(*disk_, std::move(first), std::move(second), std::move(common));
-    while (contents.Step())
-        continue;
-    EXPECT_EQ(contents.Equal(), 1U);
-    EXPECT_EQ(contents.Different(), (Paths{"odf\\a.odf", "Textures\\modpic.jpg"}));
-    EXPECT_EQ(contents.Unreadable(), Paths{"Textures\\Rgb\\t.tga"});
-
-    FaultyFileSystem faulty(*disk_);
-    faulty.Arm(2, FaultyFileSystem::Fault::Fail, std::errc::permission_denied);
-    EXPECT_EQ(ListComparedFiles(faulty, temp_ / "m").failure.error, std::errc::permission_denied);
-
-    for (std::size_t i = 4; i < kMostComparedFiles; ++i)
-        PutFile(temp_ / ("m/odf/" + std::to_string(i)), "");
-    EXPECT_EQ(ListComparedFiles(*disk_, temp_ / "m", kDescriptionFiles).paths.size(), kMostComparedFiles);
-    EXPECT_TRUE(ListComparedFiles(*disk_, temp_ / "m").tooMany);
 }
 
 } // namespace

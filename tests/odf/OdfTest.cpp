@@ -7,7 +7,6 @@
 #include "odf/UnitStatistics.h"
 #include "platform/PathText.h"
 #include "support/FaultyFileSystem.h"
-#include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
 namespace quillbay::test {
@@ -98,42 +97,6 @@ protected:
     const std::string odf_ = temp_ / "odf";
 };
 
-TEST_F(OdfCheckRunTest, MeetsEachFileOnceHoweverTheListingMoves) {
-    for (const char* folder : {"other", "commands", "special_weapons", "ships", "stations", "weapons",
-                               R"(weapons\phasers)", R"(weapons\photons)", R"(weapons\pulse)"})
-        Put(Join(folder, "b.odf"), "x");
-    for (const char* bad :
-         {R"(ships\a.odf)", R"(ships\c.ODF)", R"(ships\d.odf)", R"(ships\note.txt)", "a.odf"})
-        Put(bad, "x\r\"");
-    const OdfCheckOptions options{OdfCheckSet().set()};
-    // Of any six files that follow each other every choice is checked again.
-    for (unsigned round = 0; round < 64; ++round) {
-        SCOPED_TRACE(round);
-        ListingFileSystem files(*disk_);
-        OdfCheckRun run(files, odf_);
-        Texts met;
-        for (auto step = run.Next(options); step != OdfCheckRun::Step::End; step = run.Next(options)) {
-            EXPECT_LE(run.ShownFiles(), run.TotalFiles());
-            files.backwards = !files.backwards; // as a file that is rewritten may change its place
-            if ((round >> met.size() % 6) % 2 == 1) {
-                run.CheckAgain();
-                ASSERT_EQ(run.Next(options), step);
-            }
-            met.push_back(run.Error() ? run.Error()->path.substr(odf_.size()) : "good");
-            if (run.Error()) run.SkipFile();
-        }
-        std::ranges::sort(met);
-        Texts expected(kOdfFolders.size(), "good");
-        expected.insert(expected.begin(), {R"(\ships\a.odf)", R"(\ships\c.ODF)", R"(\ships\d.odf)"});
-        EXPECT_EQ(met, expected);
-        EXPECT_EQ(run.TotalFiles(), 13U);
-        EXPECT_EQ(run.Checked(), 12U);
-        EXPECT_EQ(run.Odfs(), 12U);
-        EXPECT_EQ(run.Ignored().size(), 3U);
-        EXPECT_EQ(run.Repaired(), 0U);
-    }
-}
-
 TEST_F(OdfCheckRunTest, NamesWhatItCouldNotRewriteUntilItCan) {
     Put(R"(ships\a.odf)", "// unused\r\nx");
     FaultyFileSystem files(*disk_);
@@ -189,24 +152,6 @@ TEST_F(AnalyzerData, FilesArePastedWithoutOverwritingAndKnownByLetterCase) {
         EXPECT_EQ(IsStillThere(*disk_, file), isThere);
         EXPECT_FALSE(RemoveListedFile(*disk_, file));
     }
-}
-
-TEST_F(AnalyzerData, StatisticsAreTheRawRestOfTheLastLineOfEachKey) {
-    std::string shown;
-    for (std::size_t i = 0; i < kMaxUnitValueCharacters; ++i)
-        shown += "\u00E9";
-    const std::tuple<std::string, std::size_t, std::string> cases[] = {
-        {"", 0, "unitName = (File does not contain 'unitName')"},
-        {"race = \"a\"\r\nrace = \"b\" // two", 1, "race = \"b\" // two"},
-        {"race = \"b\"\rrace= \"c\"\r race = d", 1, "race = \"b\""},
-        {"BuildTime = 5", 2, "buildTime = (File does not contain 'buildTime')"},
-        {"officerCost =", 3, "officerCost = "},
-        {"crewCost =\xE9" + std::string("7"), 4, "crewCost = 7"},
-        {"crewCost2 = 7", 4, "crewCost = (File does not contain 'crewCost')"},
-        {"crewCost = 7\ncrewCost = 8", 4, "crewCost = 7\ncrewCost = 8"},
-        {"shieldRate = " + std::string(2 * kMaxUnitValueCharacters, '\xE9'), 9, "shieldRate = " + shown}};
-    for (const auto& [odf, key, caption] : cases)
-        EXPECT_EQ(FindUnitStatistics(odf)[key], caption) << odf.substr(0, 40);
 }
 
 } // namespace

@@ -45,22 +45,6 @@ TEST_F(PosixWinePrefixTest, DosPathsLeadToTheirDrives) {
     EXPECT_EQ(NativePath("C:\\Games"), prefix_ + "/drive_c/Games");
 }
 
-TEST_F(PosixWinePrefixTest, FoldersHaveADosPathInThePrefixThatHoldsThem) {
-    std::string zForm = "Z:" + temp_.Path();
-    std::ranges::replace(zForm, '/', '\\');
-    for (const auto& [folder, path] : {std::pair{temp_ / "prefix\\drive_c\\GAMES", std::string("C:\\Games")},
-                                       {temp_ / "prefix\\drive_c", "C:\\"},
-                                       {temp_ / "disk\\T2", "D:\\T2"},
-                                       {temp_.Path(), zForm}})
-        EXPECT_EQ(ShortPath(folder).ValueOr({}), path);
-    EXPECT_EQ(ShortPath(temp_ / "none").Error(), std::errc::no_such_file_or_directory);
-
-    // Another prefix is found by what lies in it; the drives of the user's own do not count there.
-    const ScopedVariable other("WINEPREFIX", disk_);
-    EXPECT_EQ(ShortPath(temp_ / "prefix\\drive_c\\Games").ValueOr({}), "C:\\Games");
-    EXPECT_EQ(ShortPath(temp_ / "disk\\T2").Error(), std::errc::no_such_file_or_directory);
-}
-
 TEST_F(PosixWinePrefixTest, TheSearchEndsAtTheProgramsDriveAndFollowsNoLinks) {
     const std::string root = prefix_ + "/drive_c";
     EXPECT_EQ(SearchRoots(temp_ / "prefix\\drive_c\\Games"), std::vector{root});
@@ -214,23 +198,6 @@ TEST_F(PosixLauncherPrefixesTest, TheNewestPrefixWithAGameCountsUnlessTheUsersOw
     const ScopedVariable chosen("WINEPREFIX", older);
     EXPECT_EQ(Find().path, "");
     EXPECT_EQ(SearchRoots(temp_.Path()), std::vector{older + "/drive_c"});
-}
-
-TEST_F(PosixLauncherPrefixesTest, AGameOutsideThePrefixThatNamesItIsReachedThroughItsDrives) {
-    const std::string game = disk_ + "/library/T2";
-    PutFolder(game);
-    std::string dosPath = "Z:" + game;
-    std::string escaped = "Z:";
-    for (const char c : game)
-        escaped += c == '/' ? std::string("\\\\") : std::string(1, c);
-    std::ranges::replace(dosPath, '/', '\\');
-    // Another prefix holds the folder.
-    PutFolder(disk_ + "/library/dosdevices");
-    const auto prefix = MakePrefix(".local/share/Steam/steamapps/compatdata/7/pfx", 0, escaped);
-    const auto found = Find();
-    EXPECT_EQ(found.path, game);
-    EXPECT_EQ(ShortPath(found.path, found.prefix).ValueOr({}), dosPath);
-    EXPECT_EQ(ShortPath(found.path).Error(), std::errc::no_such_file_or_directory);
 }
 
 using Texts = std::vector<std::string>;

@@ -83,20 +83,6 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
               std::errc::no_such_file_or_directory);
 }
 
-TEST_F(PosixProcessTest, StartedProgramsInheritNothing) {
-    PutFile(temp_ / "file.txt", "x");
-    // A descriptor that somebody forgot to mark, and a signal that the program ignores.
-    const UniqueFd forgotten(::open(DiskText(temp_ / "file.txt").c_str(), O_RDONLY));
-    const auto oldHandler = std::signal(SIGPIPE, SIG_IGN);
-    PutProgram("xdg-open", "\"$(/bin/readlink /proc/$$/fd/*)\" \"$(/bin/grep SigIgn /proc/$$/status)\"");
-    EXPECT_FALSE(opener_->OpenWithShell(temp_ / "file.txt"));
-    const auto record = TakeRecord();
-    std::signal(SIGPIPE, oldHandler);
-    EXPECT_TRUE(record.starts_with("/dev/null\n")) << record;
-    EXPECT_EQ(record.find("file.txt"), std::string::npos) << record;
-    EXPECT_TRUE(record.ends_with("SigIgn:\t0000000000000000\n")) << record;
-}
-
 TEST_F(PosixProcessTest, ASecondSoundStopsTheFirst) {
     PutFile(temp_ / "a.wav", "x");
     auto player = MakeSoundPlayer();

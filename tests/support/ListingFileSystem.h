@@ -20,7 +20,6 @@ public:
         ++listed[std::string(folder)];
         auto entries = Base().List(folder, detail);
         if (entries) std::ranges::sort(*entries, {}, [this](const DirEntry& e) { return Key(e.name); });
-        if (entries && backwards) std::ranges::reverse(*entries);
         return entries;
     }
 
@@ -31,7 +30,6 @@ public:
 
     mutable std::map<std::string, int> listed;
     mutable int stats = 0;
-    bool backwards = false;
 
 private:
     std::pair<bool, std::string> Key(const std::string& name) const { return {name != first_, name}; }

@@ -100,18 +100,5 @@ TEST_F(InstallerWindow, ListsAnewOpensAndNamesWhatStays) {
     EXPECT_EQ(boxes.Seen().at(0).text, "No files installed. These could not be moved: a.bzn.");
 }
 
-TEST_F(InstallerWindow, HelpsWithoutMods) {
-    Open();
-    ClickAndEnter();
-    EXPECT_EQ(Shown(), "(No mods found.)|||nnn");
-    EXPECT_TRUE(shell.opened.empty());
-    auto& box = In<QComboBox>("cboBox");
-    const auto& help = In<QLabel>("lblHelp");
-    EXPECT_EQ(box.currentText() + help.text(), "bznFiles included: *.bzn\nCopied to: bzn");
-    box.setCurrentIndex(box.findText("Odf\\Ships"));
-    box.setEditText("nothing");
-    EXPECT_TRUE(help.text().endsWith("Copied to: odf\\Ships"));
-}
-
 } // namespace
 } // namespace quillbay

@@ -1,9 +1,7 @@
 #include "common/window/AppSettings.h"
 #include "common/window/QtText.h"
 #include "common/window/RawTextBox.h"
-#include "common/window/ShowMessage.h"
 #include "odf/OdfRepair.h"
-#include "support/AnswerBoxesWindow.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,20 +27,6 @@ TEST(QtText, EveryByteSequenceSurvives) {
     }
 }
 
-TEST(ShowMessage, ShowsPlainTextAndTakesEscapeForNo) {
-    AnswerBoxes boxes;
-    boxes.Then(QMessageBox::Yes, [](QMessageBox& box) {
-        for (const QLabel* label : box.findChildren<QLabel*>())
-            EXPECT_TRUE(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
-    });
-    for (const auto answer : {QMessageBox::Yes, QMessageBox::No})
-        EXPECT_EQ(ShowMessage(nullptr, "<b>%1</b> & co", "Install <i>x</i> mod?", QMessageBox::Question,
-                              QMessageBox::Yes | QMessageBox::No, "<u>more</u>"),
-                  answer);
-    ASSERT_EQ(boxes.Seen().size(), 2u);
-    EXPECT_EQ(boxes.Seen()[0].text, "<b>%1</b> & co");
-}
-
 TEST(RawTextBox, GivesBackEveryByteButLineEnds) {
     RawTextBox box;
     const std::string_view pieces[] = {"\r", "\n", "\r\n", " \n ", "\xA0", "\t", "x"};
@@ -66,23 +50,6 @@ TEST(RawTextBox, GivesBackEveryByteButLineEnds) {
 }
 
 QString FilePath() { return qEnvironmentVariable("XDG_CONFIG_HOME") + "/T2 Quillbay.ini"; }
-
-TEST(UserSettings, ComeBackAsTheyWereSaved) {
-    for (const QString text : {"a, b;\"c\" %1", "1"}) {
-        UserSettings().SaveAppSetting("Fade", "Speed", text);
-        UserSettings().SaveAppSetting("Smooth Closing", "Speed", "of another section");
-        EXPECT_EQ(UserSettings().GetAppSetting("Fade", "Speed", "none"), text);
-    }
-}
-
-TEST(UserSettings, LieInOneSectionEachOfTheFile) {
-    QFile file(FilePath());
-    file.remove();
-    UserSettings().SaveAppSetting("Fade", "Intensity", "300");
-    UserSettings().SaveAppSetting("Smooth Closing", "XAxis", "False");
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "[Fade]\nIntensity=300\n\n[Smooth%20Closing]\nXAxis=False\n");
-}
 
 TEST(UserSettings, RubbishCountsAsAbsent) {
     const auto read = [] { return UserSettings().GetAppSetting("Fade", "Speed", "fallback"); };

@@ -117,26 +117,6 @@ protected:
     QCheckBox& Check(const std::string& name) const { return In<QCheckBox>(name.c_str()); }
 };
 
-TEST(EffectSteps, AreThePrescribedOpacitiesAndSizesForAreasOfAnySize) {
-    using Steps = std::vector<int>;
-    const PixelSize main{457, 410};
-    constexpr int kHuge = 2'000'000'000;
-    EXPECT_EQ(FadeInSteps(0, 127, main, main), (Steps{1, 128, 255}));
-    EXPECT_EQ(FadeInSteps(3, 5, {457, 102}, main), (Steps{1, 2, 3}));
-    EXPECT_EQ(FadeOutSteps(3, 5, {457, 102}, main), (Steps{3, 1}));
-    EXPECT_TRUE(FadeOutSteps(0, 30, main, main).empty());
-    EXPECT_EQ(FadeOutSteps(255, 255, {kHuge, kHuge}, {1, 1}), Steps{255});
-    EXPECT_EQ(FadeOutSteps(255, 100, main, {0, 0}), (Steps{255, 155, 55}));
-    EXPECT_EQ(FadeOutSteps(2, 0, {0, 0}, {0, 0}), (Steps{2, 1}));
-    EXPECT_EQ(FadeBetweenSteps(5, 30, 0), (Steps{5, 15, 25}));
-    EXPECT_EQ(FadeBetweenSteps(7, 7, kHuge), Steps{7});
-
-    using Sizes = std::vector<PixelSize>;
-    EXPECT_EQ(SmoothCloseSizes({4, 3}, {}), (Sizes{{4, 2}, {4, 1}, {3, 1}, {2, 1}, {1, 1}}));
-    EXPECT_EQ(SmoothCloseSizes({3, 4}, {true, true, true}), (Sizes{{2, 3}, {1, 2}, {1, 1}}));
-    EXPECT_TRUE(SmoothCloseSizes({4, 3}, {false, false, true}).empty());
-}
-
 TEST_F(Effects, FadesStepThroughThePrescribedOpacities) {
     LayeredWindows layers;
     Open();

@@ -64,23 +64,6 @@ TEST_F(HelpWindow, EveryTopicOfTheReadmeIsPlainText) {
     }
 }
 
-TEST(ReadmeTopics, TextJoinsTheLinesOfAParagraph) {
-    const ReadmeTopic topic{"", 0,
-                            "One\ntwo\n\nThree:\n- four\nfive\n1. six\n    {program}\nseven {address}"};
-    EXPECT_EQ(ReadmeText(topic, "P{address}"),
-              "One two\n\nThree:\n- four five\n1. six\n    P{address}\nseven " +
-                  std::string(kContactAddress));
-}
-
-TEST_F(HelpWindow, ChangesStandFromTopToBottom) {
-    Open("menuHelpChanges", "frmChanges");
-    EXPECT_EQ(In<QLabel>("lblVersion").text(), "Version " + ToQString(kVersion));
-    EXPECT_EQ(Caption("lblChanges9"), "- Added launch ---> map editor function.");
-    EXPECT_GT(In<QLabel>("lblChanges20").y(), In<QLabel>("lblChanges19").y());
-    In<QPushButton>("OKButton").click();
-    EXPECT_TRUE(test::WaitFor([&] { return !opened->isVisible() && !Item("menuHelpChanges").isChecked(); }));
-}
-
 TEST_F(HelpWindow, AboutShowsTheVersionAndAnIconAndClosesByKey) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
         Open("menuHelpAbout", "frmAbout");

@@ -15,39 +15,6 @@ protected:
     AnswerBoxes boxes;
 };
 
-TEST_F(ModList, RebuildKeepsTheSelectionByPathAndFollowsTheDisk) {
-    MakeMods({"Bravo/Addon/Maps/", "alpha/Addon/Maps/", "loose.txt"});
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(Rows(), (QStringList{"alpha", "    Maps", "Bravo", "    Maps"}));
-    EXPECT_EQ(SelectedText(), "alpha");
-
-    Mods().setCurrentRow(3);
-    MakeFolder("program/mods/aardvark");
-    Tick();
-    EXPECT_EQ(Rows(), (QStringList{"aardvark", "alpha", "    Maps", "Bravo", "    Maps"}));
-    EXPECT_EQ(Mods().row(Mods().selectedItems().value(0)), 4) << "the addon of Bravo, not that of alpha";
-
-    QDir().rename(Path("program/mods/Bravo"), Path("program/mods/Charlie"));
-    Tick();
-    EXPECT_EQ(SelectedText(), "aardvark");
-    QDir(Path("program/mods")).removeRecursively();
-    Tick();
-    EXPECT_TRUE(Exists("program/mods"));
-    EXPECT_EQ(Rows(), QStringList("(No mods found.)"));
-    EXPECT_EQ(Control<QLabel>("lblModsMaker").text(), "(No mod selected)");
-
-    // The placeholder is not built anew every second, and stands for no mod.
-    const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
-    Tick();
-    EXPECT_TRUE(rebuilt.isEmpty());
-    EXPECT_TRUE(Mods().selectedItems().isEmpty());
-    Mods().setCurrentRow(0);
-    Item("menuModInstall").trigger();
-    Item("menuModUninstall").trigger();
-    Item("menuModCurrentModRemoveMod").trigger();
-    EXPECT_EQ(Titles(boxes), "! Install mod first|! Install mod first");
-}
-
 TEST_F(ModList, NothingChangedMeansNothingRebuilt) {
     StartWithManyMods();
     Mods().setCurrentRow(5);
@@ -408,15 +375,6 @@ TEST_F(IntakeWindow, AFileIsChosenFromTheMenusOfTheEmptyListAndOfTheOutcome) {
     EXPECT_FALSE(opens(Mods(), "menuNoMods"));
     Control<QAction>("menuOutcomeCopy").trigger();
     EXPECT_EQ(QApplication::clipboard()->text(), Outcome());
-}
-
-TEST_F(IntakeWindow, WhatWasInterruptedIsPutBackAtTheNextStart) {
-    Make({"program/~quillbay.add/old/Mod/odf/a", "program/~quillbay.add/new/Mod/Backup/odf/a",
-          "program/~quillbay.add/in/half"});
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(Rows(), QStringList{"Mod"});
-    EXPECT_TRUE(Exists("program/mods/Mod/Backup/odf/a") && Exists("program/mods/Mod/odf/a"));
-    EXPECT_FALSE(Exists("program/~quillbay.add"));
 }
 
 } // namespace

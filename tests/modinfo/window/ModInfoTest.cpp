@@ -8,7 +8,6 @@ constexpr char kNoFile[] = "(File 'ModInfo.txt' not found)";
 class ModInfoWindows : public SelectorFixture {
 protected:
     QLabel& Label(const char* name) const { return Control<QLabel>(name); }
-    QString Text(const char* name) const { return Label(name).text(); }
 
     /// On the folders of these mods.
     void OpenEditor(const QStringList& mods) {
@@ -62,50 +61,6 @@ TEST_F(ModInfoWindows, TheListKeepsItsPlaceInBothLayouts) {
     window->move(100, 20);
     Mods().setCurrentRow(1);
     EXPECT_EQ(window->y(), 0);
-}
-
-TEST_F(ModInfoWindows, TextsArePlainWhateverTheyHoldAndMoveNothing) {
-    const QByteArray longText(20'000, '\xE4');
-    Write("program/mods/Alpha/ModInfo.txt",
-          "Author: <b>Tom</b> && J&erry\r\nVersion: %1\nsecond line\nthird\r\n"
-          "Other Heading: <i>Credits</i>\r\nDescription: " +
-              longText + "\r\nOther: " + longText + "\r\n");
-    Write("program/mods/Alpha/Docs/big", QByteArray(2'000'000, 'x')); // in no folder of the game
-    Write("program/mods/Alpha/Backup/odf/a.odf", QByteArray(1'000'000, 'x'));
-    Write("program/mods/Alpha/odf/a.odf", "x");
-    MakeFolder("program/mods/Bravo");
-    QLocale::setDefault(QLocale(QLocale::German));
-    ASSERT_TRUE(Start());
-    Control<QTimer>("timClickMod").start(0);
-    EXPECT_TRUE(WaitFor([&] { return Text("lblModsMaker") == "<b>Tom</b> && J&erry"; })) << "by themselves";
-    EXPECT_FALSE(Control<QTimer>("timClickMod").isActive());
-    EXPECT_EQ(window->focusWidget(), &Mods());
-
-    Mods().setCurrentRow(1);
-    EXPECT_EQ(Text("lblModsMaker"), kNoFile);
-    std::map<QWidget*, QRect> places{{window.get(), window->geometry()}};
-    for (auto* control : window->centralWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-        places[control] = control->geometry();
-    Mods().setCurrentRow(0);
-    QCoreApplication::processEvents();
-    QLocale::setDefault(QLocale::c());
-    for (const auto& [control, place] : places)
-        EXPECT_EQ(control->geometry(), place) << qPrintable(control->objectName());
-
-    const QString cut(10'000, QChar(0xE4));
-    for (const auto& [name, text] :
-         std::map<const char*, QString>{{"lblModsMaker", "<b>Tom</b> && J&erry"},
-                                        {"lblModsVersion", "%1\nsecond line\nthird"},
-                                        {"lblModsOtherHeading", "<i>Credits</i>"},
-                                        {"lblModsDescription", cut},
-                                        {"lblModsOther", cut}}) {
-        EXPECT_EQ(Text(name), text) << name;
-        EXPECT_EQ(Label(name).textFormat(), Qt::PlainText) << name;
-        EXPECT_NE(Label(name).buddy(), nullptr) << name << " would show its access mark";
-    }
-    EXPECT_EQ(Text("lblModSize"), "Size of current mod: 2,97 MB");
-    EXPECT_EQ(Text("lblModNumOfFiles"), "Number of files in current mod: 2");
-    EXPECT_FALSE(Label("lblModsVersion").toolTip().contains("<b>Tom"));
 }
 
 TEST_F(ModInfoWindows, TheEditorPreviewsWhatIsTypedOrThePanelAndFollowsTheListWithoutLosingIt) {

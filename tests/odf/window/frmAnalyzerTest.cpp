@@ -70,20 +70,6 @@ protected:
     QLabel* picture = nullptr;
 };
 
-TEST_F(Analyzer, TheTreeShowsKnownFoldersOfModsOnly) {
-    MakeMods({"(No mods found.)/odf/x", "Case/ODF/Weapons/PULSE/x", "Case/unknown/odf/x",
-              "Case/bitmaps/AdmiralsLog/Buttons/x", "Case/Logs/x", "Case/Addon/Extra/odf/x", "Case/Textures",
-              "Mods/Textures/Rgb/x"});
-    Open();
-    QStringList leaves;
-    for (QTreeWidgetItemIterator node(tree, QTreeWidgetItemIterator::NoChildren); *node; ++node)
-        leaves += PathOf(**node);
-    EXPECT_EQ(leaves, (QStringList{"Case/bitmaps/AdmiralsLog/buttons", "Case/logs", "Case/odf/weapons/Pulse",
-                                   "Mods/Textures/Rgb"}));
-    ClickNode("Case/odf/weapons/Pulse");
-    EXPECT_EQ(Files(), QStringList{"x"});
-}
-
 TEST_F(Analyzer, TheTreeFollowsTheMainList) {
     Write("program/mods/Alpha/odf/alpha.odf", "");
     MakeFolder("program/mods/Alpha/odf/ships");

@@ -135,23 +135,5 @@ TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
     EXPECT_FALSE(opened->isModal());
 }
 
-TEST_F(Chooser, TheFolderListGoesIntoFoldersAndRefusesWhatIsNone) {
-    Make({"Games/Alpha/", "Games/Beta/"});
-    Open();
-    List().setPath(Path("Games"));
-    QTreeWidgetItem* current = List().currentItem();
-    ASSERT_EQ(current->childCount(), 2);
-    EXPECT_EQ(current->child(0)->text(0), "Alpha");
-    List().setCurrentItem(current->child(0));
-    QTest::keyClick(&List(), Qt::Key_Return);
-    ASSERT_TRUE(WaitFor([&] { return Typed() == Native("Games/Alpha"); }));
-    for (const QString& bad : {QString("relative"), QString(), Path("Games/Alpha/none")}) {
-        List().setPath(bad);
-        EXPECT_EQ(List().path(), Native("Games/Alpha")) << qPrintable(bad);
-    }
-    List().setPath(Path("Games/Alpha").replace('/', '\\') + "\\..\\");
-    EXPECT_EQ(List().path(), Native("Games"));
-}
-
 } // namespace
 } // namespace quillbay::test
