@@ -121,11 +121,12 @@ Result<GiveBack::Restored> GiveBack::PutBack(const GamePlace& place, SavedCopy c
     std::error_code error;
     if (replaces && place.game.name != place.name && (error = files_.Rename(place.game.Path(), target)))
         return error;
-    if (copy == SavedCopy::MayLeave) {
+    if (copy == SavedCopy::MayLeave && canMove_) {
         error = replaces ? files_.RenameOver(place.saved.Path(), target)
                          : files_.Rename(place.saved.Path(), target);
         if (!error) return Restored::ByMoving;
         if (error != std::errc::cross_device_link) return error;
+        canMove_ = false;
     }
     error = copy == SavedCopy::Stays ? files_.Copy(place.saved.Path(), target,
                                                    {.replace = replaces, .keepLink = true, .flush = true})

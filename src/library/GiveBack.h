@@ -94,6 +94,7 @@ private:
     FolderMaker& gameFolders_;
     GameGuard& guard_;
     SecondPlace secondPlace_;
+    bool canMove_ = true; ///< false once a folder of the game was found on another disk than `Backup`
     GiveBackResult& result_;
 };
 

@@ -102,20 +102,19 @@ private:
 class InstallSweepTest : public testing::TestWithParam<std::tuple<Job, bool>> {};
 
 TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
-    const auto [job, hardLinks] = GetParam();
+    const auto [job, isOneDisk] = GetParam();
     /// Runs the job with a fault at one operation, and puts things right; the trace of its operations.
-    const auto run = [job, hardLinks](std::size_t number, Fault fault, bool sameAgain) {
+    const auto run = [job, isOneDisk](std::size_t number, Fault fault, bool sameAgain) {
         constexpr std::array kErrors = {std::errc::no_space_on_device, std::errc::permission_denied,
                                         std::errc::io_error};
         Scenario scenario(job);
         FaultyFileSystem files(scenario.lab.Files());
         files.Arm(number, fault, kErrors[number % kErrors.size()]);
-        files.hook = [&](auto operation, auto path, auto) {
+        files.hook = [&](auto operation, auto path, auto to) {
             // Only what a mod holds still may get lost in a power cut.
             const bool isMods = path.find("mods") != path.npos && path.find("ackup") == path.npos;
             EXPECT_TRUE(operation != "Copy" || isMods) << path;
-            const bool refused = operation == "HardLink" && !hardLinks;
-            return std::make_error_code(refused ? std::errc::operation_not_supported : std::errc());
+            return isOneDisk ? std::error_code() : FaultyFileSystem::OnTwoDisks(operation, path, to);
         };
         scenario.Run(files);
         scenario.Finish(sameAgain);
@@ -138,8 +137,8 @@ TEST_P(InstallSweepTest, EveryFailureAndEveryEndGivesTheGameBack) {
 std::string NameOf(const testing::TestParamInfo<std::tuple<Job, bool>>& test) {
     constexpr std::array kJobs = {"Install",          "InstallAgain",    "Uninstall", "InstallEarlierAgain",
                                   "UninstallEarlier", "UninstallCovered"};
-    const auto& [job, hardLinks] = test.param;
-    return std::string(kJobs[std::size_t(job)]) + (hardLinks ? "ByLinks" : "ByCopies");
+    const auto& [job, isOneDisk] = test.param;
+    return std::string(kJobs[std::size_t(job)]) + (isOneDisk ? "" : "OnTwoDisks");
 }
 
 INSTANTIATE_TEST_SUITE_P(Jobs, InstallSweepTest,

@@ -35,7 +35,7 @@ TEST_F(PosixInstallTest, ALinkInTheGameIsSavedAndRestoredAsALink) {
 
     FaultyFileSystem files(lab.Files());
     for (const bool copies : {false, true}) {
-        if (copies) files.ForbidHardLinks();
+        if (copies) files.hook = FaultyFileSystem::OnTwoDisks;
         EXPECT_EQ(lab.Install(files, "M").saved, 2u);
         EXPECT_FALSE(fs::is_symlink(lab.Native("game/odf/linked.odf")));
         EXPECT_EQ(lab.Install(files, "Later").saved, 1u);

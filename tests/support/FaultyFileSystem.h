@@ -37,12 +37,12 @@ public:
         fault_ = fault;
         error_ = std::make_error_code(error);
     }
-    /// Hard links are not supported from now on.
-    void ForbidHardLinks() {
-        hook = [](Text operation, Text, Text) {
-            return std::make_error_code(operation == "HardLink" ? std::errc::operation_not_supported
-                                                                : std::errc());
-        };
+    /// A hook for a game that lies on another disk than the mods: no name can be moved between them.
+    static std::error_code OnTwoDisks(Text operation, Text path, Text to) {
+        const auto isInGame = [](Text text) { return text.find("game") != text.npos; };
+        const bool isMoved = operation == "HardLink" || operation.starts_with("Rename");
+        return std::make_error_code(isMoved && isInGame(path) != isInGame(to) ? std::errc::cross_device_link
+                                                                              : std::errc());
     }
     /// Runs before an operation and lets it fail with what it returns. `to` is the second path; a copy that
     /// is to be flushed is called "FlushedCopy".
