@@ -229,7 +229,13 @@ std::error_code MoveOverName(const std::wstring& from, const std::wstring& to) {
     const DWORD attributes = AttributesOf(file);
     if (attributes == INVALID_FILE_ATTRIBUTES) return LastError();
     if (attributes & FILE_ATTRIBUTE_DIRECTORY) return std::make_error_code(std::errc::is_a_directory);
-    return RenameOpen(file, to, true);
+    if (const auto error = RenameOpen(file, to, true)) return error;
+    // Wine does nothing between two names of one file, and reports success.
+    FILE_STANDARD_INFO standard{};
+    if (GetFileInformationByHandleEx(file.Get(), FileStandardInfo, &standard, sizeof standard) &&
+        standard.NumberOfLinks > 1)
+        return RemoveLeftover(from);
+    return {};
 }
 
 std::error_code WriteWholeFile(const std::wstring& file, std::string_view bytes) {
