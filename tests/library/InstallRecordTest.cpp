@@ -161,6 +161,22 @@ TEST_F(BetweenCommandsTest, WhatSomebodyElseMadeOfTheGameIsKept) {
         EXPECT_NE(kept.find(bytes), std::string::npos) << bytes;
 }
 
+TEST_F(BetweenCommandsTest, WhatComesBackWithTheBytesOfAVersionThatWasGivenBackIsNotTheMods) {
+    for (const char* version : {"1", "", "2"}) {
+        if (*version)
+            lab.Put("mods/Alpha/odf/a.odf", version);
+        else
+            lab.Remove("mods/Alpha/odf/a.odf");
+        lab.Install("Alpha");
+    }
+    lab.Put("game/odf/a.odf", "1"); // of the player's own
+    lab.Make({"mods/Beta/odf/a.odf"});
+    lab.Install("Beta");
+    lab.Uninstall("Beta");
+    lab.Uninstall("Alpha");
+    EXPECT_EQ(lab.Read("game"), (Contents{{"odf/a.odf", "1"}}));
+}
+
 TEST_F(BetweenCommandsTest, ABackupOfAnotherComputerAndAnotherGameLoseNothing) {
     lab.Make({"game/a.txt", "game/own.txt", "mods/Foreign/a.txt", "mods/Foreign/own.txt", "other/a.txt",
               "mods/M/a.txt"});
