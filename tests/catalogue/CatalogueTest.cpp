@@ -100,26 +100,6 @@ TEST_F(FileListTest, ReaderTakesGoodLinesAndPassesOverBadOnes) {
         EXPECT_TRUE(Load(read)) << read;
 }
 
-TEST_F(FileListTest, TimesAreReadBack) {
-    const std::pair<std::string_view, std::string_view> readable[] = {
-        {"1/2/03 12:00 am", "1/2/2003"},
-        {" 01/02/1930 ", "1/2/30 00:00:00"},
-        {"1/2/2003 0:05:06PM", "1/2/2003 12:05:06"},
-        {"2/29/2000 23:59:59", "2/29/2000 11:59:59 PM"}};
-    for (const auto& [text, same] : readable) {
-        EXPECT_TRUE(ParseCatalogueTime(text)) << text;
-        EXPECT_EQ(ParseCatalogueTime(text), ParseCatalogueTime(same)) << text;
-    }
-    for (const char* bad : {"", "12:00:00 AM", "1/2", "2/29/2001", "1/2/2003 24:00:00",
-                            "1/2/2003 13:00:00 AM", "1/2/2003 1:60:00", "1/2/2003 1", "1/2/2003 1:00:00 AM x",
-                            "-1/2/2003", "1/2/10000", "4294967297/2/2003"})
-        EXPECT_FALSE(ParseCatalogueTime(bad)) << bad;
-    for (std::int64_t seconds = -55'000'000'000; seconds < 245'000'000'000; seconds += 123'456'789) {
-        const LocalTime time{std::chrono::seconds(seconds)};
-        EXPECT_EQ(ParseCatalogueTime(FormatCatalogueTime(time)), time);
-    }
-}
-
 TEST_F(FileListTest, RecompileWithoutAGameOrAFolderKeepsTheOldFile) {
     Put(R"(odf\scout.odf)", "1", 1);
     const std::string path = Join(program_, "FileList.txt");

@@ -19,12 +19,5 @@ TEST(modMisc, ParseLeadingNumberReadsTheBeginningOfEveryMagnitude) {
         EXPECT_EQ(ParseLeadingNumber(none), 0) << none;
 }
 
-TEST(modMisc, FormatSizeRoundsHalfUpAndChangesUnitAboveHundredKilobytes) {
-    EXPECT_EQ(FormatSize(128, "."), "0.13 KB");
-    EXPECT_EQ(FormatSize(102'400, "."), "100 KB");
-    EXPECT_EQ(FormatSize(103'424, ","), "0,1 MB");
-    EXPECT_EQ(FormatSize(20'000'000'000'000'000ULL, "."), "19531250000 MB");
-}
-
 } // namespace
 } // namespace quillbay

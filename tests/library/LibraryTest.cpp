@@ -1,10 +1,7 @@
 #include "library/InstalledMods.h"
-#include "library/KnownFolders.h"
 #include "library/ModHousekeeping.h"
 #include "library/ModJob.h"
 #include "library/ModRows.h"
-#include "library/WriteRefusal.h"
-#include "platform/PathText.h"
 #include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
@@ -60,23 +57,6 @@ TEST_F(LibraryTest, AnEmptyModPathNamesNoFolder) {
     EXPECT_EQ((ModJob{"g", "C:\\mods", {}}.FolderInLibrary()), "");
     EXPECT_FALSE(IsInstalled(*disk_, ""));
     EXPECT_TRUE(FilterInstalled(*disk_, temp_.Path(), {{"    none", {}}}).empty());
-}
-
-TEST_F(LibraryTest, OneWritableFolderIsEnough) {
-    struct Rights : FileSystemWrapper {
-        using FileSystemWrapper::FileSystemWrapper;
-        std::map<std::string_view, std::errc> refused{{"denied", std::errc::permission_denied},
-                                                      {"protected", std::errc::read_only_file_system},
-                                                      {"gone", std::errc::no_such_file_or_directory}};
-        std::error_code TryToWrite(std::string_view folder) override {
-            const auto found = refused.find(folder);
-            return found == refused.end() ? std::error_code{} : std::make_error_code(found->second);
-        }
-    } files(*disk_);
-    EXPECT_EQ(TryToWrite(files, {"protected", "denied"}).folder, "protected");
-    for (const auto* last : {"open", "gone"}) // what is gone has a message of its own
-        EXPECT_FALSE(TryToWrite(files, {"denied", last})) << last;
-    EXPECT_FALSE(TryToWrite(files, {}));
 }
 
 } // namespace

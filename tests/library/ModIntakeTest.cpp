@@ -344,26 +344,6 @@ TEST_F(ModIntakeTest, NoDamagePassesForTheWhole) {
     }
 }
 
-TEST_F(ModIntakeTest, AFolderTakesTheSameRoad) {
-    outside_.Put("Cool/odf/a=1 Cool/sod/big=2 Cool/Backup/x=3 Cool/Thumbs.db=4 loose/b.odf=5 none/empty/");
-    const std::string big(600'000, 'y');
-    PutFile(outside_ / "Cool/sod/big", big);
-    ASSERT_FALSE(disk_->SetModified(outside_ / "Cool/odf/a", FileTime(std::chrono::seconds(kPackedTime))));
-    const Taken taken = Take("Cool\\");
-    EXPECT_EQ(taken.failure.problem, None);
-    EXPECT_EQ(taken.leftOut.size(), 2U);
-    EXPECT_EQ(Take("loose").isSorted, false);
-    EXPECT_EQ(Files(), "Cool/odf/a=1 Cool/sod/big=" + big + " loose/b.odf=5");
-    EXPECT_EQ(InfoOf("mods/Cool/odf/a").modified.time_since_epoch().count(), kPackedTime);
-    EXPECT_EQ(BytesOf("mods/loose/b.odf"), FileBytes(outside_ / "loose/b.odf"));
-    EXPECT_EQ(Take("none").failure.problem, Empty);
-
-    ModIntake intake(*disk_, OpenArchive, Mods(), temp_ / "game");
-    for (const std::string& folder : {Mods(), temp_.Path(), temp_ / "mods/Cool/odf"})
-        EXPECT_EQ(intake.Unpack(folder, {}, [](auto, auto) { return true; }).problem, InsideLibrary)
-            << folder;
-}
-
 TEST_F(ModIntakeTest, OnlyAModsOwnFolderCanBeReplaced) {
     using enum ModPlace;
     temp_.Put("mods/Mod/odf/a=1 mods/file=x mods/Holds/game/Tempest2.exe=x");

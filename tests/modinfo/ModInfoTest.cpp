@@ -4,8 +4,6 @@
 #include "support/ListingFileSystem.h"
 #include "support/TempFolder.h"
 
-#include <random>
-
 namespace quillbay::test {
 namespace {
 
@@ -18,14 +16,9 @@ protected:
     const std::string file_ = temp_ / "ModInfo.txt";
 };
 
-/// Whole, or in random small pieces.
-ModInfoValues Parse(std::string_view bytes, std::mt19937* pieces = nullptr) {
+ModInfoValues Parse(std::string_view bytes) {
     ModInfoParser parser;
-    while (!bytes.empty()) {
-        const std::size_t size = pieces ? std::min<std::size_t>((*pieces)() % 4, bytes.size()) : bytes.size();
-        parser.Feed(bytes.substr(0, size));
-        bytes.remove_prefix(size);
-    }
+    parser.Feed(bytes);
     return parser.Finish();
 }
 
@@ -53,26 +46,6 @@ TEST_F(ModInfo, ValuesAreShownUnchangedAndFallbackTextsTellWhyThereIsNone) {
     };
     for (const auto& [bytes, shown] : cases)
         EXPECT_EQ(Shown(Parse(bytes)), shown) << bytes;
-}
-
-TEST_F(ModInfo, IsReadAsItWasWrittenAndInPiecesAsAWhole) {
-    std::mt19937 random(20'260'101);
-    const auto text = [&] {
-        std::string bytes = "x";
-        for (auto size = random() % 40; size > 0; --size)
-            if (const char byte = static_cast<char>(random()); byte != '\r')
-                bytes.insert(random() % bytes.size(), 1, byte);
-        return DecodeSystemText(bytes);
-    };
-    const std::string_view fragments[] = {"Author: ", "Version: ", "Other: ", "\r", "\n", "\r\n", " "};
-    for (int round = 0; round < 2'000; ++round) {
-        const ModInfoCaptions values{text(), text(), text(), text(), text()};
-        std::string bytes = EncodeModInfo(values).bytes;
-        ASSERT_EQ(MakeModInfoCaptions(Parse(bytes)), values) << testing::PrintToString(bytes);
-        for (auto i = random() % 30; i > 0; --i)
-            bytes.insert(random() % bytes.size(), fragments[random() % std::size(fragments)]);
-        ASSERT_TRUE(Parse(bytes, &random) == Parse(bytes)) << testing::PrintToString(bytes);
-    }
 }
 
 TEST_F(ModInfo, IsReplacedAsAWholeOrNotAtAllInAnyLetterCase) {

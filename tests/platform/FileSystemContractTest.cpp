@@ -52,30 +52,6 @@ protected:
     const std::string file_ = temp_ / "file";
 };
 
-TEST_F(FileSystemContractTest, ListsNamesKindsSizesAndTimes) {
-    PutFile(temp_ / "Mods\\Some file.TXT", "12345");
-    PutFolder(temp_ / "Mods\\Größe 🚀");
-    ASSERT_FALSE(disk_->SetModified(temp_ / "Mods\\Some file.TXT", kOldTime));
-    std::string names;
-    for (const DirEntry& entry : disk_->List(temp_ / "Mods\\", Detail::Full).ValueOr({})) {
-        const bool isFile = entry.name == "Some file.TXT";
-        names.insert(isFile ? 0 : names.size(), entry.name + '|');
-        EXPECT_EQ(entry.kind, isFile ? EntryKind::File : EntryKind::Folder);
-        EXPECT_EQ(entry.IsPlainFile(), isFile);
-        EXPECT_FALSE(entry.isLink || entry.hidden || entry.readOnly) << entry.name;
-        EXPECT_EQ(entry.size, isFile ? 5U : 0U);
-        EXPECT_EQ(entry.modified == kOldTime, isFile);
-    }
-    EXPECT_EQ(names, "Some file.TXT|Größe 🚀|");
-    const FileInfo info = InfoOf("Mods/Some file.TXT\\");
-    EXPECT_EQ(info.kind, EntryKind::File);
-    EXPECT_EQ(info.size, 5U);
-    EXPECT_EQ(info.modified, kOldTime);
-    EXPECT_GT(info.changed, std::chrono::nanoseconds(kOldTime.time_since_epoch()).count())
-        << "not set with the other time";
-    EXPECT_EQ(disk_->List(temp_ / "Mods\\Some file.TXT", Detail::Names).Error(), std::errc::not_a_directory);
-}
-
 TEST_F(FileSystemContractTest, LookUpsIgnoreLetterCase) {
     PutFile(temp_ / "odf\\Ships\\Bär.odf", "ship");
     const std::string other = temp_ / "ODF\\ships\\BÄR.ODF";

@@ -30,21 +30,6 @@ protected:
     ScopedVariable variable_{"WINEPREFIX", prefix_};
 };
 
-TEST_F(PosixWinePrefixTest, DosPathsLeadToTheirDrives) {
-    EXPECT_EQ(NativePath("C:\\Games\\T2\\"), prefix_ + "/drive_c/Games/T2/");
-    EXPECT_EQ(NativePath("d:/T2"), disk_ + "/T2");
-    EXPECT_EQ(NativePath("C:"), prefix_ + "/drive_c");
-    EXPECT_EQ(NativePath("Z:\\usr"), "/usr");
-    EXPECT_EQ(NativePath("Z:"), "/");
-    for (const auto* text : {"E:\\gone", "Q:\\none", "C:relative", "/usr", "", "\\\\host\\share"})
-        EXPECT_EQ(NativePath(text), text);
-    const ScopedVariable home("HOME", prefix_);
-    const ScopedVariable none("WINEPREFIX", std::nullopt);
-    EXPECT_EQ(NativePath("C:\\Games"), "C:\\Games");
-    std::filesystem::create_symlink(prefix_, prefix_ + "/.wine");
-    EXPECT_EQ(NativePath("C:\\Games"), prefix_ + "/drive_c/Games");
-}
-
 TEST_F(PosixWinePrefixTest, TheSearchEndsAtTheProgramsDriveAndFollowsNoLinks) {
     const std::string root = prefix_ + "/drive_c";
     EXPECT_EQ(SearchRoots(temp_ / "prefix\\drive_c\\Games"), std::vector{root});
@@ -58,21 +43,6 @@ TEST_F(PosixWinePrefixTest, TheSearchEndsAtTheProgramsDriveAndFollowsNoLinks) {
     EXPECT_EQ(FindFileInTree(root, "Tempest2.exe"), root + "/a/b/tempest2.EXE");
     for (const auto& nowhere : {prefix_ + "/dosdevices", prefix_ + "/none", std::string()})
         EXPECT_EQ(FindFileInTree(nowhere, "Tempest2.exe"), "");
-}
-
-TEST_F(PosixWinePrefixTest, TheRegistryIsThatOfThePrefix) {
-    const auto registry = MakeRegistry();
-    const std::string file = prefix_ + "/system.reg";
-    const auto read = [&] { return registry->ReadRegistryString("Software\\A", "Path", "fallback"); };
-    EXPECT_EQ(read(), "fallback");
-    // Larger than one piece of reading.
-    PutFile(file, "WINE REGISTRY Version 2\n" + std::string(500'000, '\n') +
-                      "[Software\\\\Wow6432Node\\\\A] 1\n\"Path\"=\"C:\\\\T2\\\\\"\n");
-    EXPECT_EQ(read(), "C:\\T2\\");
-    EXPECT_EQ(registry->ReadRegistryString("Software\\B", "Path"), "");
-    std::filesystem::remove(file);
-    PutFolder(file);
-    EXPECT_EQ(read(), "fallback");
 }
 
 TEST(PosixProgramFolderTest, IsMadeForAnInstalledProgramWhoseFolderTheUserCannotWrite) {

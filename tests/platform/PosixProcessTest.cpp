@@ -1,12 +1,8 @@
 #include "platform/ShellOpener.h"
 #include "platform/SingleInstance.h"
-#include "platform/SoundPlayer.h"
-#include "platform/posix/UniqueFd.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
-#include <csignal>
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -81,29 +77,6 @@ TEST_F(PosixProcessTest, BatchFilesStartInTheirPrefix) {
     EXPECT_NE(TakeRecord().find("Go.BAT\n/chosen\n"), std::string::npos);
     EXPECT_EQ(opener_->OpenWithShell(game + "\\go.bat", temp_ / "none"),
               std::errc::no_such_file_or_directory);
-}
-
-TEST_F(PosixProcessTest, ASecondSoundStopsTheFirst) {
-    PutFile(temp_ / "a.wav", "x");
-    auto player = MakeSoundPlayer();
-    EXPECT_EQ(player->Play(temp_ / "a.wav"), std::errc::no_such_file_or_directory);
-    PutProgram("aplay", "wrong");
-    PutProgram("paplay", "\"$1\" $$", "while :; do /bin/sleep 60; done");
-    EXPECT_EQ(player->Play(temp_ / "none.wav"), std::errc::no_such_file_or_directory);
-    const std::string played = DiskText(temp_ / "a.wav") + "\n";
-    const auto start = [&] {
-        EXPECT_FALSE(player->Play(temp_ / "A.wav"));
-        const auto record = TakeRecord();
-        EXPECT_TRUE(record.starts_with(played)) << record;
-        return static_cast<pid_t>(std::stoi(record.substr(std::min(played.size(), record.size()))));
-    };
-    const pid_t first = start();
-    EXPECT_EQ(::kill(first, 0), 0);
-    const pid_t second = start();
-    EXPECT_EQ(::kill(first, 0), -1);
-    EXPECT_EQ(::kill(second, 0), 0);
-    player.reset();
-    EXPECT_EQ(::kill(second, 0), -1);
 }
 
 TEST(PosixSingleInstanceTest, LocksInTheRunTimeThenInTheTemporaryFolderThenNotAtAll) {

@@ -26,25 +26,6 @@ TEST_F(GameDirectoryTest, ComesFromTheGamesOwnRegistryEntry) {
     EXPECT_EQ(ReadGameDirectory(registry).path, NativePath("C:\\T2\\"));
 }
 
-TEST_F(GameDirectoryTest, CandidateTakesFoldersInExactLetterCaseOnly) {
-    using enum CandidateState;
-    PutFolder(temp_ / "Tempest II\\odf");
-    PutFile(temp_ / "File", "x");
-    const std::string game = temp_ / "Tempest II";
-    const std::pair<CandidateState, std::vector<std::string>> candidates[] = {
-        {Accepted, {game, game + "\\"}},
-        {Rejected, {temp_ / "tempest ii", temp_ / "File", temp_ / "gone", game + "\\odf\\..", game + "\\."}},
-        {NoName, {"", "Tempest II", "C:\\", "/", "\\\\", game + "\\\\"}}, // only one separator is taken off
-    };
-    for (const auto& [state, typed] : candidates) {
-        for (const auto& text : typed)
-            EXPECT_EQ(CheckCandidate(*disk_, text, kGameNotFound).state, state) << text;
-    }
-    for (const auto& current : candidates[0].second)
-        EXPECT_EQ(CheckCandidate(*disk_, current, game).state, Rejected) << current;
-    EXPECT_EQ(CheckCandidate(*disk_, game + "\\", "").path, game);
-}
-
 TEST_F(GameDirectoryTest, BatchFilesHoldExactlyTheseBytes) {
     EXPECT_EQ(MapEditorBatchText("C:\\T2", "  my map.bzn ").bytes,
               "@Echo Off\r\nCD C:\\T2\r\nTempest2.exe /edit   my map.bzn \r\nCls\r\n");

@@ -174,36 +174,6 @@ TEST_F(FinderWindow, CancelKeepsWhatWasFoundAndClosingEndsTheScan) {
     EXPECT_TRUE(In<QPushButton>("cmdStart").isHidden()) << "the scan went on to its end";
 }
 
-TEST_F(FinderWindow, RecompileAsksAndReports) {
-    const QByteArray before = Read("program/FileList.txt");
-    Open();
-    ChangeGame();
-    AnswerBoxes boxes;
-    boxes.Then(QMessageBox::No).Then(QMessageBox::Yes).Then(QMessageBox::Ok);
-    boxes.Then(QMessageBox::Yes).Then(QMessageBox::Ok);
-    QAction& recompile = Item("menuManagerModFilesRecompile");
-    recompile.trigger();
-    EXPECT_EQ(Read("program/FileList.txt"), before);
-    recompile.trigger();
-    EXPECT_EQ(boxes.Seen().back().text, "Compilation complete.");
-    const QByteArray after = Read("program/FileList.txt");
-    EXPECT_TRUE(after.contains("\r\nnew.odf;2;"));
-    main->GameDirectory = Path("nowhere").toStdString();
-    recompile.trigger();
-    EXPECT_EQ(boxes.Seen().back().title, "Error!");
-    EXPECT_EQ(Read("program/FileList.txt"), after);
-    // Without a catalogue every file would count as new.
-    ASSERT_TRUE(QFile::remove(Path("program/FileList.txt")));
-    Scan();
-    EXPECT_EQ(Shown(), "cmdStart lblGrandTotal");
-    ASSERT_EQ(boxes.Seen().size(), 6U);
-    EXPECT_EQ(boxes.Seen().back().title, "Error!");
-    ASSERT_TRUE(CloseAndWait());
-    Item("menuManagerFindModifiedFiles").trigger();
-    EXPECT_FALSE(opened->isVisible());
-    EXPECT_TRUE(Control<QLabel>("lblOutcome").text().startsWith("There is no FileList.txt."));
-}
-
 TEST_F(FinderWindow, CopiesMovesAndDeletesInTheChosenFolder) {
     ChangeGame();
     Write("target/file", "");

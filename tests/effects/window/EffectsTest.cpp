@@ -117,22 +117,6 @@ protected:
     QCheckBox& Check(const std::string& name) const { return In<QCheckBox>(name.c_str()); }
 };
 
-TEST_F(Effects, FadesStepThroughThePrescribedOpacities) {
-    LayeredWindows layers;
-    Open();
-    EXPECT_EQ(layers.Take(*window), (std::vector<int>{1, 1, 31, 61, 91, 121, 151, 181, 211}));
-    EXPECT_TRUE(item.isChecked());
-    EXPECT_EQ(window->loads, 1);
-    EXPECT_EQ(window->shown, 1);
-    window->Open();
-    EXPECT_TRUE(layers.Take(*window).empty()) << "an open window is only brought to the front";
-
-    Close(*window);
-    EXPECT_EQ(layers.Take(*window), (std::vector<int>{237, 207, 177, 147, 117, 87, 57, 27}));
-    EXPECT_TRUE(window->sizes.empty()) << "nothing shrinks where windows can fade";
-    EXPECT_FALSE(item.isChecked());
-}
-
 TEST_F(Effects, ShrinksWindowsOfFixedSizeTooAndGivesTheirSizeBack) {
     for (const bool fixed : {true, false}) {
         window = std::make_unique<Window>(host, &item);
@@ -210,23 +194,6 @@ TEST_F(Effects, AWindowReopenedWhileItClosesStaysOpenUntilItIsClosedAgain) {
     ASSERT_TRUE(WaitFor([&] { return window->loads == 4; }));
     ASSERT_TRUE(WaitFor([&] { return !window->isVisible(); }));
     EXPECT_FALSE(item.isChecked());
-}
-
-TEST_F(Effects, EveryEffectSurvivesTheEndOfItsWindow) {
-    const auto end = [&] { window.reset(); };
-    Open();
-    window->onResize = At(270, end);
-    window->close();
-    ASSERT_TRUE(WaitFor([&] { return !window; }));
-
-    LayeredWindows layers;
-    for (const int opacity : {1, 91, 147}) {
-        window = std::make_unique<Window>(host, &item);
-        layers.OnOpacity = At(opacity, end);
-        window->Open();
-        if (window) window->close();
-        EXPECT_TRUE(WaitFor([&] { return !window; })) << opacity;
-    }
 }
 
 TEST_F(Effects, ClosingTheProgramFadesEveryVisibleWindowAndEndsItOnce) {

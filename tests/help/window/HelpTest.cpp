@@ -1,5 +1,3 @@
-#include "common/Version.h"
-#include "common/window/QtText.h"
 #include "help/ReadmeTopics.h"
 #include "support/SelectorFixtureWindow.h"
 
@@ -61,17 +59,6 @@ TEST_F(HelpWindow, EveryTopicOfTheReadmeIsPlainText) {
     for (int row = 0; row < list.count(); ++row) {
         list.setCurrentRow(row);
         EXPECT_TRUE(Caption("lblDisplay").contains(QRegularExpression("^[^{}~\r\t]+$"))) << row;
-    }
-}
-
-TEST_F(HelpWindow, AboutShowsTheVersionAndAnIconAndClosesByKey) {
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-        Open("menuHelpAbout", "frmAbout");
-        EXPECT_EQ(In<QLabel>("lblVersion").text(), "Version " + ToQString(kVersion));
-        EXPECT_FALSE(In<QLabel>("picIcon").pixmap(Qt::ReturnByValue).isNull());
-        QTest::keyClick(opened, key);
-        EXPECT_TRUE(
-            test::WaitFor([&] { return !opened->isVisible() && !Item("menuHelpAbout").isChecked(); }));
     }
 }
 

@@ -72,57 +72,6 @@ TEST_F(ModList, TwentyFourRowsFillTheListAndTheMouseActsOnTheOneBelowIt) {
               "? Install Mod 19 mod?|? Install Mod 19 mod?|? Uninstall Mod 19 mod?|! Select a mod");
 }
 
-TEST_F(ModList, TheListOfInstalledModsShowsWhatHasABackupInExactSpelling) {
-    MakeMods({"Alpha/Addon/Extra/", "Beta/", "Gamma/backup/"});
-    ASSERT_TRUE(Start());
-    Open("menuManagerCheckInstalledMods", "frmInstalledMods");
-    const auto listed = [&] {
-        const auto& list = In<QListWidget>("lstCurrentMods");
-        QStringList texts;
-        for (int row = 0; row < list.count(); ++row)
-            texts += list.item(row)->text() + (list.item(row)->isSelected() ? " *" : "");
-        return texts;
-    };
-    /// Of the main list: what is bold and what a screen reader calls installed.
-    const auto marked = [&] {
-        QStringList texts;
-        for (int row = 0; row < Mods().count(); ++row) {
-            const auto& item = *Mods().item(row);
-            if (item.font().bold()) texts << item.text();
-            EXPECT_EQ(item.data(Qt::AccessibleDescriptionRole).toString(),
-                      item.font().bold() ? "Installed" : "");
-        }
-        return texts;
-    };
-    EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
-    EXPECT_EQ(listed(), QStringList{"(No mods found.) *"});
-    EXPECT_EQ(marked(), QStringList{"Gamma"});
-
-    // After an installation the main list is rebuilt: addons come with the next activation.
-    MakeMods({"Alpha/Backup/", "Alpha/Addon/Extra/Backup/", "Beta/Backup/"});
-    main->SelectMod({"Beta"});
-    main->RefreshModList({});
-    EXPECT_EQ(listed(), (QStringList{"Alpha", "Beta *"}));
-
-    window->activateWindow();
-    ASSERT_TRUE(WaitFor([&] { return !opened->isActiveWindow(); }));
-    opened->activateWindow();
-    ASSERT_TRUE(WaitFor([&] { return listed().size() == 3; }));
-    EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra", "Beta"}));
-
-    // What somebody else uninstalls is followed without building the list anew.
-    const QSignalSpy rebuilt(Mods().model(), &QAbstractItemModel::rowsInserted);
-    QDir(Path("program/mods/Beta")).rmdir("Backup");
-    Tick();
-    EXPECT_EQ(marked(), (QStringList{"Alpha", "    Extra", "Gamma"}));
-    EXPECT_EQ(listed(), (QStringList{"Alpha *", "    Extra"}));
-    EXPECT_FALSE(Control<QPushButton>("cmdUninstallMod").isEnabled()) << "Beta is selected";
-    EXPECT_TRUE(rebuilt.isEmpty());
-
-    opened->close();
-    EXPECT_TRUE(WaitFor([&] { return !Item("menuManagerCheckInstalledMods").isChecked(); }));
-}
-
 TEST_F(ModList, TypedLettersFindNamesThenWordsInThem) {
     Make({"program/mods/Alpha/Addon/Maps/", "program/mods/New Maps/", "program/mods/Mod 1/",
           "program/mods/Mod 12/", "program/mods/Zebra/"});
@@ -349,32 +298,6 @@ TEST_F(IntakeWindow, EscapeStopsItAndOtherKeysDoNothing) {
     EXPECT_TRUE(window->isVisible() && Control<QMenu>("menuMod").isEnabled());
     EXPECT_TRUE(Control<QProgressBar>("pgbPercent").isHidden());
     EXPECT_FALSE(Exists("program/~quillbay.add"));
-}
-
-TEST_F(IntakeWindow, AFileIsChosenFromTheMenusOfTheEmptyListAndOfTheOutcome) {
-    Put("Cool.zip", "odf/a=1");
-    ASSERT_TRUE(Start());
-    const auto opens = [this](QWidget& at, const char* menu) {
-        QContextMenuEvent request(QContextMenuEvent::Keyboard, {3, 3}, at.mapToGlobal(QPoint(3, 3)));
-        QCoreApplication::sendEvent(&at, &request);
-        QMenu& shown = Control<QMenu>(menu);
-        const bool hasItem = shown.isVisible() && shown.actions().contains(&Item("menuModAddFromFile"));
-        shown.close();
-        return hasItem;
-    };
-    EXPECT_TRUE(opens(Mods(), "menuNoMods"));
-    EXPECT_TRUE(opens(Control<QLabel>("lblOutcome"), "menuOutcome"));
-    QTimer::singleShot(0, window.get(), [&] {
-        auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
-        EXPECT_EQ(dialog.windowTitle(), "Add mod from file");
-        dialog.selectFile(Path("Cool.zip"));
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
-    });
-    Item("menuModAddFromFile").trigger();
-    EXPECT_EQ(Rows(), QStringList{"Cool"});
-    EXPECT_FALSE(opens(Mods(), "menuNoMods"));
-    Control<QAction>("menuOutcomeCopy").trigger();
-    EXPECT_EQ(QApplication::clipboard()->text(), Outcome());
 }
 
 } // namespace

@@ -233,37 +233,5 @@ TEST_F(ModFiles, TheCompatibilityCheckerListsCommonFilesOrSaysWhyNot) {
     EXPECT_TRUE(box.isEnabled() && In<QWidget>("cmdCheck").isEnabled() && !bar.isVisible());
 }
 
-TEST_F(ModFiles, TechTreesAreFoundInAnyLetterCaseAndOfTheRightAddon) {
-    ASSERT_TRUE(Start());
-    Open("menuModTechTree", "frmTechTree");
-    auto& list = In<QListWidget>("lstMods");
-    const auto& unavailable = In<QLabel>("lblUnavailableList");
-    EXPECT_EQ(list.item(0)->text(), "(No mods found.)");
-    EXPECT_EQ(unavailable.text(), "Standard Tech\r\nNo Super Weapons\r\nNo Science Ships\r\n"
-                                  "No Special Weapons\r\nEarly Upgrades\r\nFree Tech\r\n");
-    opened->close();
-    EXPECT_TRUE(WaitFor([&] { return !Item("menuModTechTree").isChecked(); }));
-
-    MakeMods({"A/nosci.tt", "A/Addon/Same/techtree/nosci.tt", "B/TechTree/TECH1.TT", "B/TechTree/freetech.tt",
-              "B/Addon/Same/techtree/fulltech.tt"});
-    MakeFolder("program/mods/B/Addon/Same/techtree/tech1.tt"); // no file
-    Tick();
-    OpenWindow("menuModTechTree", "frmTechTree");
-    ASSERT_EQ(list.count(), 4);
-    EXPECT_TRUE(list.item(0)->isSelected());
-    int row = 0;
-    for (const QString available :
-         {"", "No Science Ships\r\n", "Standard Tech\r\nFree Tech\r\n", "Free Tech\r\n"}) {
-        EXPECT_EQ(list.item(row)->text(), Rows().at(row));
-        EXPECT_EQ(Caption("lblAvailableList"), available) << row;
-        EXPECT_EQ(unavailable.text().count('\n'), 6 - available.count('\n')) << row;
-        list.setCurrentRow(++row);
-    }
-    list.setCurrentRow(3);
-    ASSERT_TRUE(QFile::remove(Path("program/mods/B/Addon/Same/techtree/fulltech.tt")));
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(3)).center());
-    EXPECT_EQ(Caption("lblAvailableList"), "") << "a click on the row looks again";
-}
-
 } // namespace
 } // namespace quillbay::test

@@ -43,46 +43,6 @@ constexpr char kIdle[] = "cmdStart cboHelp txtOdf dirDirectory";
 constexpr char kPaused[] = "cmdContinue";
 constexpr char kStopped[] = "cmdContinue cmdIgnore txtOdf";
 
-TEST_F(OdfChecker, RepairsByContinueAndPassesByIgnore) {
-    QByteArray every;
-    for (int byte = 0; byte < 256; ++byte)
-        if (byte != '\r' && byte != '/' && byte != '"') every += static_cast<char>(byte);
-    const QByteArray line = "race = \"Ter\nr\xA0n";
-    Write("game/odf/ships/a&b.odf", every + "\r" + line + " // \"\r\nx");
-    Write("game/odf/ships/b.odf", "one\rweapon1 = \"none\"\rtwo");
-    Write("game/odf/stations/c.odf", "tooltip = \"Write Me\"\r\n");
-    test::AnswerBoxes boxes;
-    Open();
-    EXPECT_FALSE(In<QCheckBox>("chkRace").isEnabled());
-    Press("cmdStart");
-    ASSERT_EQ(Usable(), kStopped);
-    if (!Caption("lblErrorType").endsWith("a&b.odf")) Press("cmdIgnore"); // whatever the folder's order
-    EXPECT_EQ(Caption("lblErrorType"), "Error type: Incorrect quotation\nFile name: a&b.odf");
-    EXPECT_TRUE(In<QLabel>("lblErrorType").toolTip().contains("b.odf, line 2<"));
-    EXPECT_EQ(Text().font().family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
-    QTextCursor cursor = Text().textCursor();
-    EXPECT_EQ(cursor.selectedText(), QString("race = \"Ter\u2028r\u00A0n "));
-    cursor.insertText(cursor.selectedText().replace("n ", "n\" "));
-    Text().selectAll();
-    Text().cut();
-    Text().paste();
-    Press("cmdContinue");
-    EXPECT_EQ(Read("game/odf/ships/a&b.odf"), every + "\r\n" + line + "\" // \"\r\nx\r\n");
-    if (!Caption("lblErrorType").endsWith("c.odf")) Press("cmdIgnore");
-    EXPECT_EQ(Read("game/odf/ships/b.odf"), "one\rweapon1 = \"none\"\rtwo") << "not edited, not written";
-    ASSERT_EQ(Caption("lblErrorType"), "Error type: Unwritten toolip\nFile name: c.odf");
-    Text().setPlainText("tooltip = \"\"");
-    Press("cmdIgnore");
-    EXPECT_EQ(Read("game/odf/stations/c.odf"), "tooltip = \"\"\r\n");
-    EXPECT_EQ(Usable(), kIdle) << "the last file of the last folder";
-    EXPECT_EQ(Outcome(), "3 files checked: 1 repaired, 2 ignored." +
-                             QDir::toNativeSeparators("\nships/b.odf, line 2\nstations/c.odf, line 1"));
-    EXPECT_EQ(Text().font(), opened->font());
-    ASSERT_EQ(boxes.Seen().size(), 3U);
-    EXPECT_EQ(boxes.Seen()[2].title, "Tooltip error");
-    EXPECT_EQ(boxes.Seen()[2].text, "Unwritten tooltip detected. Please repair.");
-}
-
 TEST_F(OdfChecker, PausesAndClosesBetweenFiles) {
     const QStringList paths{"other/races", "ships/a", "ships/b", "ships/c", "weapons/pulse/d"};
     for (const QString& path : paths)

@@ -98,14 +98,6 @@ TEST_F(Chooser, ApplyStoresAndStaysAndOkStoresAndCloses) {
     EXPECT_EQ(Game(), Native("game"));
 }
 
-TEST_F(Chooser, TheStartAsksForAMissingGameAndEndsTheProgramWhenTheUserGivesUp) {
-    EXPECT_FALSE(
-        StartWithoutAGame("Attempting to find directory. Please wait...", [&] { Press("cmdCancel"); }));
-    EXPECT_EQ(Titles(boxes) + boxes.Seen()[0].text, "QuillbayPause");
-    EXPECT_TRUE(window->isHidden());
-    EXPECT_FALSE(Control<QTimer>("timRefreshModList").isActive());
-}
-
 TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
     const QString sorry = "Unable to find directory. Please locate manually/install Tempest II.";
     qputenv("HOME", Path("Other Copy").toUtf8());
@@ -119,20 +111,6 @@ TEST_F(Chooser, WithoutAGameEscapeEndsTheProgramButTheCloseBoxDoesNot) {
     EXPECT_TRUE(WaitFor([&] { return Typed() == first; })) << "chosen, though the list stands there already";
     QTest::keyClick(opened, Qt::Key_Escape);
     EXPECT_EQ(main->Phase, ProgramPhase::Ended);
-}
-
-TEST_F(Chooser, WithoutAGameTheStartWaitsUntilTheOneItFoundIsConfirmed) {
-    Write("prefix/drive_c/Games/T2/TEMPEST2.EXE", "");
-    EXPECT_TRUE(StartWithoutAGame(Native("prefix/drive_c/Games/T2"), [&] {
-        EXPECT_TRUE(opened->isModal());
-        EXPECT_TRUE(CanApply());
-        EXPECT_EQ(main->GameDirectory, kGameNotFound) << "only a confirmation stores it";
-        Press("cmdOK");
-    }));
-    EXPECT_EQ(Game(), Native("prefix/drive_c/Games/T2"));
-    EXPECT_FALSE(opened->isVisible());
-    Open();
-    EXPECT_FALSE(opened->isModal());
 }
 
 } // namespace

@@ -5,22 +5,6 @@ namespace {
 
 class Selector : public SelectorFixture {};
 
-TEST_F(Selector, MenusTellWhatIsThereAndEachKeyBelongsToOneItem) {
-    Make({"program/mods/Alpha/readme.txt", "program/FileList.txt"});
-    ASSERT_TRUE(Start());
-    main->ShowModDetails();
-    emit Control<QMenu>("menuSelector").aboutToShow();
-    QStringList keys, disabled;
-    for (const QAction* item : window->findChildren<QAction*>()) {
-        if (!item->shortcut().isEmpty()) keys << item->shortcut().toString();
-        if (!item->isEnabled() && !item->isSeparator()) disabled << item->objectName();
-    }
-    EXPECT_EQ(keys.removeDuplicates(), 0);
-    EXPECT_EQ(keys.size(), 23);
-    EXPECT_EQ(disabled.join(' ').toStdString(), "menuManagerLaunchMapEditor");
-    EXPECT_EQ(Item("menuStatusMapEditor").text(), "Map Editor - Not installed");
-}
-
 TEST_F(Selector, StartsWithGameModsAndSettings) {
     Make({"game/ODF/ships/a.odf", "game/other/b.odf", "program/MODS/Alpha/"});
     settings.values = {{"Smooth Closing/XAxis", "true"}, {"Fade/Intensity", "300"}, {"Fade/Speed", " 12.6x"}};
@@ -34,40 +18,6 @@ TEST_F(Selector, StartsWithGameModsAndSettings) {
     EXPECT_TRUE(main->SmoothCloseMainWindowOnly());
     EXPECT_EQ(main->FadeIntensity, 0);
     EXPECT_EQ(main->FadeSpeed, 13);
-}
-
-TEST_F(Selector, NothingResumesAfterQuittingDuringStart) {
-    registry.path.clear();
-    AnswerBoxes boxes;
-    // Runs in the first events that the start lets run.
-    QTimer::singleShot(0, qApp, [this] { Item("menuQuit").trigger(); });
-    EXPECT_FALSE(Start());
-    EXPECT_EQ(window->windowTitle(), "Quillbay - Loading");
-    EXPECT_TRUE(boxes.Seen().empty());
-    EXPECT_TRUE(window->isHidden());
-}
-
-TEST_F(Selector, KeysWorkWithoutOpeningTheMenusUnlessTheyAreDisabled) {
-    MakeFolder("program/mods/Alpha");
-    ASSERT_TRUE(Start());
-    const auto press = [this](Qt::Key key) {
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), key, Qt::ControlModifier);
-    };
-    AnswerBoxes boxes;
-    press(Qt::Key_I);
-    main->SetMainMenusEnabled(false);
-    press(Qt::Key_I);
-    EXPECT_EQ(boxes.Seen().size(), 1u);
-    main->SetMainMenusEnabled(true);
-    press(Qt::Key_D);
-    EXPECT_TRUE(Item("menuManagerCheckInstalledMods").isChecked());
-    window->close();
-    EXPECT_TRUE(
-        WaitFor([] { return QApplication::topLevelWidgets().isEmpty() || !QApplication::activeWindow(); }));
-    EXPECT_EQ(main->Phase, ProgramPhase::Ended);
-    EXPECT_TRUE(window->isHidden());
 }
 
 class LaunchWindow : public SelectorFixture {
@@ -193,26 +143,6 @@ protected:
                                  "menuHelpChanges",
                                  "modChangeT2Directory"};
 };
-
-TEST_F(Accessible, EveryControlThatTabReachesHasAName) {
-    Write("program/FileList.txt", {});
-    ASSERT_TRUE(Start());
-    for (const char* item : openers)
-        Item(item).trigger();
-    int windows = 0;
-    for (const QWidget* shown : QApplication::topLevelWidgets()) {
-        windows += shown->isVisible() && shown->objectName().startsWith("frm");
-        for (QWidget* control : shown->findChildren<QWidget*>(QRegularExpression("^(?!qt_)."))) {
-            if (!IsReached(*control)) continue;
-            auto& said = *QAccessible::queryAccessibleInterface(control);
-            const bool isBox = qobject_cast<const QComboBox*>(control); // whose name is its text
-            EXPECT_FALSE(isBox ? said.relations(QAccessible::Label).empty()
-                               : said.text(QAccessible::Name).isEmpty())
-                << qPrintable(shown->objectName() + '/' + control->objectName());
-        }
-    }
-    EXPECT_EQ(windows, 14);
-}
 
 TEST_F(Accessible, EscapeClosesEveryWindowFromEveryControlAndNoneGrowsWithALargeFont) {
     Write("program/FileList.txt", {});
