@@ -39,10 +39,10 @@ Result<bool> GameGuard::IsModsOwn(LookedAtFile& file, const GamePlace& place) {
         if (place.recorded->state == RecordedState::GivenBack) return false;
         const auto holds = file.Holds(*place.recorded, plan_.Record()->finished);
         if (!holds || !*holds) return holds;
-        return place.mod.IsNone() || !file.IsSameFileAs(place.mod.Path());
+        return !place.mod || !file.IsSameFileAs(place.mod.Path());
     }
     // Without a record the mod's present files are what it has installed.
-    if (plan_.Record() || place.mod.IsNone()) return false;
+    if (plan_.Record() || !place.mod) return false;
     const auto same = file.Equals(place.mod.Path(), false);
     if (!same || !*same) return same;
     return !file.IsSameFileAs(place.mod.Path());
@@ -92,9 +92,8 @@ void GameGuard::Bequeath(const std::vector<GamePlace>& places, ReadFailure& fail
 std::error_code GameGuard::Inherit(const InstalledMod& heir, const RecordedFile& recorded,
                                    const GamePlace& place, FolderMaker& folders) {
     LookedAtFile saved(files_, place.saved.Path(), place.savedIsLink);
-    const auto isHeirs = place.saved.IsNone()
-                             ? Result<bool>(false)
-                             : saved.HoldsSaved(recorded, SavedBy(*plan_.installed, place.recorded));
+    const auto isHeirs = !place.saved ? Result<bool>(false)
+                                      : saved.HoldsSaved(recorded, SavedBy(*plan_.installed, place.recorded));
     if (!isHeirs) return isHeirs.Error();
     if (*isHeirs) {
         // The heir's file was there first: what it has saved itself is what was there before.
@@ -117,16 +116,15 @@ std::error_code GameGuard::Inherit(const InstalledMod& heir, const RecordedFile&
 
 void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
     for (const auto* place : places) {
-        if (place->game.IsNone() || place->gameIsLink) continue;
+        if (!place->game || place->gameIsLink) continue;
         LookedAtFile file(files_, place->game.Path(), false);
         for (const auto& [mod, recorded] :
              owners_.FindUnsavedOwners(file, place->position, place->name, failure)) {
             // What this mod has saved from that one will be that one's again.
             LookedAtFile saved(files_, place->saved.Path(), place->savedIsLink);
             const auto comesBack =
-                place->saved.IsNone()
-                    ? Result<bool>(false)
-                    : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
+                !place->saved ? Result<bool>(false)
+                              : saved.HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded));
             failure.Note(place->saved.Path(), comesBack.Error());
             if (failure) return;
             if (!*comesBack) SetGivenBack(ToChange(*mod, *recorded), LastNumber());
@@ -137,7 +135,7 @@ void GameGuard::TellOwners(const std::vector<const GamePlace*>& places, ReadFail
 
 void GameGuard::SettleClaims(const std::vector<const GamePlace*>& places, ReadFailure& failure) {
     for (const auto* place : places) {
-        if (place->saved.IsNone() || place->savedIsLink) continue;
+        if (!place->saved || place->savedIsLink) continue;
         LookedAtFile saved(files_, place->saved.Path(), false);
         for (const auto& [mod, recorded] :
              owners_.FindUnsavedClaims(saved, place->position, place->name, failure)) {

@@ -23,7 +23,7 @@ GamePlace PlaceFinder::Find(std::size_t position, const std::string& name) {
         place.game = game_.FileOf(position, *inGame);
         place.gameIsLink = inGame->isLink;
         place.gameIsBlocked = !IsReplaceable(*inGame);
-        if (place.saved.IsNone()) place.name = inGame->name;
+        if (!place.saved) place.name = inGame->name;
     }
     return place;
 }
@@ -60,7 +60,7 @@ GiveBack::GiveBack(FileSystem& files, const JobPlan& plan, FolderMaker& gameFold
       result_(result) {}
 
 bool GiveBack::Delete(const GamePlace& place) {
-    if (place.game.IsNone() || place.gameIsBlocked) return true;
+    if (!place.game || place.gameIsBlocked) return true;
     LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
     if (!own || !*own) {
@@ -102,7 +102,7 @@ GiveBack::Restored GiveBack::Restore(const GamePlace& place, SavedCopy copy) {
 
 Result<GiveBack::Restored> GiveBack::PutBackUnlessThere(const GamePlace& place, SavedCopy copy) {
     if (place.gameIsBlocked) return std::errc::is_a_directory;
-    if (place.game.IsNone()) return PutBack(place, copy);
+    if (!place.game) return PutBack(place, copy);
     LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
     const auto own = guard_.IsModsOwn(file, place);
     if (own && *own) return PutBack(place, copy);
@@ -171,7 +171,7 @@ std::unordered_set<const GamePlace*> GiveBack::HandOver(const std::vector<LaterM
                                             .HoldsSaved(*recorded, SavedBy(*plan_.installed, place->recorded))
                                       : Result<bool>(false);
             if (isOurs && isTheirs) {
-                const bool isGone = place->saved.IsNone() || *isTheirs;
+                const bool isGone = !place->saved || *isTheirs;
                 const auto error = isGone ? files_.RemoveFile(path)
                                           : files_.Copy(place->saved.Path(), path,
                                                         {.replace = true, .keepLink = true, .flush = true});
@@ -196,15 +196,15 @@ Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string
                                        std::int64_t savedBy) const {
     LookedAtFile file(files_, copy, false);
     if (place.recorded) return file.HoldsSaved(*place.recorded, savedBy);
-    return place.mod.IsNone() ? Result<bool>(false) : file.Equals(place.mod.Path(), false);
+    return !place.mod ? Result<bool>(false) : file.Equals(place.mod.Path(), false);
 }
 
 bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
     if (place.savedIsLink) return false;
     LookedAtFile file(files_, place.saved.Path(), false);
-    const auto own = place.recorded       ? file.Holds(*place.recorded, 0)
-                     : place.mod.IsNone() ? Result<bool>(false)
-                                          : file.Equals(place.mod.Path(), false);
+    const auto own = place.recorded ? file.Holds(*place.recorded, 0)
+                     : !place.mod   ? Result<bool>(false)
+                                    : file.Equals(place.mod.Path(), false);
     return !own || *own;
 }
 

@@ -18,7 +18,7 @@ InstallPreview Preview(const FileSystem& files, const InstallPlan& plan) {
         const auto& place = item.place;
         if (place.gameIsBlocked) continue;
         ++preview.files;
-        if (place.game.IsNone()) continue;
+        if (!place.game) continue;
         LookedAtFile present(files, place.game.Path(), place.gameIsLink);
         const auto& info = present.Info();
         if (info && !place.gameIsLink && info->size == item.size && info->modified == item.modified)
@@ -38,7 +38,7 @@ InstalledState LookAtInstalled(const FileSystem& files, const UninstallPlan& pla
     for (const auto& place : plan.places) {
         if (!place.recorded || place.recorded->state == RecordedState::GivenBack) continue;
         ++state.files;
-        if (place.game.IsNone()) {
+        if (!place.game) {
             ++state.missing;
             continue;
         }
@@ -48,7 +48,7 @@ InstalledState LookAtInstalled(const FileSystem& files, const UninstallPlan& pla
         else if (const auto* owner = owners.GuessOwner(present, place.position, place.name))
             ++state.byOthers[std::string(owner->Name())];
         else
-            ++(place.saved.IsNone() ? state.changedNew : state.changed);
+            ++(!place.saved ? state.changedNew : state.changed);
     }
     return state;
 }

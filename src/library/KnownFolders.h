@@ -48,7 +48,6 @@ struct FileInFolder {
     const std::string* folder = nullptr; ///< null for no file
     std::string name;
 
-    bool IsNone() const { return !folder; }
     explicit operator bool() const { return folder; }
     std::string Path() const; ///< empty for no file
 };

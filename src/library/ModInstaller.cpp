@@ -185,7 +185,7 @@ private:
     std::vector<std::size_t> ItemsToSave() const {
         std::vector<std::size_t> found;
         for (std::size_t i = 0; i < plan_.items.size(); ++i)
-            if (plan_.items[i].Replaces() && plan_.items[i].place.saved.IsNone()) found.push_back(i);
+            if (plan_.items[i].Replaces() && !plan_.items[i].place.saved) found.push_back(i);
         return found;
     }
 
@@ -246,7 +246,7 @@ private:
         std::vector<const GamePlace*> toRestore;
         for (const auto& place : plan_.dropped) {
             LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
-            const auto own = place.game.IsNone() ? Result<bool>(true) : guard_.IsModsOwn(file, place);
+            const auto own = !place.game ? Result<bool>(true) : guard_.IsModsOwn(file, place);
             if (own) dropped.emplace_back(&place, *own);
             if (own && *own) toRestore.push_back(&place);
         }
@@ -258,9 +258,9 @@ private:
         for (const auto& [dropping, isOwn] : dropped) {
             const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (isOwn && !(place.saved.IsNone() ? giveBack.Delete(place)
-                                                : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
-                                                      GiveBack::Restored::No))
+            if (isOwn && !(!place.saved ? giveBack.Delete(place)
+                                        : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
+                                              GiveBack::Restored::No))
                 continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || bool(place.saved);
@@ -291,7 +291,7 @@ private:
     /// What has a saved copy of its own may still have changed since that was made.
     bool SecureOld(std::size_t index) {
         const auto& item = plan_.items[index];
-        if (!item.Replaces() || item.place.saved.IsNone()) return true;
+        if (!item.Replaces() || !item.place.saved) return true;
         LookedAtFile file(files_, item.place.game.Path(), item.place.gameIsLink);
         const auto own = guard_.IsModsOwn(file, item.place);
         if (own && *own) return true;
@@ -331,7 +331,7 @@ private:
                 --result_.saved;
                 isSavedNow_[i] = false;
             }
-            if (!isSavedNow_[i] && place.saved.IsNone()) record_.Drop(i);
+            if (!isSavedNow_[i] && !place.saved) record_.Drop(i);
         }
     }
 

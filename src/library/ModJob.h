@@ -55,6 +55,11 @@ enum class Refusal {
 /// What planning an installation and an uninstallation find out alike. Each folder is listed once; nothing is
 /// changed. Paths are in stored spelling, so that none of them needs a look-up of its own.
 struct JobPlan {
+    // Its parts refer to each other: it can be moved, not copied.
+    JobPlan() = default;
+    JobPlan(JobPlan&&) = default;
+    JobPlan& operator=(JobPlan&&) = default;
+
     ModJob job;            ///< with the real path of the game
     std::string modFolder; ///< the real path
     ReadFailure failure;   ///< set when something could not be read: then there is nothing to run

@@ -81,7 +81,7 @@ private:
         std::vector<bool> leaving(record.files.size());
         bool isAny = false;
         for (const auto& place : plan_.places) {
-            if (!place.recorded || place.saved.IsNone()) continue;
+            if (!place.recorded || !place.saved) continue;
             leaving[static_cast<std::size_t>(place.recorded - record.files.data())] = isAny = true;
         }
         return isAny &&
@@ -95,7 +95,7 @@ private:
             for (; next < places.size() && places[next].position == position; ++next) {
                 Report(JobPhase::Restoring, position, kGameFolderCount);
                 const auto& place = places[next];
-                if (place.saved.IsNone()) continue;
+                if (!place.saved) continue;
                 const auto restored =
                     giveBack_.Restore(place, mayLeave && place.recorded ? GiveBack::SavedCopy::MayLeave
                                                                         : GiveBack::SavedCopy::MayBeShared);
@@ -140,7 +140,7 @@ private:
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
             const auto& place = plan_.places[i];
-            if (place.saved.IsNone() || hasLeft_[i]) continue;
+            if (!place.saved || hasLeft_[i]) continue;
             if (!inPlace_[i] || giveBack_.MayBeModsOwn(place))
                 EndSharing(files_, place.saved.Path());
             else
@@ -206,7 +206,7 @@ void FindPlaces(UninstallPlan& plan) {
     plan.places.reserve(plan.modFiles.size());
     for (auto& file : plan.modFiles) {
         auto place = finder.Find(file.position, file.file.name);
-        if (plan.Record() && !place.recorded && place.saved.IsNone()) continue;
+        if (plan.Record() && !place.recorded && !place.saved) continue;
         place.mod = std::move(file.file);
         plan.places.push_back(std::move(place));
     }
