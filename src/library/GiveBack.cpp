@@ -196,15 +196,15 @@ Result<bool> GiveBack::IsInstalledHere(const GamePlace& place, const std::string
                                        std::int64_t savedBy) const {
     LookedAtFile file(files_, copy, false);
     if (place.recorded) return file.HoldsSaved(*place.recorded, savedBy);
-    return !place.mod ? Result<bool>(false) : file.Equals(place.mod.Path(), false);
+    return place.mod ? file.Equals(place.mod.Path(), false) : Result<bool>(false);
 }
 
 bool GiveBack::MayBeModsOwn(const GamePlace& place) const {
     if (place.savedIsLink) return false;
     LookedAtFile file(files_, place.saved.Path(), false);
     const auto own = place.recorded ? file.Holds(*place.recorded, 0)
-                     : !place.mod   ? Result<bool>(false)
-                                    : file.Equals(place.mod.Path(), false);
+                     : place.mod    ? file.Equals(place.mod.Path(), false)
+                                    : Result<bool>(false);
     return !own || *own;
 }
 

@@ -246,7 +246,7 @@ private:
         std::vector<const GamePlace*> toRestore;
         for (const auto& place : plan_.dropped) {
             LookedAtFile file(files_, place.game.Path(), place.gameIsLink);
-            const auto own = !place.game ? Result<bool>(true) : guard_.IsModsOwn(file, place);
+            const auto own = place.game ? guard_.IsModsOwn(file, place) : Result<bool>(true);
             if (own) dropped.emplace_back(&place, *own);
             if (own && *own) toRestore.push_back(&place);
         }
@@ -258,10 +258,11 @@ private:
         for (const auto& [dropping, isOwn] : dropped) {
             const GamePlace& place = *dropping;
             // What somebody else has put there stays, and is asked about again when the mod is uninstalled.
-            if (isOwn && !(!place.saved ? giveBack.Delete(place)
-                                        : giveBack.Restore(place, GiveBack::SavedCopy::Stays) !=
-                                              GiveBack::Restored::No))
-                continue;
+            const auto giveBackHere = [&giveBack, &place] {
+                if (!place.saved) return giveBack.Delete(place);
+                return giveBack.Restore(place, GiveBack::SavedCopy::Stays) != GiveBack::Restored::No;
+            };
+            if (isOwn && !giveBackHere()) continue;
             places.push_back(&place);
             filled_[place.position] = filled_[place.position] || bool(place.saved);
         }

@@ -124,9 +124,9 @@ private:
         const auto total = plan_.places.size();
         for (std::size_t i = 0; i < total; ++i) {
             Report(JobPhase::DeletingBackup, i, total);
-            const auto& saved = plan_.places[i].saved.Path();
-            if (!saved.empty() && !hasLeft_[i])
-                Ignore(files_.RemoveFile(remains + saved.substr(backup.size())));
+            const auto& saved = plan_.places[i].saved;
+            if (saved && !hasLeft_[i])
+                Ignore(files_.RemoveFile(remains + saved.Path().substr(backup.size())));
         }
         const auto error = SweepRemains(files_, remains);
         if (remains == backup) result_.backupNotRemoved = error;
